@@ -1,0 +1,49 @@
+#pragma once
+
+#include "config/settings.h"
+#include "forms/forms.h"
+#include "logging/log_file.h"
+#include "logging/timing_window.h"
+#include "platform/ports.h"
+#include "position/rx_site.h"
+#include "signal/s_meter.h"
+
+namespace kestrum {
+
+// The heartbeat: each tick of tmrMain runs one measurement cycle.
+class MeasurementCycle {
+ public:
+  MeasurementCycle(State& state, Forms& forms, const Ports& ports, RigCommands& rig, SMeter& s_meter,
+                   GpsLinks& gps, RxSite& rx_site, LogFile& log, TimingWindow& timing);
+
+  // One cycle. A tick that comes while a cycle waits is ignored: cycles never nest.
+  void MainCycle();
+  // Beep (when asked for) and the next spinner character.
+  void CycleIndicator();
+  // The next distance cycle takes a new reference position.
+  void ForgetReference() { reference_valid_ = false; }
+  bool ReferenceValid() const { return reference_valid_; }
+
+ private:
+  void ApplyAverageRequest();
+  void TakeReading();
+  void MeasureByTime();
+  void MeasureByDistance();
+  void TakeReference();
+  void Record();
+
+  State& state_;
+  Forms& forms_;
+  Ports ports_;
+  RigCommands& rig_;
+  SMeter& s_meter_;
+  GpsLinks& gps_;
+  RxSite& rx_site_;
+  LogFile& log_;
+  TimingWindow& timing_;
+  bool running_ = false;
+  bool reference_valid_ = false;
+  int spinner_ = 0;  // 0 to 4
+};
+
+}  // namespace kestrum

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "cat/rig_commands.h"
+
+namespace kestrum {
+
+// The controls that choose rig, port and speed and work the rig by hand.
+class FrontPanel {
+ public:
+  FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig);
+
+  // Set by the application.
+  Handler block_ends;    // rig or band are about to change: buffered records belong to the old ones
+  Handler band_crossed;  // AboveHF has just changed
+  std::function<void(const std::string&)> show_rig_text;  // "Cat FT817 Com1" for the status label
+
+  // Hangs the handlers below on the controls.
+  void Wire();
+
+  // At start-up: speed caption, port, check marks, mode; sends the mode if the port opens.
+  void ApplySelection();
+  // Tunes to a frequency text in kHz; an empty text does nothing. Carries out a band change across 30 MHz.
+  void ApplyFrequency(const std::string& text);
+  // Check mark of the present rig; the power button is usable with the FT817 only.
+  void ShowRig();
+  void ShowPort();
+  void ShowBaud();
+  // Enables or disables the seven mode buttons.
+  void OptModeEnable(bool enabled);
+  // Captions and tool tips of cmdUp and cmdDown and the slider for the present step.
+  void ShowStepAtStart();
+
+  void ChooseRig(int rig_model);
+  void ChoosePort(int number);
+  void mnuBaud_Click();
+  void cmdSetFreq_Click();
+  void cmdUp_Click();
+  void cmdDown_Click();
+  void sldkHzSteps_Scroll();
+  void chkLock_Click();
+  void cmdFT817OnOff_Click();
+
+ private:
+  void Step(double khz);
+  void NotYetImplemented();
+
+  State& state_;
+  Form1& form_;
+  Ports ports_;
+  CatLink& link_;
+  RigCommands& rig_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "cat/cat_link.h"
+
+namespace kestrum {
+
+// Every command that is sent to a transceiver, per model.
+class RigCommands {
+ public:
+  RigCommands(State& state, Form1& form, const Ports& ports, CatLink& link);
+
+  // Called after every S-meter read, whatever its outcome: shows RssiRaw.
+  Handler on_reading;
+
+  // Reads the S-meter into RssiRaw, then calls on_reading.
+  void ReadRssi();
+  // Frequency text in kHz. Out of range: a beep and nothing else. A switched-off FT817: nothing at all.
+  void SetFrequency(const std::string& text);
+  // 1 to 7 selects that mode's button; 0 takes the mode from the buttons. Stores RigMode and sends it.
+  void SetMode(int mode);
+  // Nothing at all when the port is closed.
+  void CatLock(bool on);
+  // FT817 only; other rigs, or a closed port, only leave the caption at "&Off". Off leaves tmrMain stopped.
+  void CatPowerOnOff(bool on);
+
+ private:
+  void ReadReceiveStatus();    // FT817, FT857, FT897
+  void ReadMeter();            // FT840
+  void ReadStatusFiveBytes();  // FT847
+
+  State& state_;
+  Form1& form_;
+  Ports ports_;
+  CatLink& link_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "config/settings.h"
+#include "forms/form1.h"
+#include "platform/ports.h"
+
+namespace kestrum {
+
+// The main configuration file "Kestrum.cfg" in the application folder: a version line, 21 lines that are told
+// apart by their position alone and up to 21 antenna lines.
+class MainConfig {
+ public:
+  MainConfig(State& state, Form1& form, const Ports& ports);
+
+  // Fills the settings from the file. A missing file gives the defaults and requests the info text; one of
+  // another version, or a torn one, gives a message and the defaults.
+  void LoadCfg();
+  // Writes the whole file; a fault is reported in a message box.
+  void SaveCfg();
+  // Factory values. Window positions, the power caption and antenna entries 1 to 20 stay as they are: kept on
+  // purpose, they belong to the user's desk and not to the set-up.
+  void SetDefaults();
+
+  // Menu: beep and save.
+  void mnuSavecfg_Click();
+  // Menu: after a question writes the factory values and ends the program without its shutdown steps.
+  void mnuDefaultCfg_Click();
+
+ private:
+  void RejectFile();
+
+  State& state_;
+  Form1& form_;
+  Ports ports_;
+};
+
+}  // namespace kestrum

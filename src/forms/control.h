@@ -1,0 +1,192 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+// Controls as data. The core reads and writes them as ordinary members; the desktop paints what stands in
+// them and calls their handlers. Setting a member never calls a handler.
+namespace kestrum {
+
+using Handler = std::function<void()>;
+
+// Background of a control. The values are the classic red-in-the-low-byte colour numbers; the desktop may
+// shade them to keep the text readable.
+enum class Color : int {
+  kSystem = -1,
+  kRed = 255,
+  kGreen = 65280,
+  kBlue = 16711680,
+  kWarning = 42495,  // orange
+};
+
+enum class Key { kF1, kF3, kF5, kAltF4, kEnter };
+
+struct Control {
+  std::string tool_tip;
+  bool enabled = true;
+  bool visible = true;
+  Color back_color = Color::kSystem;
+};
+
+// Runs a handler if there is one.
+inline void Run(const Handler& handler) {
+  if (handler) handler();
+}
+
+struct Label : Control {
+  Label() = default;
+  explicit Label(std::string text) : caption(std::move(text)) {}
+  std::string caption;
+  Handler click;
+};
+
+// A label whose caption mirrors a text item of another program.
+struct LinkLabel : Label {
+  using Label::Label;
+  std::string link_topic;
+  std::string link_item;
+};
+
+struct Button : Control {
+  Button() = default;
+  explicit Button(std::string text) : caption(std::move(text)) {}
+  std::string caption;
+  Handler click;
+};
+
+struct CheckBox : Button {
+  using Button::Button;
+  bool checked = false;  // the desktop sets it before it calls click
+};
+
+struct OptionButton : CheckBox {
+  using CheckBox::CheckBox;  // only one of a group is set: the desktop and whoever sets one clear the others
+};
+
+struct MenuItem : CheckBox {
+  using CheckBox::CheckBox;
+  std::string status_tip;
+};
+
+struct Frame : Control {
+  Frame() = default;
+  explicit Frame(std::string text) : caption(std::move(text)) {}
+  std::string caption;
+};
+
+struct TextBox : Control {
+  TextBox() = default;
+  explicit TextBox(std::string initial) : text(std::move(initial)) {}
+
+  std::string text;
+  int selection_start = 0;
+  int selection_length = 0;
+  int selections = 0;  // rises with every Select, so that the same selection can be made anew
+
+  Handler click;
+  Handler focus;           // receiving the focus
+  Handler enter_released;  // the Enter key goes up
+
+  void Select(int start, int length) {
+    selection_start = start;
+    selection_length = length;
+    ++selections;
+  }
+  void SelectAll() { Select(0, static_cast<int>(text.size())); }
+};
+
+struct ComboBox : Control {
+  std::string text;
+  std::vector<std::string> items;
+  Handler enter_pressed;  // the key is consumed
+};
+
+struct Slider : Control {
+  Slider() = default;
+  Slider(int lowest, int highest) : minimum(lowest), maximum(highest), value(lowest) {}
+
+  int minimum = 0;
+  int maximum = 100;
+  int value = 0;
+  Handler change;  // after the user, or SetValue, has moved it
+
+  // As a move by the user: the handler runs when the value differs.
+  void SetValue(int new_value) {
+    if (new_value == value) return;
+    value = new_value;
+    Run(change);
+  }
+};
+
+struct ProgressBar : Control {
+  int maximum = 255;
+  int value = 0;
+  bool segments = true;  // segments or one plain bar
+  int top = 0;           // twips
+  int height = 0;        // twips; 0 leaves both to the layout
+  Handler click;
+};
+
+// A compass rose with a needle: "000" to "360" in degrees clockwise from the top, anything else that has a
+// leading number likewise, "32768" for no needle.
+struct CompassRose : Control {
+  std::string needle = "32768";
+};
+
+// A picture as a list of shapes in twips, 15 to a pixel, the origin at the top left.
+struct Shape {
+  enum class Kind { kCircle, kLine };
+  Kind kind = Kind::kCircle;
+  double x1 = 0;
+  double y1 = 0;
+  double x2 = 0;      // lines only
+  double y2 = 0;      // lines only
+  double radius = 0;  // circles only
+  Color color = Color::kBlue;
+  int pen_width = 3;  // pixels
+};
+
+struct Picture : Control {
+  double width = 0;   // twips, kept up to date by the desktop
+  double height = 0;  // twips
+  std::vector<Shape> shapes;
+  Handler resized;
+};
+
+struct StatusPanel {
+  std::string text;
+  std::string tool_tip;
+};
+
+// Calls `tick` every `interval_ms` while it runs.
+struct Timer {
+  Timer() = default;
+  explicit Timer(int every_ms) : interval_ms(every_ms) {}
+
+  int interval_ms = 1000;
+  bool enabled = false;
+  unsigned restarts = 0;  // rises with every Start, so that a stop and start between two looks is seen
+  Handler tick;
+
+  void Start() {
+    enabled = true;
+    ++restarts;
+  }
+  void Stop() { enabled = false; }
+};
+
+// What every window has.
+struct Form {
+  std::string caption;
+  float left = 0;  // twips; present position of a shown window, kept up to date by the desktop
+  float top = 0;   // twips
+  bool visible = false;
+  bool loaded = false;
+  Handler activate;                   // the window comes to the front
+  Handler close;                      // the user closes the window; the handler hides it
+  std::function<bool(Key)> key_down;  // before the controls see the key; true when it is consumed
+};
+
+}  // namespace kestrum

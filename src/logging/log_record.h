@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "forms/form1.h"
+#include "platform/clock.h"
+#include "signal/calibration_table.h"
+
+namespace kestrum {
+
+// One line of the log: eleven fields joined by ", ", the captions as the main window shows them.
+std::string LogRecord(const DateTime& now, const Form1& form, std::int16_t rssi_raw, const TableRow& current);
+
+// "hh:mm:ss", 24 hours.
+std::string TimeText(const DateTime& now);
+
+}  // namespace kestrum

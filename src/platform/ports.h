@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/beeper.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/file_store.h"
+#include "platform/program.h"
+#include "platform/serial_port.h"
+#include "platform/text_links.h"
+#include "platform/window_lookup.h"
+
+namespace kestrum {
+
+// The outside world, handed in by whoever builds the program. All of it is used on one thread.
+struct Ports {
+  SerialPort& serial;
+  TextLinks& links;
+  Dialogs& dialogs;
+  Clock& clock;
+  EventPump& pump;
+  Beeper& beeper;
+  Program& program;
+  WindowLookup& windows;
+  FileStore& files;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kestrum {
+
+// One serial line: raw bytes, no flow control. Used on the window thread only.
+class SerialPort {
+ public:
+  virtual ~SerialPort() = default;
+
+  // 0 means no port; opening it fails.
+  virtual void SetPort(int number) = 0;
+  // Speed in baud, parity, data bits and stop bits, e.g. " 9600,N,8,2"; blanks around the speed are accepted.
+  virtual void SetSettings(const std::string& settings) = 0;
+  // Opens the port as set; false when that is not possible, the port is then closed.
+  virtual bool Open() = 0;
+  virtual void Close() = 0;
+  virtual bool IsOpen() const = 0;
+
+  // Hands the bytes to the line without waiting for them to leave it. Does nothing when closed; a line that
+  // fails closes the port.
+  virtual void Write(std::string_view bytes) = 0;
+  // Everything received up to now, which empties the input buffer. Never waits.
+  virtual std::string ReadAll() = 0;
+
+  // The device that stands for a port number, e.g. "/dev/ttyUSB0"; for tool tips.
+  virtual std::string DeviceName(int number) const = 0;
+  // Why the last Open failed or the line was lost, in a sentence that helps; empty when all is well.
+  virtual std::string Trouble() const = 0;
+};
+
+}  // namespace kestrum

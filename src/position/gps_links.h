@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "forms/form1.h"
+#include "platform/ports.h"
+
+namespace kestrum {
+
+// The GPS record: six texts exactly as the reader sent them.
+struct GpsRecord {
+  std::string latitude;
+  std::string longitude;
+  std::string validity;  // "A" for a valid fix
+  std::string height;    // feet
+  std::string speed;     // knots
+  std::string compass;   // degrees, "32768" when there is none
+};
+
+// Links to the GPS reader and the record taken from them.
+class GpsLinks {
+ public:
+  GpsLinks(Form1& form, const Ports& ports);
+
+  GpsRecord record;
+
+  // At start-up: topic and item of the six labels.
+  void PrepareLabels();
+  // true: finds or starts the reader and opens the links; false: closes the reader and the links.
+  void LoadGps(bool start);
+  // Copies the six captions into the record.
+  void GetAllDDE();
+  // GetAllDDE; shows the fields and returns true when the fix is valid, else changes no display.
+  bool GetGPSdataStartLast();
+  // Position, height and "GPS Ok" or "No GPS" of the record.
+  void ShowGpsFields();
+
+  // Warns in lblRxVal (colour and tool tip with the age of the last fix) while the present fix is missing.
+  void ShowFixAge();
+
+ private:
+  Form1& form_;
+  Ports ports_;
+  std::optional<std::chrono::milliseconds> last_fix_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "position/rx_site.h"
+
+namespace kestrum {
+
+// The fixed transmitter: entered in three dialogs or taken from the GPS fix while standing there.
+class TxSite {
+ public:
+  TxSite(State& state, Form1& form, const Ports& ports, RxSite& rx_site);
+
+  // Hangs the handlers on the menus, cmdGetTxFix and cmbTxAntenna; cmdGetTxFix starts disarmed.
+  void Wire();
+  // The three TX labels.
+  void ShowSite();
+  // Start-up: the antenna list from the settings. Shutdown: back, at most 21.
+  void FillAntennas();
+  void StoreAntennas();
+
+  void mnuTxLatLong_Click();
+  void mnuTxLatLongGps_Click();
+  void cmdGetTxFix_Click();
+  void cmbTxAntenna_Enter();
+
+ private:
+  struct CoordinateDialog;
+  std::string AskCoordinate(const CoordinateDialog& dialog, const std::string& present);
+  void Disarm();
+
+  State& state_;
+  Form1& form_;
+  Ports ports_;
+  RxSite& rx_site_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "cat/front_panel.h"
+#include "signal/calibration_table.h"
+
+namespace kestrum {
+
+// Calibration files: a header with rig, mode and frequency, then rows 0 to 255 of the table.
+class CalibrationFiles {
+ public:
+  CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig, FrontPanel& panel,
+                   CalibrationTable& table);
+
+  // Replaces the table and puts the rig back to what the header says. Every fault is told in a message box;
+  // what was loaded up to it stays.
+  void LoadS2Ftable(const std::string& path);
+  void SaveS2Ftable(const std::string& path);
+  // Rig, mode and frequency text; an empty argument takes the frequency box.
+  std::string RigModeFreqText(const std::string& frequency) const;
+  // False when the header holds no frequency.
+  bool SetRigModeFreq(const std::string& header);
+
+  // Form1's four calibration entries.
+  void WireMainMenu();
+  void mnuLoad_Click();
+
+ private:
+  State& state_;
+  Forms& forms_;
+  Ports ports_;
+  RigCommands& rig_;
+  FrontPanel& panel_;
+  CalibrationTable& table_;
+};
+
+}  // namespace kestrum

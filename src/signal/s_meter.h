@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+#include "cat/rig_commands.h"
+#include "signal/calibration_table.h"
+
+namespace kestrum {
+
+// Shows each reading and, on request, replaces single readings by an average gated by the squelch.
+class SMeter {
+ public:
+  SMeter(State& state, Forms& forms, RigCommands& rig, CalibrationTable& table);
+
+  // Set by the application: the calibration editor follows the reading.
+  Handler follow_reading;
+
+  // Hangs the handlers on the controls: unit click, averaging menu, squelch, bars, averaging timer.
+  void Wire();
+
+  // What ReadRssi calls: the bars' tool tip, then ShowRSSIStype.
+  void ShowReading();
+  // Converts RssiRaw and shows bar, S text and field strength.
+  void ShowRSSIStype();
+  // Adds a sample to the average, or empties it.
+  void AverageRSSIValue(int raw, bool reset);
+  // Raw value, 0 to 255; 0 when nothing has been collected.
+  std::int16_t AveragedRssi() const { return averaged_; }
+
+  // Squelch slider, bar style and tool tips at start-up.
+  void ShowAtStart();
+  // Timer, slider and bar place that go with averaging on or off; part of the timing labels.
+  void ShowAveraging();
+
+  void lblFieldStrenght_Click();
+  void tmrAverageRSSI_Timer();
+
+ private:
+  void ShowFieldStrength();
+
+  State& state_;
+  Forms& forms_;
+  RigCommands& rig_;
+  CalibrationTable& table_;
+  std::int32_t count_ = 0;
+  float sum_ = 0;
+  std::int16_t averaged_ = 0;
+  int unit_clicks_ = 0;
+};
+
+}  // namespace kestrum

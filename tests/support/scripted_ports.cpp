@@ -1,0 +1,154 @@
+#include "support/scripted_ports.h"
+
+#include <algorithm>
+
+namespace kestrum::test {
+
+void ManualClock::Advance(std::chrono::milliseconds duration) {
+  using namespace std::chrono;
+  const seconds before = duration_cast<seconds>(elapsed);
+  elapsed += duration;
+  const seconds passed = duration_cast<seconds>(elapsed) - before;
+  if (passed.count() == 0) return;
+  const auto date = sys_days(year(now.year) / month(static_cast<unsigned>(now.month)) /
+                             day(static_cast<unsigned>(now.day)));
+  const auto moment = date + hours(now.hour) + minutes(now.minute) + seconds(now.second) + passed;
+  const auto midnight = floor<days>(moment);
+  const year_month_day new_date(midnight);
+  const hh_mm_ss time(moment - midnight);
+  now = {static_cast<int>(new_date.year()),
+         static_cast<int>(static_cast<unsigned>(new_date.month())),
+         static_cast<int>(static_cast<unsigned>(new_date.day())),
+         static_cast<int>(time.hours().count()),
+         static_cast<int>(time.minutes().count()),
+         static_cast<int>(time.seconds().count())};
+}
+
+void ScriptedSerial::SetPort(int number) {
+  port = number;
+  events.push_back("port " + std::to_string(number));
+}
+
+void ScriptedSerial::SetSettings(const std::string& text) {
+  settings = text;
+  events.push_back("settings " + text);
+}
+
+bool ScriptedSerial::Open() {
+  events.emplace_back("open");
+  open_ = can_open && port != 0;
+  return open_;
+}
+
+void ScriptedSerial::Close() {
+  events.emplace_back("close");
+  open_ = false;
+}
+
+void ScriptedSerial::Write(std::string_view bytes) {
+  if (open_) written.emplace_back(bytes);
+}
+
+std::string ScriptedSerial::ReadAll() {
+  if (!open_) return {};
+  if (!replies.empty()) {
+    const std::string reply = replies.front();
+    replies.pop_front();
+    return reply;
+  }
+  return answer ? answer(LastWritten()) : std::string();
+}
+
+void ScriptedLinks::LinkAutomatic(const std::string& topic, const std::string& item,
+                                  std::function<void(const std::string&)> on_text) {
+  events.push_back("link " + topic + " " + item);
+  handlers_[item] = std::move(on_text);
+}
+
+void ScriptedLinks::Unlink(const std::string& topic, const std::string& item) {
+  events.push_back("unlink " + topic + " " + item);
+  handlers_.erase(item);
+}
+
+bool ScriptedLinks::Send(const std::string& item, const std::string& text) {
+  const auto handler = handlers_.find(item);
+  if (handler == handlers_.end()) return false;
+  handler->second(text);
+  return true;
+}
+
+void ScriptedDialogs::Show(const std::string& title, const std::string& text, Icon icon) {
+  messages.push_back({title, text, icon});
+  if (while_open) while_open();
+}
+
+bool ScriptedDialogs::AskYesNo(const std::string& title, const std::string& text, Icon icon) {
+  questions.push_back({title, text, icon});
+  if (while_open) while_open();
+  if (yes_no.empty()) return false;
+  const bool answer = yes_no.front();
+  yes_no.pop_front();
+  return answer;
+}
+
+std::string ScriptedDialogs::AskText(const std::string& title, const std::string& prompt,
+                                     const std::string& proposal) {
+  inputs.push_back({title, prompt, proposal});
+  if (while_open) while_open();
+  if (answers.empty()) return {};
+  const std::string answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+void ScriptedPump::Pump() {
+  ++pumps;
+  if (on_pump) on_pump();
+}
+
+void ScriptedPump::PumpFor(std::chrono::milliseconds longest) {
+  waits_ms.push_back(static_cast<int>(longest.count()));
+  clock_.Advance(longest);
+  if (on_pump) on_pump();
+}
+
+bool ScriptedProgram::StartCompanion(const std::string& name, ShowStyle style) {
+  started.emplace_back(name, style);
+  return companions.contains(name);
+}
+
+bool ScriptedWindows::Exists(const std::string& title) {
+  looked_up.push_back(title);
+  return titles.contains(title);
+}
+
+FileFault MemoryFiles::Read(const std::string& path, std::string& bytes) const {
+  if (!read_fault.empty()) return read_fault;
+  const auto file = files.find(path);
+  if (file == files.end()) return "No such file or directory";
+  bytes = file->second;
+  return {};
+}
+
+FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
+  ++replaces;
+  if (!write_fault.empty()) return write_fault;
+  files[path] = bytes;
+  return {};
+}
+
+FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
+  ++appends;
+  if (!write_fault.empty()) return write_fault;
+  files[path] += bytes;
+  return {};
+}
+
+std::string Bytes(const std::vector<int>& values) {
+  std::string text;
+  std::transform(values.begin(), values.end(), std::back_inserter(text),
+                 [](int value) { return static_cast<char>(value); });
+  return text;
+}
+
+}  // namespace kestrum::test

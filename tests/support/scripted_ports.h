@@ -1,0 +1,185 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/ports.h"
+
+// The outside world as the tests play it. Everything is recorded; answers are scripted; nothing waits.
+namespace kestrum::test {
+
+class ManualClock : public Clock {
+ public:
+  DateTime now{2026, 5, 17, 14, 3, 9};
+  std::chrono::milliseconds elapsed{0};
+  std::vector<int> sleeps_ms;
+
+  DateTime Now() const override { return now; }
+  std::chrono::milliseconds Elapsed() const override { return elapsed; }
+  void Sleep(std::chrono::milliseconds duration) override {
+    sleeps_ms.push_back(static_cast<int>(duration.count()));
+    Advance(duration);
+  }
+  // Moves both the elapsed time and the time of day on (over midnight and the end of months too).
+  void Advance(std::chrono::milliseconds duration);
+};
+
+class ScriptedSerial : public SerialPort {
+ public:
+  bool can_open = true;
+  int port = 0;
+  std::string settings;
+  std::string trouble;
+  std::vector<std::string> written;  // one entry a write, only while open
+  std::vector<std::string> events;   // "port 1", "settings  9600,N,8,2", "open", "close", in order
+  // What the rig has sent by the next read; used before `answer`.
+  std::deque<std::string> replies;
+  // Else the reply to the last write; by default nothing.
+  std::function<std::string(const std::string& command)> answer;
+
+  void SetPort(int number) override;
+  void SetSettings(const std::string& text) override;
+  bool Open() override;
+  void Close() override;
+  bool IsOpen() const override { return open_; }
+  void Write(std::string_view bytes) override;
+  std::string ReadAll() override;
+  std::string DeviceName(int number) const override { return "/dev/scripted" + std::to_string(number); }
+  std::string Trouble() const override { return trouble; }
+
+  // The adapter is pulled out.
+  void Vanish() { open_ = false; }
+  std::string LastWritten() const { return written.empty() ? std::string() : written.back(); }
+
+ private:
+  bool open_ = false;
+};
+
+class ScriptedLinks : public TextLinks {
+ public:
+  std::vector<std::string> events;  // "link Posdex|form1 lblLat1", "unlink ..."
+
+  void LinkAutomatic(const std::string& topic, const std::string& item,
+                     std::function<void(const std::string&)> on_text) override;
+  void Unlink(const std::string& topic, const std::string& item) override;
+  // The reader sends a text; false when the item is not linked.
+  bool Send(const std::string& item, const std::string& text);
+
+ private:
+  std::map<std::string, std::function<void(const std::string&)>> handlers_;
+};
+
+struct ShownBox {
+  std::string title;
+  std::string text;
+  Icon icon = Icon::kNone;
+};
+
+// Answers are taken from the queues; an empty queue answers No or cancels.
+class ScriptedDialogs : public Dialogs {
+ public:
+  std::vector<ShownBox> messages;
+  std::vector<ShownBox> questions;
+  struct Input {
+    std::string title;
+    std::string prompt;
+    std::string proposal;
+  };
+  std::vector<Input> inputs;
+  std::deque<bool> yes_no;
+  std::deque<std::string> answers;
+  std::function<void()> while_open;  // what happens under an open box
+
+  void Show(const std::string& title, const std::string& text, Icon icon) override;
+  bool AskYesNo(const std::string& title, const std::string& text, Icon icon) override;
+  std::string AskText(const std::string& title, const std::string& prompt,
+                      const std::string& proposal) override;
+};
+
+class ScriptedPump : public EventPump {
+ public:
+  int pumps = 0;
+  std::vector<int> waits_ms;
+  std::function<void()> on_pump;  // also called by PumpFor, after the clock has moved on
+
+  explicit ScriptedPump(ManualClock& clock) : clock_(clock) {}
+  void Pump() override;
+  void PumpFor(std::chrono::milliseconds longest) override;
+
+ private:
+  ManualClock& clock_;
+};
+
+class CountingBeeper : public Beeper {
+ public:
+  int beeps = 0;
+  void Beep() override { ++beeps; }
+};
+
+class ScriptedProgram : public Program {
+ public:
+  std::string folder = "/car";
+  bool another_instance = false;
+  std::set<std::string> companions;  // names that can be started, e.g. "\\Posdex.exe"
+  std::vector<std::pair<std::string, ShowStyle>> started;
+
+  std::string Folder() const override { return folder; }
+  std::string ExeName() const override { return "Kestrum"; }
+  bool AnotherInstanceRuns() override { return another_instance; }
+  std::string PathOf(const std::string& name) const override { return folder + "/" + name.substr(1); }
+  std::string CompanionPath(const std::string& name) const override { return PathOf(name); }
+  bool StartCompanion(const std::string& name, ShowStyle style) override;
+  void End() override { ended_ = true; }
+  bool Ended() const override { return ended_; }
+
+ private:
+  bool ended_ = false;
+};
+
+class ScriptedWindows : public WindowLookup {
+ public:
+  std::set<std::string> titles;
+  std::vector<std::string> looked_up;
+  std::vector<std::string> closed;
+
+  bool Exists(const std::string& title) override;
+  void Close(const std::string& title) override { closed.push_back(title); }
+};
+
+class MemoryFiles : public FileStore {
+ public:
+  std::map<std::string, std::string> files;
+  std::string read_fault;   // when not empty, the operation fails with this description
+  std::string write_fault;  // Replace and Append
+  int replaces = 0;
+  int appends = 0;
+
+  bool Exists(const std::string& path) const override { return files.contains(path); }
+  FileFault Read(const std::string& path, std::string& bytes) const override;
+  FileFault Replace(const std::string& path, std::string_view bytes) override;
+  FileFault Append(const std::string& path, std::string_view bytes) override;
+};
+
+struct ScriptedPorts {
+  ScriptedSerial serial;
+  ScriptedLinks links;
+  ScriptedDialogs dialogs;
+  ManualClock clock;
+  ScriptedPump pump{clock};
+  CountingBeeper beeper;
+  ScriptedProgram program;
+  ScriptedWindows windows;
+  MemoryFiles files;
+
+  Ports ports() { return {serial, links, dialogs, clock, pump, beeper, program, windows, files}; }
+};
+
+// Five bytes as a text, e.g. Bytes({0, 0, 0, 0, 0xE7}).
+std::string Bytes(const std::vector<int>& values);
+
+}  // namespace kestrum::test
