@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QTcpSocket>
+#include <QTimer>
+
+#include "source.h"
+
+namespace kestrum::posdex {
+
+/// The NMEA stream of a gpsd.
+class GpsdSource : public Source {
+  Q_OBJECT
+
+ public:
+  explicit GpsdSource(const SourceSpec& spec);
+  void Start() override;
+  QString Description() const override;
+
+ protected:
+  void TakeLine(const QByteArray& line) override;
+
+ private:
+  void Connect();
+  void Ask();
+  void Fail(const QString& reason);
+  void TakeReport(const QByteArray& json);
+  void OnSilence();
+
+  SourceSpec spec_;
+  QTcpSocket socket_;
+  QTimer retry_;
+  QTimer connect_limit_;
+  QTimer silence_;
+  Backoff backoff_;
+  bool asked_again_ = false;
+};
+
+}  // namespace kestrum::posdex

@@ -1,0 +1,90 @@
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+
+#include "bus_service.h"
+#include "exit_signals.h"
+#include "reader.h"
+#include "reader_settings.h"
+#include "reader_window.h"
+
+namespace {
+
+using namespace kestrum::posdex;
+
+// The window waits this long for the bus, so that a second reader does not flash up before it ends.
+constexpr int kShowAtLatestMs = 500;
+
+void Print(FILE* stream, const QString& text) {
+  std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+void ShowOnce(ReaderWindow& window, bool minimised) {
+  if (window.isVisible()) return;
+  if (minimised) {
+    window.showMinimized();
+  } else {
+    window.show();
+  }
+}
+
+int Run(const QApplication& app, const CommandLine& options) {
+  const ReaderSettings conf =
+      LoadConf(QDir(app.applicationDirPath()).filePath(QStringLiteral("posdex.conf")));
+  const QString folder = options.source ? QDir::currentPath() : app.applicationDirPath();
+  Reader reader(MakeSource(options.source.value_or(conf.source), folder));
+  ReaderWindow window(reader.Description());
+  BusService bus;
+  ExitSignals exit_signals;
+  window.SetComplaint(options.source ? QString() : conf.complaint);
+
+  QObject::connect(&reader, &Reader::TextsChanged, &window, &ReaderWindow::SetTexts);
+  QObject::connect(&reader, &Reader::TextsChanged, &bus, &BusService::SetTexts);
+  QObject::connect(&reader, &Reader::StateChanged, &window, &ReaderWindow::SetState);
+  QObject::connect(&bus, &BusService::StateChanged, &window, &ReaderWindow::SetBusState);
+  QObject::connect(&bus, &BusService::StateChanged, &window, [&] { ShowOnce(window, options.minimised); });
+  QObject::connect(&bus, &BusService::QuitRequested, &window, &QWidget::close, Qt::QueuedConnection);
+  QObject::connect(&bus, &BusService::QuitRequested, &app, &QCoreApplication::quit, Qt::QueuedConnection);
+  QObject::connect(&exit_signals, &ExitSignals::Received, &app, &QCoreApplication::quit);
+  QObject::connect(&bus, &BusService::NameTaken, &window, [] {
+    Print(stderr, QStringLiteral("Posdex: another GPS reader is already running on this session bus.\n"));
+    QCoreApplication::exit(1);
+  });
+  QTimer::singleShot(kShowAtLatestMs, &window, [&] { ShowOnce(window, options.minimised); });
+
+  bus.Start();
+  reader.Start();
+  const int code = QApplication::exec();
+  // Nobody can wait for a bus that took the connection and never answers.
+  if (bus.IsConnecting()) std::_Exit(code);
+  return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  CommandLine options = ParseCommandLine(arguments);
+  if (options.help) {
+    Print(stdout, HelpText());
+    return 0;
+  }
+  if (options.version) {
+    Print(stdout, QString::fromLatin1(kTitle) + QLatin1Char('\n'));
+    return 0;
+  }
+  if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+      qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+  const QApplication app(argc, argv);
+  options = ParseCommandLine(app.arguments().mid(1));  // without those that Qt has taken
+  if (!options.complaint.isEmpty()) {
+    Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(options.complaint) + HelpText());
+    return 2;
+  }
+  return Run(app, options);
+}

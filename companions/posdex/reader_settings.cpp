@@ -1,0 +1,197 @@
+#include "reader_settings.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace kestrum::posdex {
+namespace {
+
+constexpr qint64 kLongestConf = 64 * 1024;
+constexpr qsizetype kQuotedLength = 40;
+
+// Text of unknown origin for a message: one short line without control characters.
+QString Quoted(const QString& text) {
+  QString shown = text.left(kQuotedLength);
+  for (QChar& character : shown) {
+    if (!character.isPrint()) character = QLatin1Char('?');
+  }
+  if (text.size() > kQuotedLength) shown += QStringLiteral("...");
+  return QLatin1Char('"') + shown + QLatin1Char('"');
+}
+
+std::optional<int> WholeNumber(QStringView text, int least, int most) {
+  if (text.isEmpty() || text.size() > 9) return std::nullopt;
+  int value = 0;
+  for (const QChar character : text) {
+    if (character < QLatin1Char('0') || character > QLatin1Char('9')) return std::nullopt;
+    value = value * 10 + (character.unicode() - u'0');
+  }
+  if (value < least || value > most) return std::nullopt;
+  return value;
+}
+
+ParsedSource Refused(const QString& complaint) {
+  return {std::nullopt, complaint};
+}
+
+bool HasControlCharacter(const QString& text) {
+  for (const QChar character : text) {
+    if (character.category() == QChar::Other_Control) return true;
+  }
+  return false;
+}
+
+ParsedSource ParseGpsd(const QString& rest) {
+  const bool bracketed = rest.startsWith(QLatin1Char('['));
+  const qsizetype end = rest.indexOf(bracketed ? QLatin1Char(']') : QLatin1Char(':'));
+  if (bracketed && end < 0) return Refused(QStringLiteral("no ] after the host in %1").arg(Quoted(rest)));
+  SourceSpec spec;
+  spec.host = bracketed ? rest.mid(1, end - 1) : rest.left(end);
+  if (spec.host.isEmpty()) return Refused(QStringLiteral("no host after gpsd:"));
+  const QString tail = end < 0 ? QString() : rest.mid(bracketed ? end + 1 : end);
+  if (tail.isEmpty()) return {spec, {}};
+  const std::optional<int> port = WholeNumber(QStringView(tail).mid(1), 1, 65535);
+  if (!tail.startsWith(QLatin1Char(':')) || !port) {
+    return Refused(QStringLiteral("bad gpsd port %1").arg(Quoted(tail)));
+  }
+  spec.port = static_cast<quint16>(*port);
+  return {spec, {}};
+}
+
+ParsedSource ParseSerial(const QString& rest) {
+  SourceSpec spec;
+  spec.kind = SourceSpec::Kind::kSerial;
+  const qsizetype at = rest.lastIndexOf(QLatin1Char('@'));
+  spec.path = at < 0 ? rest : rest.left(at);
+  if (spec.path.isEmpty()) return Refused(QStringLiteral("no device after serial:"));
+  if (at >= 0) {
+    const std::optional<int> baud = WholeNumber(QStringView(rest).mid(at + 1), 50, 4000000);
+    if (!baud) return Refused(QStringLiteral("bad baud rate %1").arg(Quoted(rest.mid(at + 1))));
+    spec.baud = *baud;
+  }
+  return {spec, {}};
+}
+
+ParsedSource ParseFile(const QString& rest) {
+  SourceSpec spec;
+  spec.kind = SourceSpec::Kind::kFile;
+  spec.path = rest;
+  if (spec.path.endsWith(QLatin1String("?loop"))) {
+    spec.loop = true;
+    spec.path.chop(5);
+  }
+  if (spec.path.isEmpty()) return Refused(QStringLiteral("no path after file:"));
+  return {spec, {}};
+}
+
+QString TextOf(const QByteArray& bytes) {
+  QByteArray plain = bytes;
+  if (plain.startsWith("\xEF\xBB\xBF")) plain.remove(0, 3);
+  return QString::fromUtf8(plain);
+}
+
+// The complaint about one line of posdex.conf, empty when it is fine.
+QString TakeConfLine(const QString& line, SourceSpec& source) {
+  const QString trimmed = line.trimmed();
+  if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('#')) || trimmed.startsWith(QLatin1Char(';')))
+    return {};
+  const qsizetype equals = trimmed.indexOf(QLatin1Char('='));
+  if (equals < 0) return QStringLiteral("not a setting: %1").arg(Quoted(trimmed));
+  const QString key = trimmed.left(equals).trimmed();
+  if (key.compare(QLatin1String("source"), Qt::CaseInsensitive) != 0) {
+    return QStringLiteral("unknown setting %1").arg(Quoted(key));
+  }
+  const ParsedSource parsed = ParseSource(trimmed.mid(equals + 1));
+  if (parsed.source) source = *parsed.source;
+  return parsed.complaint;
+}
+
+}  // namespace
+
+ParsedSource ParseSource(const QString& text) {
+  const QString trimmed = text.trimmed();
+  if (HasControlCharacter(trimmed))
+    return Refused(QStringLiteral("bad characters in %1").arg(Quoted(trimmed)));
+  if (trimmed == QLatin1String("gpsd")) return {SourceSpec{}, {}};
+  if (trimmed.startsWith(QLatin1String("gpsd:"))) return ParseGpsd(trimmed.mid(5));
+  if (trimmed.startsWith(QLatin1String("serial:"))) return ParseSerial(trimmed.mid(7));
+  if (trimmed.startsWith(QLatin1String("file:"))) return ParseFile(trimmed.mid(5));
+  return Refused(QStringLiteral("unknown source %1").arg(Quoted(trimmed)));
+}
+
+ReaderSettings ParseConf(const QByteArray& bytes) {
+  ReaderSettings settings;
+  QString text = TextOf(bytes);
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  int number = 0;
+  int bad_lines = 0;
+  for (const QString& line : text.split(QLatin1Char('\n'))) {
+    ++number;
+    const QString complaint = TakeConfLine(line, settings.source);
+    if (complaint.isEmpty()) continue;
+    if (++bad_lines == 1) {
+      settings.complaint = QStringLiteral("posdex.conf line %1: %2").arg(QString::number(number), complaint);
+    }
+  }
+  if (bad_lines > 1) settings.complaint += QStringLiteral(" (and %1 more)").arg(bad_lines - 1);
+  return settings;
+}
+
+ReaderSettings LoadConf(const QString& path) {
+  if (!QFileInfo::exists(path)) return {};
+  QFile file(path);
+  ReaderSettings settings;
+  if (!QFileInfo(path).isFile()) {
+    settings.complaint = QStringLiteral("posdex.conf is not a file");
+  } else if (!file.open(QIODevice::ReadOnly)) {
+    settings.complaint = QStringLiteral("posdex.conf: %1").arg(file.errorString());
+  } else {
+    settings = ParseConf(file.read(kLongestConf));
+  }
+  return settings;
+}
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+  CommandLine result;
+  const auto take_source = [&result](const QString& text) {
+    const ParsedSource parsed = ParseSource(text);
+    result.source = parsed.source;
+    if (!parsed.source) result.complaint = QStringLiteral("--source: ") + parsed.complaint;
+  };
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    const QString& argument = arguments[i];
+    if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+      result.help = true;
+    } else if (argument == QLatin1String("--version") || argument == QLatin1String("-v")) {
+      result.version = true;
+    } else if (argument == QLatin1String("--minimised") || argument == QLatin1String("--minimized")) {
+      result.minimised = true;
+    } else if (argument.startsWith(QLatin1String("--source="))) {
+      take_source(argument.mid(9));
+    } else if (argument == QLatin1String("--source") && i + 1 < arguments.size()) {
+      take_source(arguments[++i]);
+    } else if (argument == QLatin1String("--source")) {
+      result.complaint = QStringLiteral("--source needs a source");
+    } else {
+      result.complaint = QStringLiteral("unknown option %1").arg(Quoted(argument));
+    }
+  }
+  return result;
+}
+
+QString HelpText() {
+  return QStringLiteral(
+      "Usage: Posdex [--source SOURCE] [--minimised]\n"
+      "\n"
+      "Reads a GPS receiver, shows its six values and hands them to Kestrum over the session bus.\n"
+      "\n"
+      "  --source gpsd:HOST:PORT       a running gpsd (default gpsd:localhost:2947)\n"
+      "  --source serial:DEVICE@BAUD   an NMEA receiver on a serial port (default 4800 baud)\n"
+      "  --source file:PATH            a recorded NMEA file at its own pace; file:PATH?loop repeats it\n"
+      "  --minimised                   start as an icon\n"
+      "  --help, --version             print this text or the version, and end\n"
+      "\n"
+      "Without --source the last good \"source=\" line of posdex.conf beside the program counts.\n");
+}
+
+}  // namespace kestrum::posdex

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace kestrum::posdex {
+
+/// Where the NMEA sentences come from.
+struct SourceSpec {
+  enum class Kind { kGpsd, kSerial, kFile };
+  Kind kind = Kind::kGpsd;
+  QString host = QStringLiteral("localhost");  ///< gpsd
+  quint16 port = 2947;                         ///< gpsd
+  QString path;                                ///< serial device or recorded file, as written
+  int baud = 4800;                             ///< serial
+  bool loop = false;                           ///< file: start again at its end
+
+  bool operator==(const SourceSpec&) const = default;
+};
+
+struct ParsedSource {
+  std::optional<SourceSpec> source;
+  QString complaint;  ///< set when there is no source
+};
+
+/// Reads "gpsd[:HOST[:PORT]]" (an IPv6 host in brackets), "serial:DEVICE[@BAUD]" or "file:PATH[?loop]".
+ParsedSource ParseSource(const QString& text);
+
+struct ReaderSettings {
+  SourceSpec source;
+  QString complaint;  ///< one line for the user about what could not be read; empty when all was well
+};
+
+/// Reads the bytes of posdex.conf: lines "source=...", comments from "#" or ";", blank lines. The last good
+/// line wins; anything else is skipped and named in the complaint. Never fails: what is left is the default.
+ReaderSettings ParseConf(const QByteArray& bytes);
+
+/// Reads the file as ParseConf. A missing file is no complaint; at most 64 KiB are read.
+ReaderSettings LoadConf(const QString& path);
+
+struct CommandLine {
+  bool help = false;
+  bool version = false;
+  bool minimised = false;
+  std::optional<SourceSpec> source;
+  QString complaint;  ///< set when the arguments make no sense
+};
+
+/// Reads the arguments after the program's name.
+CommandLine ParseCommandLine(const QStringList& arguments);
+
+/// The text of --help.
+QString HelpText();
+
+}  // namespace kestrum::posdex
