@@ -37,6 +37,8 @@ class Application {
   // The same without asking (the set stays on): signals and the end of the desktop session.
   void ExitWithoutAsking();
 
+  const Ports& ports() const { return ports_; }
+
  private:
   void Wire();
   void InitApp();
@@ -67,6 +69,7 @@ class Application {
   MainWindow main_window;
 
  private:
+  bool started_ = false;
   bool exiting_ = false;
 };
 

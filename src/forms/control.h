@@ -168,13 +168,17 @@ struct Timer {
   int interval_ms = 1000;
   bool enabled = false;
   unsigned restarts = 0;  // rises with every Start, so that a stop and start between two looks is seen
+  unsigned stops = 0;     // rises with every Stop
   Handler tick;
 
   void Start() {
     enabled = true;
     ++restarts;
   }
-  void Stop() { enabled = false; }
+  void Stop() {
+    enabled = false;
+    ++stops;
+  }
 };
 
 // What every window has.

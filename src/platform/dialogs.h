@@ -18,6 +18,9 @@ class Dialogs {
   // What was typed; empty when cancelled.
   virtual std::string AskText(const std::string& title, const std::string& prompt,
                               const std::string& proposal) = 0;
+
+  // Nobody is there to answer any more: an open box is cancelled, every later call returns at once as cancelled.
+  virtual void Dismiss() = 0;
 };
 
 }  // namespace kestrum

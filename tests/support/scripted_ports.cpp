@@ -78,14 +78,16 @@ bool ScriptedLinks::Send(const std::string& item, const std::string& text) {
 }
 
 void ScriptedDialogs::Show(const std::string& title, const std::string& text, Icon icon) {
+  if (dismissed) return;
   messages.push_back({title, text, icon});
   if (while_open) while_open();
 }
 
 bool ScriptedDialogs::AskYesNo(const std::string& title, const std::string& text, Icon icon) {
+  if (dismissed) return false;
   questions.push_back({title, text, icon});
   if (while_open) while_open();
-  if (yes_no.empty()) return false;
+  if (yes_no.empty() || dismissed) return false;
   const bool answer = yes_no.front();
   yes_no.pop_front();
   return answer;
@@ -93,9 +95,10 @@ bool ScriptedDialogs::AskYesNo(const std::string& title, const std::string& text
 
 std::string ScriptedDialogs::AskText(const std::string& title, const std::string& prompt,
                                      const std::string& proposal) {
+  if (dismissed) return {};
   inputs.push_back({title, prompt, proposal});
   if (while_open) while_open();
-  if (answers.empty()) return {};
+  if (answers.empty() || dismissed) return {};
   const std::string answer = answers.front();
   answers.pop_front();
   return answer;

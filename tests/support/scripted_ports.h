@@ -94,11 +94,13 @@ class ScriptedDialogs : public Dialogs {
   std::deque<bool> yes_no;
   std::deque<std::string> answers;
   std::function<void()> while_open;  // what happens under an open box
+  bool dismissed = false;            // from then on nothing is shown or asked
 
   void Show(const std::string& title, const std::string& text, Icon icon) override;
   bool AskYesNo(const std::string& title, const std::string& text, Icon icon) override;
   std::string AskText(const std::string& title, const std::string& prompt,
                       const std::string& proposal) override;
+  void Dismiss() override { dismissed = true; }
 };
 
 class ScriptedPump : public EventPump {
