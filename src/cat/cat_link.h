@@ -43,10 +43,13 @@ class CatLink {
     std::array<std::uint8_t, 5> bytes{};  // what did not arrive is 0
     bool nothing_received = true;
   };
-  // Four zero bytes and the opcode, 50 ms, one read, the echo "RX Cmd= ...". The port must be open.
+  // For an S-meter read: four zero bytes and the opcode, 50 ms, one read, the echo "RX Cmd= ...". The port
+  // must be open.
   Reply Transact(std::uint8_t opcode);
 
   void Comment(const std::string& text);
+  // "Comport not open !", and the panel's tool tip says why.
+  void CommentNotOpen();
 
  private:
   State& state_;

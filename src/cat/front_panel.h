@@ -44,7 +44,11 @@ class FrontPanel {
   void cmdFT817OnOff_Click();
 
  private:
-  void Step(double khz);
+  // Ends the block and changes the band when the rig takes this frequency and it lies on the other side.
+  void CrossBand(double khz);
+  void Step(int direction);
+  void ShowStep(const std::string& down);
+  void ShowRigText();
   void NotYetImplemented();
 
   State& state_;

@@ -1,0 +1,212 @@
+#include "cat/front_panel.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cat/frequency_digits.h"
+#include "cat/rig_text.h"
+#include "config/app_title.h"
+#include "text/number_text.h"
+
+namespace kestrum {
+namespace {
+
+constexpr double kBandLimitKhz = 30000;
+constexpr std::array kSpeeds{1200, 4800, 9600, 19200, 38400, 57600};
+
+}  // namespace
+
+FrontPanel::FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig)
+    : state_(state), form_(form), ports_(ports), link_(link), rig_(rig) {
+}
+
+void FrontPanel::Wire() {
+  form_.mnuFT817.click = [this] { ChooseRig(kFT817); };
+  form_.mnuFT840.click = [this] { ChooseRig(kFT840); };
+  form_.mnuFT857.click = [this] { ChooseRig(kFT857); };
+  form_.mnuFT847.click = [this] { NotYetImplemented(); };
+  form_.mnuFT897.click = [this] { NotYetImplemented(); };
+  int number = 0;
+  for (auto* item : PortItems(form_)) {
+    ++number;
+    item->click = [this, number] { ChoosePort(number); };
+  }
+  form_.mnuBaud.click = [this] { mnuBaud_Click(); };
+  for (auto* button : ModeButtons(form_)) button->click = [this] { rig_.SetMode(0); };
+
+  form_.cmdSetFreq.click = [this] { cmdSetFreq_Click(); };
+  form_.cmdUp.click = [this] { cmdUp_Click(); };
+  form_.cmdDown.click = [this] { cmdDown_Click(); };
+  form_.sldkHzSteps.change = [this] { sldkHzSteps_Scroll(); };
+  form_.txtFrequency.focus = [this] { form_.txtFrequency.SelectAll(); };
+  form_.txtFrequency.enter_released = [this] { cmdSetFreq_Click(); };
+  form_.txtFrequency.click = [this] { cmdSetFreq_Click(); };
+  form_.chkLock.click = [this] { chkLock_Click(); };
+  form_.cmdFT817OnOff.click = [this] { cmdFT817OnOff_Click(); };
+}
+
+void FrontPanel::ApplySelection() {
+  ShowBaud();
+  link_.OpenCatPort();
+  ShowRig();
+  ShowPort();
+  rig_.SetMode(state_.settings.RigMode);
+  ShowRigText();
+}
+
+void FrontPanel::ApplyFrequency(const std::string& text) {
+  if (text.empty()) return;
+  form_.tmrMain.Stop();
+  form_.cmdSetFreq.enabled = false;
+  if (state_.settings.RigModel == kFT817 && PowerIsOff(form_)) {
+    rig_.CatPowerOnOff(true);
+    form_.tmrMain.Stop();  // the power command has started it again
+  }
+  CrossBand(TypedKhz(text));
+  if (ports_.program.Ended()) return;
+  rig_.SetFrequency(text);
+  form_.ProgressBar1.value = 0;
+  form_.cmdSetFreq.enabled = true;
+  form_.tmrMain.Start();
+}
+
+void FrontPanel::CrossBand(double khz) {
+  const bool above = khz > kBandLimitKhz;
+  const int rig_model = state_.settings.RigModel;
+  const bool refused = !InFreqRange(rig_model, khz) || (rig_model == kFT817 && PowerIsOff(form_));
+  if (refused || above == state_.AboveHF) return;
+
+  // The block that ends now was measured on the old frequency, and its header takes the text of the box.
+  const std::string new_text = form_.txtFrequency.text;
+  std::string old_text = form_.lblFreq.caption;
+  if (!ContainsText(old_text, " kHz")) old_text += " kHz";
+  form_.txtFrequency.text = old_text;
+  Run(block_ends);
+  if (ports_.program.Ended()) return;
+  form_.txtFrequency.text = new_text;
+  state_.AboveHF = above;
+  Run(band_crossed);
+}
+
+void FrontPanel::ShowRig() {
+  const auto items = RigItems(form_);
+  for (auto* item : items) item->checked = false;
+  form_.cmdFT817OnOff.enabled = false;
+  const int rig_model = state_.settings.RigModel;
+  if (rig_model < kFT817 || rig_model > kFT897) return;
+  items[static_cast<std::size_t>(rig_model - 1)]->checked = true;
+  form_.cmdFT817OnOff.enabled = rig_model == kFT817;
+}
+
+void FrontPanel::ShowPort() {
+  int number = 0;
+  for (auto* item : PortItems(form_)) {
+    ++number;
+    item->checked = number == state_.settings.ComPort;
+    item->tool_tip = ports_.serial.DeviceName(number);
+  }
+  link_.ShowPortPanel();
+}
+
+void FrontPanel::ShowBaud() {
+  form_.mnuBaud.caption = "Baud(" + ShortNumber(state_.settings.BaudRate) + ")";
+}
+
+void FrontPanel::ShowRigText() {
+  if (!show_rig_text) return;
+  const int port = state_.settings.ComPort;
+  const bool known = port >= 1 && port <= static_cast<int>(PortItems(form_).size());
+  show_rig_text("Cat " + RigName(state_.settings.RigModel) + " " +
+                (known ? "Com" + ShortNumber(port) : "No Comport"));
+}
+
+void FrontPanel::OptModeEnable(bool enabled) {
+  for (auto* button : ModeButtons(form_)) button->enabled = enabled;
+}
+
+void FrontPanel::ShowStepAtStart() {
+  Slider& slider = form_.sldkHzSteps;
+  slider.value = std::clamp(RoundToInt(state_.settings.KHzStep), slider.minimum, slider.maximum);
+  ShowStep("Frequency down");
+}
+
+void FrontPanel::ShowStep(const std::string& down) {
+  const std::string step = NumberTextSingle(state_.settings.KHzStep);
+  form_.cmdUp.tool_tip = "Frequency up" + step + " kHz";
+  form_.cmdDown.tool_tip = down + step + " kHz";
+  form_.cmdUp.caption = ">" + step;
+  form_.cmdDown.caption = step + " <";
+}
+
+void FrontPanel::ChooseRig(int rig_model) {
+  Run(block_ends);
+  if (ports_.program.Ended()) return;
+  if (rig_model == kFT817) form_.cmdFT817OnOff.caption = kPowerOffCaption;
+  state_.settings.RigModel = rig_model;
+  ShowRig();
+  link_.OpenCatPort();
+  rig_.SetMode(0);
+  rig_.CatLock(state_.settings.DialLock);
+  ShowRigText();
+}
+
+void FrontPanel::NotYetImplemented() {
+  ports_.dialogs.Show(AppTitle, "Not yet implemented !", Icon::kInformation);
+  if (ports_.program.Ended()) return;
+  ShowRig();  // the click may have checked the item
+}
+
+void FrontPanel::ChoosePort(int number) {
+  state_.settings.ComPort = number;
+  ShowPort();
+  link_.OpenCatPort();
+  rig_.SetMode(0);
+  ShowRigText();
+}
+
+void FrontPanel::mnuBaud_Click() {
+  auto& speed = state_.settings.BaudRate;
+  const auto* present = std::find(kSpeeds.begin(), kSpeeds.end(), speed);
+  if (present != kSpeeds.end()) {
+    const auto* next = present + 1;
+    speed = next == kSpeeds.end() ? kSpeeds.front() : *next;
+  }
+  ShowBaud();
+  link_.OpenCatPort();
+  rig_.SetMode(0);
+}
+
+void FrontPanel::cmdSetFreq_Click() {
+  ApplyFrequency(form_.txtFrequency.text);
+}
+
+void FrontPanel::cmdUp_Click() {
+  Step(+1);
+}
+
+void FrontPanel::cmdDown_Click() {
+  Step(-1);
+}
+
+void FrontPanel::Step(int direction) {
+  // The step as its decimal text says: a tenth of a kHz in single precision is not quite a tenth.
+  const double step_khz = Val(ShortNumberSingle(state_.settings.KHzStep));
+  form_.txtFrequency.text = NumberText(TypedKhz(form_.txtFrequency.text) + direction * step_khz) + " kHz";
+  cmdSetFreq_Click();
+}
+
+void FrontPanel::sldkHzSteps_Scroll() {
+  state_.settings.KHzStep = static_cast<float>(form_.sldkHzSteps.value);
+  ShowStep("Freqency down");  // kept on purpose: the spelling of the tool tip after a scroll
+}
+
+void FrontPanel::chkLock_Click() {
+  state_.settings.DialLock = form_.chkLock.checked;
+  rig_.CatLock(state_.settings.DialLock);
+}
+
+void FrontPanel::cmdFT817OnOff_Click() {
+  rig_.CatPowerOnOff(!PowerIsOn(form_));
+}
+
+}  // namespace kestrum
