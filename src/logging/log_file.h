@@ -40,6 +40,8 @@ class LogFile {
   void mnuSaveLogfile_Click();
 
  private:
+  void EmptyBuffer();
+  void ShowCount();
   void ReportFault(const std::string& description, const std::string& file_name);
 
   State& state_;

@@ -14,5 +14,9 @@ std::string LogRecord(const DateTime& now, const Form1& form, std::int16_t rssi_
 
 // "hh:mm:ss", 24 hours.
 std::string TimeText(const DateTime& now);
+// "dd-mm-yyyy hh:mm:ss", as it heads a block.
+std::string BlockStampText(const DateTime& now);
+// "mm-dd-yy hh:mm:ss", as the start stamp shows it.
+std::string StartStampText(const DateTime& now);
 
 }  // namespace kestrum

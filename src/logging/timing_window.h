@@ -26,6 +26,8 @@ class TimingWindow {
   void cmdOk_Click();
 
  private:
+  void ChooseType(bool by_distance);
+
   State& state_;
   Forms& forms_;
   Ports ports_;

@@ -1,0 +1,252 @@
+#include "config/main_config.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "config/app_title.h"
+#include "text/number_text.h"
+#include "text/text.h"
+#include "text/text_file.h"
+
+namespace kestrum {
+namespace {
+
+constexpr const char* kFileName = "\\Kestrum.cfg";
+constexpr std::size_t kFixedLines = 22;
+
+// Sign and digits with at most one point, nothing else.
+bool IsNumber(std::string_view text) {
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+  const bool only_digits_and_points = text.find_first_not_of("0123456789.") == std::string_view::npos;
+  const bool a_digit = text.find_first_of("0123456789") != std::string_view::npos;
+  return only_digits_and_points && a_digit && std::count(text.begin(), text.end(), '.') <= 1;
+}
+
+// Takes the lines one after the other; the first that cannot be understood makes the whole file bad.
+class LineReader {
+ public:
+  explicit LineReader(const std::vector<std::string>& lines) : lines_(lines) {}
+
+  bool ok() const { return ok_; }
+
+  std::string Text() {
+    if (next_ < lines_.size()) return lines_[next_++];
+    ok_ = false;
+    return {};
+  }
+
+  void Flag(bool& flag) {
+    const std::string line = Text();
+    if (line != "#TRUE#" && line != "#FALSE#") ok_ = false;
+    flag = line == "#TRUE#";
+  }
+
+  template <typename... Number>
+  void Numbers(Number&... numbers) {
+    const std::string line = Replace(Text(), ',', ' ');
+    rest_ = line;
+    (TakeNumber(numbers), ...);
+    if (!Field().empty()) ok_ = false;
+  }
+
+ private:
+  std::string_view Field() {
+    rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size()));
+    const auto field = rest_.substr(0, rest_.find(' '));
+    rest_.remove_prefix(field.size());
+    return field;
+  }
+
+  template <typename Number>
+  void TakeNumber(Number& number) {
+    using Limits = std::numeric_limits<Number>;
+    const auto field = Field();
+    const double value = Val(field);
+    const bool fits =
+        value >= static_cast<double>(Limits::lowest()) && value <= static_cast<double>(Limits::max());
+    const bool whole = !Limits::is_integer || value == std::floor(value);
+    if (IsNumber(field) && fits && whole) {
+      number = static_cast<Number>(value);
+    } else {
+      ok_ = false;
+    }
+  }
+
+  const std::vector<std::string>& lines_;
+  std::size_t next_ = 1;  // the version line has been read
+  std::string_view rest_;
+  bool ok_ = true;
+};
+
+// Fills `settings` from the lines of a file; false, and `settings` half filled, when one is missing or bad.
+bool ReadSettings(const std::vector<std::string>& lines, Settings& settings) {
+  LineReader reader(lines);
+  reader.Numbers(settings.RigModel, settings.ComPort, settings.BaudRate);
+  reader.Numbers(settings.TimeIntervalMs);
+  reader.Numbers(settings.RigMode);
+  reader.Numbers(settings.FieldStrengthUnit);
+  reader.Numbers(settings.SquelchLevel);
+  reader.Numbers(settings.MainLeft, settings.MainTop);
+  reader.Numbers(settings.MinimalLeft, settings.MinimalTop);
+  reader.Numbers(settings.KHzStep);
+  reader.Numbers(settings.DistanceIntervalKm);
+  reader.Flag(settings.ProgressBarMode);
+  reader.Flag(settings.ShowDDE);
+  reader.Flag(settings.LogByDistance);
+  reader.Flag(settings.AverageRSSI);
+  reader.Flag(settings.DialLock);
+  settings.TxLat = reader.Text();
+  settings.TxLong = reader.Text();
+  settings.TxHeight = reader.Text();
+  settings.FrequencyText = reader.Text();
+  settings.CalibrationFiles[2] = reader.Text();
+  settings.LogFileName = reader.Text();
+  settings.OnOffCaption = reader.Text();
+  if (!reader.ok()) return false;
+  const std::size_t antennas = std::min(lines.size() - kFixedLines, settings.TxAntennas.size());
+  std::copy_n(lines.begin() + kFixedLines, antennas, settings.TxAntennas.begin());
+  return true;
+}
+
+// A file cut off inside its last fixed line: the power caption is then only a piece of itself.
+bool CutInPowerCaption(std::string_view bytes, const std::vector<std::string>& lines) {
+  const bool line_ended = bytes.ends_with('\n') || bytes.ends_with('\r');
+  if (lines.size() != kFixedLines || line_ended) return false;
+  return !SameText(lines.back(), kPowerOnCaption) && !SameText(lines.back(), kPowerOffCaption);
+}
+
+template <typename... Number>
+std::string NumberLine(Number... numbers) {
+  return ((NumberText(numbers) + " ") + ...);
+}
+
+template <typename... Number>
+std::string SingleLine(Number... numbers) {
+  return ((NumberTextSingle(numbers) + " ") + ...);
+}
+
+std::string FlagLine(bool flag) {
+  return flag ? "#TRUE#" : "#FALSE#";
+}
+
+}  // namespace
+
+MainConfig::MainConfig(State& state, Form1& form, const Ports& ports)
+    : state_(state), form_(form), ports_(ports) {
+}
+
+void MainConfig::LoadCfg() {
+  const std::string path = ports_.program.PathOf(kFileName);
+  if (!ports_.files.Exists(path)) {
+    SetDefaults();
+    state_.InfoRequest = 1;
+    return;
+  }
+  std::string bytes;
+  if (ports_.files.Read(path, bytes)) {
+    RejectFile();
+    return;
+  }
+  const auto lines = SplitLines(bytes);
+  Settings loaded = state_.settings;
+  const bool good = !lines.empty() && SameText(lines.front(), VersionedTitle) &&
+                    ReadSettings(lines, loaded) && !CutInPowerCaption(bytes, lines);
+  if (!good) {
+    RejectFile();
+    return;
+  }
+  state_.settings = loaded;
+  state_.AboveHF = Val(loaded.FrequencyText) > 30000;
+  form_.cmdFT817OnOff.caption = loaded.OnOffCaption;
+}
+
+void MainConfig::RejectFile() {
+  // Before the message: should the program be ended under the box, the defaults are what it saves.
+  SetDefaults();
+  ports_.dialogs.Show(AppTitle,
+                      "LoadCfg\r\nInvalide version of " + ports_.program.PathOf(kFileName) +
+                          "\r\n\r\nI load default values now!",
+                      Icon::kExclamation);
+}
+
+void MainConfig::SaveCfg() {
+  const Settings& settings = state_.settings;
+  std::vector<std::string> lines = {
+      VersionedTitle,
+      NumberLine(settings.RigModel, settings.ComPort, settings.BaudRate),
+      NumberLine(settings.TimeIntervalMs),
+      NumberLine(settings.RigMode),
+      NumberLine(settings.FieldStrengthUnit),
+      NumberLine(settings.SquelchLevel),
+      SingleLine(settings.MainLeft, settings.MainTop),
+      SingleLine(settings.MinimalLeft, settings.MinimalTop),
+      SingleLine(settings.KHzStep),
+      SingleLine(settings.DistanceIntervalKm),
+      FlagLine(settings.ProgressBarMode),
+      FlagLine(settings.ShowDDE),
+      FlagLine(settings.LogByDistance),
+      FlagLine(settings.AverageRSSI),
+      FlagLine(settings.DialLock),
+      settings.TxLat,
+      settings.TxLong,
+      settings.TxHeight,
+      form_.lblFreq.caption,
+      settings.CalibrationFiles[2],
+      settings.LogFileName,
+      form_.cmdFT817OnOff.caption,
+  };
+  // Gaps in the list close up at the next load; kept on purpose, the list is filled up to its first gap.
+  std::copy_if(settings.TxAntennas.begin(), settings.TxAntennas.end(), std::back_inserter(lines),
+               [](const std::string& antenna) { return !antenna.empty(); });
+  // A line end inside a text, as a foreign GPS reader might send it, would move every line after it.
+  for (auto& line : lines) line = Replace(Replace(line, '\r', ' '), '\n', ' ');
+  const FileFault fault = ports_.files.Replace(ports_.program.PathOf(kFileName), JoinLines(lines));
+  if (fault) ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + *fault, Icon::kCritical);
+}
+
+void MainConfig::SetDefaults() {
+  Settings& settings = state_.settings;
+  settings.RigModel = kFT817;
+  settings.ComPort = 1;
+  settings.BaudRate = 4800;
+  settings.TimeIntervalMs = 5000;
+  settings.RigMode = kLsb;
+  settings.FieldStrengthUnit = 1;
+  settings.SquelchLevel = 0;
+  settings.KHzStep = 9;
+  settings.DistanceIntervalKm = 1;
+  settings.ProgressBarMode = true;
+  settings.ShowDDE = true;
+  settings.LogByDistance = false;
+  settings.AverageRSSI = false;
+  settings.DialLock = false;
+  settings.TxLat = "5157.00N";
+  settings.TxLong = "00532.00E";
+  settings.TxHeight = "? m";
+  settings.FrequencyText = "3630";
+  settings.CalibrationFiles[2] = ports_.program.PathOf("\\Calibration3.cfg");
+  settings.LogFileName = ports_.program.PathOf("\\RSSI-GPS.log");
+  settings.TxAntennas[0] = "Antenna1, PWR 10W";
+}
+
+void MainConfig::mnuSavecfg_Click() {
+  ports_.beeper.Beep();
+  SaveCfg();
+}
+
+void MainConfig::mnuDefaultCfg_Click() {
+  const bool yes = ports_.dialogs.AskYesNo(AppTitle, "Save DefaultCFG", Icon::kQuestion);
+  if (ports_.program.Ended() || !yes) return;
+  SetDefaults();
+  SaveCfg();
+  if (ports_.program.Ended()) return;
+  ports_.dialogs.Show(AppTitle, "Restart me", Icon::kInformation);
+  // Kept on purpose: no shutdown steps, so that nothing overwrites the defaults just written.
+  ports_.program.End();
+}
+
+}  // namespace kestrum
