@@ -28,6 +28,8 @@ class FrontPanel {
   void ShowRig();
   void ShowPort();
   void ShowBaud();
+  // Rig and port for the status label.
+  void ShowRigText();
   // Enables or disables the seven mode buttons.
   void OptModeEnable(bool enabled);
   // Captions and tool tips of cmdUp and cmdDown and the slider for the present step.
@@ -48,7 +50,6 @@ class FrontPanel {
   void CrossBand(double khz);
   void Step(int direction);
   void ShowStep(const std::string& down);
-  void ShowRigText();
   void NotYetImplemented();
 
   State& state_;

