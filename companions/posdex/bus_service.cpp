@@ -65,7 +65,7 @@ void BusService::Connect() {
     Retry(QStringLiteral("no session bus, retrying"));
     return;
   }
-  const QString name = QStringLiteral("posdex%1").arg(++attempts_);
+  const QString name = QStringLiteral("posdex-%1-%2").arg(reinterpret_cast<quintptr>(this)).arg(++attempts_);
   connecting_ = QThread::create([address, name] { QDBusConnection::connectToBus(address, name); });
   connect(connecting_, &QThread::finished, this, [this, name] {
     connecting_->deleteLater();

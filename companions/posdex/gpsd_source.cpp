@@ -35,6 +35,11 @@ GpsdSource::GpsdSource(const SourceSpec& spec) : spec_(spec) {
   });
 }
 
+// The socket reports its own end, to a source that is half destroyed by then.
+GpsdSource::~GpsdSource() {
+  socket_.disconnect(this);
+}
+
 void GpsdSource::Start() {
   Connect();
 }

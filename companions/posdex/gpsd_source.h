@@ -13,6 +13,9 @@ class GpsdSource : public Source {
 
  public:
   explicit GpsdSource(const SourceSpec& spec);
+  ~GpsdSource() override;
+  GpsdSource(const GpsdSource&) = delete;
+  GpsdSource& operator=(const GpsdSource&) = delete;
   void Start() override;
   QString Description() const override;
 

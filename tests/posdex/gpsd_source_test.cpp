@@ -1,0 +1,156 @@
+#include "gpsd_source.h"
+
+#include <gtest/gtest.h>
+
+#include <QTcpServer>
+
+#include "harness.h"
+
+namespace kestrum::posdex {
+namespace {
+
+constexpr const char* kRmc = "GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A";
+
+// A daemon that says what the test wants, for the moments that a real one cannot be brought into.
+class GpsdSourceTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(server_.listen(QHostAddress::LocalHost)); }
+  void Start() {
+    SourceSpec spec;
+    spec.host = Q("127.0.0.1");
+    spec.port = server_.serverPort();
+    source_ = MakeSource(spec, {});
+    QObject::connect(source_.get(), &Source::LineReceived,
+                     [this](const QByteArray& line) { lines_.append(line); });
+    QObject::connect(source_.get(), &Source::StateChanged,
+                     [this](const SourceState& state) { states_.append(state); });
+    source_->Start();
+  }
+  QTcpSocket* Accept(int limit_ms = 5000) {
+    if (!WaitFor([this] { return server_.hasPendingConnections(); }, limit_ms)) return nullptr;
+    return server_.nextPendingConnection();
+  }
+  bool WaitForState(SourceState::Link link, const char* detail, int limit_ms) const {
+    return WaitFor(
+        [&] {
+          return !states_.isEmpty() && states_.last() == SourceState{link, Q(detail)};
+        },
+        limit_ms);
+  }
+
+  QTcpServer server_;
+  QList<QByteArray> lines_;
+  QList<SourceState> states_;
+  std::unique_ptr<Source> source_;
+};
+
+TEST_F(GpsdSourceTest, AsksForTheNmeaStreamAndHandsOutItsLines) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  ASSERT_TRUE(WaitFor([&] { return client->canReadLine(); }, 2000));
+  EXPECT_TRUE(client->readLine().startsWith("?WATCH={\"enable\":true,\"nmea\":true};"));
+  client->write("{\"class\":\"VERSION\",\"release\":\"3.22\"}\r\n");
+  client->write(Nmea(kRmc).left(10));
+  client->flush();
+  RunFor(50);
+  client->write(Nmea(kRmc).mid(10));
+  ASSERT_TRUE(WaitFor([this] { return !lines_.isEmpty(); }, 2000));
+  EXPECT_EQ(lines_, QList<QByteArray>{Nmea(kRmc).trimmed()});
+  EXPECT_EQ(states_, QList<SourceState>{(SourceState{SourceState::Link::kConnected, {}})});
+}
+
+TEST_F(GpsdSourceTest, TellsThatGpsdHasNoReceiverUntilThereIsOne) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  client->write("{\"class\":\"DEVICES\",\"devices\":[]}\r\n");
+  EXPECT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has no receiver", 2000));
+  client->write(Nmea(kRmc));
+  EXPECT_TRUE(WaitForState(SourceState::Link::kConnected, "", 2000));
+  client->write("{\"class\":\"DEVICE\",\"path\":\"/dev/ttyUSB0\",\"activated\":0}\r\n");
+  EXPECT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has lost its receiver", 2000));
+}
+
+TEST_F(GpsdSourceTest, ComesBackAfterEachLoss) {
+  Start();
+  for (int round = 0; round < 3; ++round) {
+    QTcpSocket* client = Accept();
+    ASSERT_NE(client, nullptr) << round;
+    client->write(Nmea(kRmc));
+    ASSERT_TRUE(WaitFor([&] { return lines_.size() == round + 1; }, 2000));
+    delete client;
+    ASSERT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has stopped", 2000));
+  }
+}
+
+TEST_F(GpsdSourceTest, HalfALineOfALostConnectionIsForgotten) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  client->write("$GPRMC,12");
+  client->flush();
+  RunFor(50);
+  delete client;
+  client = Accept();
+  ASSERT_NE(client, nullptr);
+  client->write(Nmea(kRmc));
+  ASSERT_TRUE(WaitFor([this] { return !lines_.isEmpty(); }, 2000));
+  EXPECT_EQ(lines_, QList<QByteArray>{Nmea(kRmc).trimmed()});
+}
+
+TEST_F(GpsdSourceTest, SurvivesGarbage) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  client->write(
+      "{\n{]\n{\"class\":7}\n{\"class\":\"DEVICES\"\n\n[]\n{\"class\":\"DEVICE\",\"activated\":\"x\"}\n");
+  for (int i = 0; i < 20; ++i) client->write(QByteArray(100000, static_cast<char>('{' + i)));
+  client->write("\n" + Nmea(kRmc));
+  ASSERT_TRUE(WaitFor([this] { return lines_.contains(Nmea(kRmc).trimmed()); }, 5000));
+  for (const QByteArray& line : lines_) EXPECT_LE(line.size(), Source::kLongestLine);
+}
+
+TEST_F(GpsdSourceTest, AskingTwiceInVainEndsADeadConnection) {
+  Start();
+  QTcpSocket* dead = Accept();
+  ASSERT_NE(dead, nullptr);
+  EXPECT_NE(Accept(14000), nullptr);
+  EXPECT_EQ(states_.size(), 3);
+  EXPECT_EQ(states_[1], (SourceState{SourceState::Link::kFailed, Q("gpsd does not answer")}));
+  EXPECT_EQ(dead->readAll().count("?WATCH"), 2);
+}
+
+TEST_F(GpsdSourceTest, KeepsTryingWhenNobodyListens) {
+  const quint16 port = server_.serverPort();
+  server_.close();
+  SourceSpec spec;
+  spec.host = Q("127.0.0.1");
+  spec.port = port;
+  source_ = MakeSource(spec, {});
+  QObject::connect(source_.get(), &Source::StateChanged,
+                   [this](const SourceState& state) { states_.append(state); });
+  source_->Start();
+  ASSERT_TRUE(WaitForState(SourceState::Link::kFailed, "Connection refused", 3000));
+  ASSERT_TRUE(server_.listen(QHostAddress::LocalHost, port));
+  EXPECT_NE(Accept(), nullptr);
+}
+
+TEST(GpsdSource, TellsItsName) {
+  SourceSpec spec;
+  EXPECT_EQ(GpsdSource(spec).Description(), Q("gpsd on localhost:2947"));
+  spec.host = Q("::1");
+  EXPECT_EQ(GpsdSource(spec).Description(), Q("gpsd on [::1]:2947"));
+}
+
+TEST(Backoff, GrowsToTwoSeconds) {
+  Backoff backoff;
+  QList<int> waits;
+  for (int i = 0; i < 5; ++i) waits.append(backoff.NextMs());
+  EXPECT_EQ(waits, (QList<int>{250, 500, 1000, 2000, 2000}));
+  backoff.Reset();
+  EXPECT_EQ(backoff.NextMs(), 250);
+}
+
+}  // namespace
+}  // namespace kestrum::posdex

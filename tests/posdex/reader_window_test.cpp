@@ -1,0 +1,57 @@
+#include "reader_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+
+#include "harness.h"
+
+namespace kestrum::posdex {
+namespace {
+
+QLabel* Find(const ReaderWindow& window, const char* name) {
+  return window.findChild<QLabel*>(Q(name));
+}
+
+TEST(ReaderWindow, ShowsTheSixValuesUnderTheirNames) {
+  ReaderWindow window(Q("gpsd on localhost:2947"));
+  window.SetTexts({Q("5157.0000N"), Q("00532.0000E"), Q("A"), Q("45"), Q("328.1"), Q("10")});
+  EXPECT_EQ(window.windowTitle(), Q("Posdex Version 1.19"));
+  EXPECT_EQ(Find(window, "lblLat1")->text(), Q("5157.0000N"));
+  EXPECT_EQ(Find(window, "lblLong1")->text(), Q("00532.0000E"));
+  EXPECT_EQ(Find(window, "lblVal1")->text(), Q("A"));
+  EXPECT_EQ(Find(window, "lblCompas1")->text(), Q("45"));
+  EXPECT_EQ(Find(window, "lblHeight1")->text(), Q("328.1"));
+  EXPECT_EQ(Find(window, "lblSpeed1")->text(), Q("10"));
+}
+
+TEST(ReaderWindow, ShowsSourceStateAndLink) {
+  ReaderWindow window(Q("gpsd on localhost:2947"));
+  window.SetState(Q("connected, fix"));
+  window.SetBusState(Q("on the session bus"));
+  EXPECT_EQ(Find(window, "lblSource")->text(), Q("gpsd on localhost:2947"));
+  EXPECT_EQ(Find(window, "lblState")->text(), Q("connected, fix"));
+  EXPECT_EQ(Find(window, "lblBus")->text(), Q("on the session bus"));
+}
+
+TEST(ReaderWindow, ShowsAComplaintOnlyWhenThereIsOne) {
+  ReaderWindow window(Q("x"));
+  window.show();
+  EXPECT_FALSE(Find(window, "lblComplaint")->isVisible());
+  window.SetComplaint(Q("posdex.conf line 1: not a setting: \"x\""));
+  EXPECT_TRUE(Find(window, "lblComplaint")->isVisible());
+  window.SetComplaint({});
+  EXPECT_FALSE(Find(window, "lblComplaint")->isVisible());
+}
+
+TEST(ReaderWindow, DoesNotTakeTheFocusAndShowsPlainText) {
+  ReaderWindow window(Q("recording <b>a</b>"));
+  EXPECT_TRUE(window.testAttribute(Qt::WA_ShowWithoutActivating));
+  for (const QLabel* label : window.findChildren<QLabel*>()) {
+    if (!label->objectName().startsWith(Q("lbl"))) continue;
+    EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace kestrum::posdex

@@ -1,0 +1,161 @@
+#include "serial_source.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <ctime>
+
+#include "harness.h"
+#include "reader.h"
+
+namespace kestrum::posdex {
+namespace {
+
+constexpr const char* kRmc = "GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A";
+
+class SerialSourceTest : public testing::Test {
+ protected:
+  // The device is a link in a folder, as udev and the simulated drive make it.
+  void PlugIn(const Pty& pty) {
+    QFile::remove(link_);
+    ASSERT_TRUE(QFile::link(pty.Device(), link_));
+  }
+  void Start() {
+    SourceSpec spec;
+    spec.kind = SourceSpec::Kind::kSerial;
+    spec.path = Q("gps");
+    reader_ = std::make_unique<Reader>(MakeSource(spec, folder_.path()));
+    reader_->Start();
+  }
+  bool WaitForValidity(const char* validity, int limit_ms) const {
+    return WaitFor([&] { return reader_->Texts().validity == Q(validity); }, limit_ms);
+  }
+  bool WaitForState(const char* state, int limit_ms) const {
+    return WaitFor([&] { return reader_->State() == Q(state); }, limit_ms);
+  }
+
+  QTemporaryDir folder_;
+  QString link_ = folder_.filePath(Q("gps"));
+  std::unique_ptr<Reader> reader_;
+};
+
+TEST_F(SerialSourceTest, ReadsAReceiver) {
+  const Pty pty;
+  PlugIn(pty);
+  Start();
+  const Receiver receiver(pty);
+  ASSERT_TRUE(WaitForValidity("A", 5000));
+  EXPECT_EQ(reader_->Description(), Q("serial port gps at 4800 baud"));
+  EXPECT_EQ(reader_->State(), Q("connected, fix"));
+  ASSERT_TRUE(WaitFor([&] { return reader_->Texts().height == Q("328.1"); }, 2000));
+  EXPECT_EQ(reader_->Texts(),
+            (GpsTexts{Q("5157.0000N"), Q("00532.0000E"), Q("A"), Q("45"), Q("328.1"), Q("10")}));
+}
+
+TEST_F(SerialSourceTest, AFixIsShownSoonAfterItsSentence) {
+  const Pty pty;
+  PlugIn(pty);
+  Start();
+  ASSERT_TRUE(WaitForState("waiting for a fix", 2000));
+  QElapsedTimer clock;
+  clock.start();
+  pty.Write(Nmea(kRmc));
+  ASSERT_TRUE(WaitForValidity("A", 5000));
+  EXPECT_LT(clock.elapsed(), 1500);
+}
+
+TEST_F(SerialSourceTest, TellsALostFixAndFindsTheNextOne) {
+  const Pty pty;
+  PlugIn(pty);
+  Start();
+  Receiver receiver(pty);
+  ASSERT_TRUE(WaitForValidity("A", 5000));
+  receiver.SetFix(false);
+  ASSERT_TRUE(WaitForValidity("V", 2000));
+  ASSERT_TRUE(WaitForState("waiting for a fix", 2000));
+  EXPECT_EQ(reader_->Texts().latitude, Q("5157.0000N"));
+  EXPECT_EQ(reader_->Texts().speed, Q("10"));
+  receiver.SetFix(true);
+  EXPECT_TRUE(WaitForValidity("A", 5000));
+}
+
+TEST_F(SerialSourceTest, SilenceEndsTheFixWithinFiveSeconds) {
+  const Pty pty;
+  PlugIn(pty);
+  Start();
+  pty.Write(Nmea(kRmc));
+  ASSERT_TRUE(WaitForValidity("A", 5000));
+  EXPECT_TRUE(WaitForValidity("V", 5000));
+  EXPECT_TRUE(WaitForState("connected, no data", 5000));
+}
+
+TEST_F(SerialSourceTest, AnUnpluggedReceiverReturns) {
+  Pty first;
+  PlugIn(first);
+  Start();
+  {
+    const Receiver receiver(first);
+    ASSERT_TRUE(WaitForValidity("A", 5000));
+  }
+  first.Unplug();
+  ASSERT_TRUE(QFile::remove(link_));
+  ASSERT_TRUE(WaitForValidity("V", 5000));
+  ASSERT_TRUE(WaitForState("no receiver: not plugged in, retrying", 5000));
+  const Pty second;
+  PlugIn(second);
+  const Receiver receiver(second);
+  EXPECT_TRUE(WaitForValidity("A", 8000));
+}
+
+TEST_F(SerialSourceTest, FollowsADeviceThatWasReplacedWithoutAHangUp) {
+  const Pty first;
+  PlugIn(first);
+  Start();
+  first.Write(Nmea(kRmc));
+  ASSERT_TRUE(WaitForValidity("A", 5000));
+  const Pty second;
+  PlugIn(second);
+  const Receiver receiver(second);
+  EXPECT_TRUE(WaitFor([&] { return reader_->State() != Q("connected, fix"); }, 8000));
+  EXPECT_TRUE(WaitForValidity("A", 8000));
+}
+
+TEST_F(SerialSourceTest, GarbageIsNamedAndOutlived) {
+  const Pty pty;
+  PlugIn(pty);
+  Start();
+  for (int i = 0; i < 60; ++i) {
+    QByteArray garbage(500, '\0');
+    for (qsizetype k = 0; k < garbage.size(); ++k) garbage[k] = static_cast<char>(k * 31 + i * 17);
+    pty.Write(garbage + "\n");
+    RunFor(100);
+  }
+  EXPECT_EQ(reader_->State(), Q("connected, but no NMEA sentences (is the baud rate right?)"));
+  EXPECT_EQ(reader_->Texts(), GpsTexts{});
+  pty.Write("\r\n" + Nmea(kRmc));
+  EXPECT_TRUE(WaitForValidity("A", 2000));
+}
+
+TEST_F(SerialSourceTest, AMissingDeviceIsNamedAndCostsNoProcessorTime) {
+  Start();
+  ASSERT_TRUE(WaitForState("no receiver: not plugged in, retrying", 2000));
+  const std::clock_t before = std::clock();
+  RunFor(2000);
+  EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 0.2);
+}
+
+TEST_F(SerialSourceTest, AFileIsNoReceiver) {
+  QFile file(link_);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  Start();
+  ASSERT_TRUE(WaitFor([&] { return reader_->State().startsWith(Q("no receiver: ")); }, 2000));
+  EXPECT_EQ(reader_->Texts().validity, Q("V"));
+}
+
+}  // namespace
+}  // namespace kestrum::posdex
