@@ -1,0 +1,221 @@
+#include "options.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string_view>
+
+#include "nmea.h"
+
+namespace kestrum::drivesim {
+namespace {
+
+std::optional<double> ParseNumber(std::string_view text) {
+  double value = 0;
+  const auto [stop, error] =
+      std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+  if (error != std::errc{} || stop != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+bool SetModel(Options& options, const std::string& value) {
+  const auto model = ModelOf(value);
+  if (model) options.model = *model;
+  return model.has_value();
+}
+
+bool SetTransmitter(Options& options, const std::string& value) {
+  const std::size_t comma = value.find(',');
+  if (comma == std::string::npos) return false;
+  const auto lat = ParseNumber(std::string_view(value).substr(0, comma));
+  const auto longitude = ParseNumber(std::string_view(value).substr(comma + 1));
+  // Near a pole a road of 20 km would cross all meridians.
+  if (!lat || !longitude || std::fabs(*lat) > 85 || std::fabs(*longitude) > 180) return false;
+  options.transmitter = {*lat, *longitude};
+  return true;
+}
+
+bool SetFrequency(Options& options, const std::string& value) {
+  const auto khz = ParseNumber(value);
+  if (!khz || *khz < 100 || *khz > 999999) return false;
+  options.rig.frequency_hz = static_cast<std::uint32_t>(std::llround(*khz * 1000));
+  return true;
+}
+
+bool SetSeed(Options& options, const std::string& value) {
+  const char* end = value.data() + value.size();
+  const auto [stop, error] = std::from_chars(value.data(), end, options.seed);
+  return error == std::errc{} && stop == end;
+}
+
+bool SetSpeedup(Options& options, const std::string& value) {
+  const auto speedup = ParseNumber(value);
+  if (!speedup || *speedup < 0.01 || *speedup > 1000) return false;
+  options.speedup = *speedup;
+  return true;
+}
+
+bool SetLimit(Options& options, const std::string& value) {
+  options.wall_limit_s = ParseSeconds(value);
+  return options.wall_limit_s.has_value();
+}
+
+bool SetStart(Options& options, const std::string& value) {
+  options.start_utc_s = ParseUtc(value);
+  return options.start_utc_s.has_value();
+}
+
+bool SetOnOff(bool& flag, const std::string& value) {
+  flag = value == "on";
+  return flag || value == "off";
+}
+
+bool SetStatusBytes(Options& options, const std::string& value) {
+  options.rig.five_byte_status = value == "5";
+  return value == "5" || value == "1";
+}
+
+bool SetText(std::string& text, const std::string& value) {
+  text = value;
+  return !value.empty();
+}
+
+struct ValueOption {
+  std::string_view name;
+  std::string_view wanted;
+  bool (*set)(Options&, const std::string&);
+};
+constexpr std::array<ValueOption, 13> kValueOptions = {{
+    {"--dir", "a folder", [](Options& o, const std::string& v) { return SetText(o.directory, v); }},
+    {"--rig", "FT817, FT840, FT847, FT857 or FT897", SetModel},
+    {"--tx", "LAT,LONG in decimal degrees", SetTransmitter},
+    {"--frequency", "kHz", SetFrequency},
+    {"--seed", "a whole number", SetSeed},
+    {"--log", "a file", [](Options& o, const std::string& v) { return SetText(o.log_path, v); }},
+    {"--control", "a path", [](Options& o, const std::string& v) { return SetText(o.control_path, v); }},
+    {"--speedup", "a factor from 0.01 to 1000", SetSpeedup},
+    {"--seconds", "seconds", SetLimit},
+    {"--start-utc", "a moment like 2024-05-01T12:00:00Z", SetStart},
+    {"--acks", "on or off", [](Options& o, const std::string& v) { return SetOnOff(o.rig.acknowledges, v); }},
+    {"--power", "on or off", [](Options& o, const std::string& v) { return SetOnOff(o.rig.powered, v); }},
+    {"--status-bytes", "1 or 5", SetStatusBytes},
+}};
+
+bool SetFlag(Options& options, const std::string& name) {
+  if (name == "--no-gps") {
+    options.gps = false;
+  } else if (name == "--gsa") {
+    options.gsa = true;
+  } else if (name == "--help" || name == "-h") {
+    options.help = true;
+  } else if (name == "--version") {
+    options.version = true;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+/// A file of that name, else the text itself.
+std::string SetFaults(Options& options, const std::string& value) {
+  std::string text = value;
+  if (std::ifstream file(value); file) {
+    std::ostringstream content;
+    content << file.rdbuf();
+    text = content.str();
+  }
+  FaultScript script = ParseFaults(text);
+  options.faults = std::move(script.rows);
+  return script.error;
+}
+
+std::string SetValue(Options& options, const std::string& name, const std::string& value) {
+  if (name == "--faults") return SetFaults(options, value);
+  for (const ValueOption& option : kValueOptions) {
+    if (option.name != name) continue;
+    if (option.set(options, value)) return {};
+    return name + " wants " + std::string(option.wanted) + ", not \"" + value + "\"";
+  }
+  return "unknown option " + name;
+}
+
+bool TakesValue(const std::string& name) {
+  if (name == "--faults") return true;
+  for (const ValueOption& option : kValueOptions) {
+    if (option.name == name) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+ParsedOptions ParseOptions(const std::vector<std::string>& arguments) {
+  ParsedOptions parsed;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    std::string name = arguments[i];
+    if (SetFlag(parsed.options, name)) continue;
+    const std::size_t equals = name.find('=');
+    std::string value;
+    if (equals != std::string::npos) {
+      value = name.substr(equals + 1);
+      name.resize(equals);
+    } else if (TakesValue(name)) {
+      if (i + 1 == arguments.size()) {
+        parsed.error = name + " wants a value";
+        return parsed;
+      }
+      value = arguments[++i];
+    }
+    parsed.error = SetValue(parsed.options, name, value);
+    if (!parsed.error.empty()) return parsed;
+  }
+  const Options& options = parsed.options;
+  if (options.directory.empty() && !options.help && !options.version) parsed.error = "--dir is missing";
+  return parsed;
+}
+
+std::string VersionText() {
+  return "drivesim " DRIVESIM_VERSION;
+}
+
+std::string HelpText() {
+  return R"(Usage: drivesim --dir DIR [options]
+
+A simulated drive around a transmitter. DIR/com1 becomes the CAT port of a rig whose
+S-meter follows the drive, DIR/gps a GPS receiver in the car (NMEA, once a second).
+
+  --dir DIR           folder for the links com1 and gps; made when it is missing
+  --rig MODEL         FT817 (default), FT840, FT847, FT857 or FT897
+  --tx LAT,LONG       transmitter site in decimal degrees (51.95,5.533333)
+  --frequency KHZ     what the rig is tuned to at the start (3630)
+  --seed N            another N gives other hills and other fading (1)
+  --start-utc TIME    the receiver's clock at the start, 2024-05-01T12:00:00Z (now)
+  --speedup X         X simulated seconds in a second, 0.01 to 1000 (1)
+  --seconds N         end after N real seconds
+  --no-gps            no GPS receiver
+  --gsa               the receiver sends GSA sentences too
+  --acks on|off       one byte after each setting command: FT817, FT857, FT897 (on)
+  --power on|off      an FT817 that is switched on or off at the start (on)
+  --status-bytes 1|5  length of the receive status of an FT847 (5)
+  --log FILE          one line for each command (rx), reply (tx) and event (--), with
+                      the simulated seconds since the start
+  --faults SCRIPT     a file, or the text itself: rows second:kind:duration, separated
+                      by commas or line ends, in simulated seconds; without a duration
+                      to the end. Example: 10:silence:5,20:garbage:3,40:vanish:10
+  --control PATH      make a pipe there and obey the lines written to it
+  --help, --version
+
+Faults: silence, garbage, short, long, late, wrong (the rig's replies); vanish,
+gps-vanish (the port is unplugged); nofix, gps-silence (the receiver).
+
+Lines obeyed from the pipe and from the standard input:
+  KIND [SECONDS]      a fault from now on        clear [KIND]   end what is on
+  smeter N            hold the S-meter at N      auto           let it follow the drive
+  quit
+)";
+}
+
+}  // namespace kestrum::drivesim

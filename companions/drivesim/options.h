@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "faults.h"
+#include "rig.h"
+#include "route.h"
+
+namespace kestrum::drivesim {
+
+struct Options {
+  std::string directory;
+  Model model = Model::FT817;
+  RigSetup rig;
+  Position transmitter{51.95, 5.533333};
+  std::uint64_t seed = 1;
+  std::string log_path;
+  std::string control_path;
+  double speedup = 1;
+  std::optional<double> wall_limit_s;
+  std::optional<std::int64_t> start_utc_s;
+  std::vector<FaultRow> faults;
+  bool gps = true;
+  bool gsa = false;
+  bool help = false;
+  bool version = false;
+};
+
+struct ParsedOptions {
+  Options options;
+  std::string error;  ///< empty when the command line was understood
+};
+
+/// `arguments` without the program's name.
+ParsedOptions ParseOptions(const std::vector<std::string>& arguments);
+
+std::string HelpText();
+/// "drivesim 1.02"
+std::string VersionText();
+
+}  // namespace kestrum::drivesim

@@ -1,0 +1,96 @@
+#include "rig_line.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrum::drivesim {
+
+RigLine::RigLine(Rig& rig, FaultBoard& faults, CommandLog& log, std::uint64_t seed,
+                 std::function<int(double)> meter)
+    : rig_(rig), faults_(faults), log_(log), noise_(seed), meter_(std::move(meter)) {
+}
+
+void RigLine::Receive(std::span<const std::uint8_t> bytes, Moment now) {
+  DropIncomplete(now);
+  for (const std::uint8_t byte : bytes) {
+    incomplete_.push_back(byte);
+    last_byte_wall_s_ = now.wall_s;
+    if (incomplete_.size() == Command{}.size()) Execute(now);
+  }
+}
+
+void RigLine::DropIncomplete(Moment now) {
+  if (incomplete_.empty() || now.wall_s < last_byte_wall_s_ + kCommandGapS) return;
+  log_.Received(now.sim_s, incomplete_, "incomplete, forgotten");
+  incomplete_.clear();
+}
+
+void RigLine::Execute(Moment now) {
+  Command command{};
+  std::copy(incomplete_.begin(), incomplete_.end(), command.begin());
+  incomplete_.clear();
+  const Answer answer = rig_.Handle(command, meter_(now.sim_s));
+  log_.Received(now.sim_s, command, answer.meaning);
+  if (answer.reply.empty()) return;
+
+  std::string fault;
+  const Bytes reply = Spoil(answer, now.sim_s, fault);
+  if (reply.empty()) {
+    log_.Note(now.sim_s, "no reply (fault: " + fault + ")");
+    return;
+  }
+  const bool late = faults_.Active(Fault::Late, now.sim_s);
+  if (late) fault += fault.empty() ? "late" : ", late";
+  std::string meaning = answer.is_ack ? "acknowledge" : "reply";
+  if (!fault.empty()) meaning += " (fault: " + fault + ")";
+  log_.Sent(now.sim_s, reply, meaning);
+  output_.push_back({now.wall_s + (late ? kLateS : 0), reply});
+}
+
+Bytes RigLine::Spoil(const Answer& answer, double sim_s, std::string& fault) {
+  constexpr std::size_t kFrame = 5;
+  const auto on = [&](Fault kind) {
+    if (!faults_.Active(kind, sim_s)) return false;
+    fault = FaultName(kind);
+    return true;
+  };
+  Bytes reply = answer.reply;
+  if (on(Fault::Silence)) return {};
+  if (on(Fault::Garbage)) {
+    reply.resize(1 + noise_.Next() % 12);
+    for (std::uint8_t& byte : reply) byte = static_cast<std::uint8_t>(noise_.Next());
+  } else if (on(Fault::Short)) {
+    reply.pop_back();
+  } else if (on(Fault::Long)) {
+    reply.insert(reply.end(), kFrame, 0x55);
+  } else if (on(Fault::Wrong)) {
+    // A short reply has no opcode to be wrong; it then looks like the five bytes of another set.
+    reply.resize(std::max(reply.size(), kFrame));
+    reply.back() = reply.back() == 0xEE ? 0xED : 0xEE;
+  }
+  return reply;
+}
+
+Bytes RigLine::TakeOutput(Moment now) {
+  DropIncomplete(now);
+  Bytes bytes;
+  while (!output_.empty() && output_.front().due_wall_s <= now.wall_s) {
+    bytes.insert(bytes.end(), output_.front().bytes.begin(), output_.front().bytes.end());
+    output_.pop_front();
+  }
+  return bytes;
+}
+
+double RigLine::NextWallS() const {
+  double next = kNoEnd;
+  if (!incomplete_.empty()) next = last_byte_wall_s_ + kCommandGapS;
+  if (!output_.empty()) next = std::min(next, output_.front().due_wall_s);
+  return next;
+}
+
+void RigLine::Reset() {
+  incomplete_.clear();
+  output_.clear();
+}
+
+}  // namespace kestrum::drivesim

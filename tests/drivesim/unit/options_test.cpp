@@ -1,0 +1,124 @@
+#include "options.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace kestrum::drivesim {
+namespace {
+
+TEST(Options, Defaults) {
+  const ParsedOptions parsed = ParseOptions({"--dir", "there"});
+  EXPECT_EQ(parsed.error, "");
+  const Options& options = parsed.options;
+  EXPECT_EQ(options.directory, "there");
+  EXPECT_EQ(options.model, Model::FT817);
+  EXPECT_EQ(options.rig.frequency_hz, 3630000U);
+  EXPECT_TRUE(options.rig.acknowledges);
+  EXPECT_TRUE(options.rig.powered);
+  EXPECT_TRUE(options.rig.five_byte_status);
+  EXPECT_DOUBLE_EQ(options.transmitter.lat_deg, 51.95);
+  EXPECT_DOUBLE_EQ(options.transmitter.long_deg, 5.533333);
+  EXPECT_DOUBLE_EQ(options.speedup, 1);
+  EXPECT_TRUE(options.gps);
+  EXPECT_FALSE(options.gsa);
+  EXPECT_TRUE(options.faults.empty());
+}
+
+TEST(Options, EverythingInBothForms) {
+  const ParsedOptions parsed = ParseOptions({"--dir=d",        "--rig=FT840",
+                                             "--tx",           "-33.5,151.25",
+                                             "--frequency",    "7050.5",
+                                             "--seed",         "9",
+                                             "--log",          "l",
+                                             "--control",      "c",
+                                             "--speedup",      "2.5",
+                                             "--seconds",      "30",
+                                             "--start-utc",    "2024-05-01T12:00:00Z",
+                                             "--acks",         "off",
+                                             "--power",        "off",
+                                             "--status-bytes", "1",
+                                             "--faults",       "1:silence:2",
+                                             "--no-gps",       "--gsa"});
+  EXPECT_EQ(parsed.error, "");
+  const Options& options = parsed.options;
+  EXPECT_EQ(options.model, Model::FT840);
+  EXPECT_DOUBLE_EQ(options.transmitter.lat_deg, -33.5);
+  EXPECT_DOUBLE_EQ(options.transmitter.long_deg, 151.25);
+  EXPECT_EQ(options.rig.frequency_hz, 7050500U);
+  EXPECT_EQ(options.seed, 9U);
+  EXPECT_EQ(options.log_path, "l");
+  EXPECT_EQ(options.control_path, "c");
+  EXPECT_DOUBLE_EQ(options.speedup, 2.5);
+  EXPECT_EQ(options.wall_limit_s, 30.0);
+  EXPECT_EQ(options.start_utc_s, 1714564800);
+  EXPECT_FALSE(options.rig.acknowledges);
+  EXPECT_FALSE(options.rig.powered);
+  EXPECT_FALSE(options.rig.five_byte_status);
+  EXPECT_EQ(options.faults.size(), 1U);
+  EXPECT_FALSE(options.gps);
+  EXPECT_TRUE(options.gsa);
+}
+
+TEST(Options, FaultsFromAFile) {
+  const auto path = std::filesystem::path(testing::TempDir()) / "drivesim_options_faults";
+  std::ofstream(path) << "# script\n1:late:2\n3:nofix\n";
+  const ParsedOptions parsed = ParseOptions({"--dir", "d", "--faults", path.string()});
+  std::filesystem::remove(path);
+  EXPECT_EQ(parsed.error, "");
+  EXPECT_EQ(parsed.options.faults.size(), 2U);
+}
+
+TEST(Options, WrongValuesAreNamed) {
+  const std::vector<std::vector<std::string>> bad = {{"--rig", "FT1000"},
+                                                     {"--rig", "ft817"},
+                                                     {"--tx", "51.95"},
+                                                     {"--tx", "86,5"},
+                                                     {"--tx", "51,181"},
+                                                     {"--tx", "a,b"},
+                                                     {"--frequency", "x"},
+                                                     {"--frequency", "99"},
+                                                     {"--seed", "-1"},
+                                                     {"--seed", "x"},
+                                                     {"--speedup", "0"},
+                                                     {"--speedup", "1001"},
+                                                     {"--seconds", "-1"},
+                                                     {"--start-utc", "today"},
+                                                     {"--acks", "yes"},
+                                                     {"--power", "1"},
+                                                     {"--status-bytes", "2"},
+                                                     {"--faults", "nonsense"},
+                                                     {"--dir", ""},
+                                                     {"--log", ""},
+                                                     {"--whatever", "x"},
+                                                     {"stray"},
+                                                     {"--seed"},
+                                                     {"--no-gps=1"}};
+  for (const auto& row : bad) {
+    std::vector<std::string> arguments = {"--dir", "d"};
+    arguments.insert(arguments.end(), row.begin(), row.end());
+    EXPECT_NE(ParseOptions(arguments).error, "") << row[0] << " " << row.back();
+  }
+  EXPECT_EQ(ParseOptions({"--rig", "FT1000", "--dir", "d"}).error,
+            "--rig wants FT817, FT840, FT847, FT857 or FT897, not \"FT1000\"");
+  EXPECT_EQ(ParseOptions({"--seed"}).error, "--seed wants a value");
+}
+
+TEST(Options, FolderIsNeededExceptForHelpAndVersion) {
+  EXPECT_EQ(ParseOptions({}).error, "--dir is missing");
+  EXPECT_EQ(ParseOptions({"--help"}).error, "");
+  EXPECT_EQ(ParseOptions({"--version"}).error, "");
+}
+
+TEST(Options, TextsOfHelpAndVersion) {
+  EXPECT_EQ(VersionText(), "drivesim 1.02");
+  for (const char* name : {"--dir", "--rig", "--tx", "--frequency", "--seed", "--start-utc", "--speedup",
+                           "--seconds", "--no-gps", "--gsa", "--acks", "--power", "--log", "--status-bytes",
+                           "--faults", "--control", "--help", "--version"}) {
+    EXPECT_NE(HelpText().find(name), std::string::npos) << name;
+  }
+}
+
+}  // namespace
+}  // namespace kestrum::drivesim
