@@ -11,10 +11,6 @@ int DigitValue(char c) {
 
 }  // namespace
 
-ThreeCharacters::ThreeCharacters(std::string_view text) : text_(text.substr(0, 3)) {
-  text_.resize(3, ' ');
-}
-
 std::uint8_t FieldByte(const ThreeCharacters& field) {
   const std::string& text = field.text();
   const double value = Val(text);

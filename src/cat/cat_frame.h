@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,7 +11,11 @@ namespace kestrum {
 class ThreeCharacters {
  public:
   ThreeCharacters() = default;
-  ThreeCharacters(std::string_view text);  // NOLINT(google-explicit-constructor): assigned like a text
+  // Assigned like a text, hence not explicit.
+  template <std::convertible_to<std::string_view> Text>
+  ThreeCharacters(const Text& text) : text_(std::string_view(text).substr(0, 3)) {
+    text_.resize(3, ' ');
+  }
   const std::string& text() const { return text_; }
 
  private:

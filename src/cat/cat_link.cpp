@@ -19,8 +19,7 @@ int UsablePort(int number) {
 
 }  // namespace
 
-CatLink::CatLink(State& state, Form1& form, const Ports& ports) : state_(state), form_(form), ports_(ports) {
-}
+CatLink::CatLink(State& state, Form1& form, const Ports& ports) : state_(state), form_(form), ports_(ports) {}
 
 void CatLink::OpenCatPort() {
   if (IsOpen()) CloseCatPort();

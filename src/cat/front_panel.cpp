@@ -17,8 +17,7 @@ constexpr std::array kSpeeds{1200, 4800, 9600, 19200, 38400, 57600};
 }  // namespace
 
 FrontPanel::FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig)
-    : state_(state), form_(form), ports_(ports), link_(link), rig_(rig) {
-}
+    : state_(state), form_(form), ports_(ports), link_(link), rig_(rig) {}
 
 void FrontPanel::Wire() {
   form_.mnuFT817.click = [this] { ChooseRig(kFT817); };

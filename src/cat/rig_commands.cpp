@@ -36,15 +36,15 @@ bool IsRig(int rig_model) {
   return rig_model >= kFT817 && rig_model <= kFT897;
 }
 
-// Digits are taken from the number's text, so that decimals beyond ten hertz never reach the set.
+// Digits are taken from the number's text, not from what was typed: units and leading zeros are gone.
 void FillFrame(CatFrame& frame, int rig_model, double khz) {
   const std::string digits = PadDigits(NumberText(khz));
-  const auto pair = [&digits](std::size_t n) { return ThreeCharacters("0" + digits.substr(2 * n, 2)); };
+  const auto pair = [&digits](std::size_t n) { return "0" + digits.substr(2 * n, 2); };
   if (rig_model == kFT817) {
-    frame = {pair(0), pair(1), pair(2), pair(3), ThreeCharacters("001")};
+    frame = {pair(0), pair(1), pair(2), pair(3), "001"};
   } else if (rig_model == kFT840 || rig_model == kFT857) {
     // Kept on purpose: the FT857 gets the FT840's frequency command.
-    frame = {pair(3), pair(2), pair(1), pair(0), ThreeCharacters("010")};
+    frame = {pair(3), pair(2), pair(1), pair(0), "010"};
   }
   // Kept on purpose: FT847 and FT897 are not served yet and get the previous frame again.
 }
@@ -52,8 +52,7 @@ void FillFrame(CatFrame& frame, int rig_model, double khz) {
 }  // namespace
 
 RigCommands::RigCommands(State& state, Form1& form, const Ports& ports, CatLink& link)
-    : state_(state), form_(form), ports_(ports), link_(link) {
-}
+    : state_(state), form_(form), ports_(ports), link_(link) {}
 
 void RigCommands::ReadRssi() {
   switch (state_.settings.RigModel) {
