@@ -143,7 +143,8 @@ FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) 
 FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
   ++appends;
   if (!write_fault.empty()) return write_fault;
-  files[path] += bytes;
+  appended_lines += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+  if (!forget_appends) files[path] += bytes;
   return {};
 }
 

@@ -156,10 +156,12 @@ class ScriptedWindows : public WindowLookup {
 class MemoryFiles : public FileStore {
  public:
   std::map<std::string, std::string> files;
-  std::string read_fault;   // when not empty, the operation fails with this description
-  std::string write_fault;  // Replace and Append
+  std::string read_fault;       // when not empty, the operation fails with this description
+  std::string write_fault;      // Replace and Append
+  bool forget_appends = false;  // count them only, for drives that last for days
   int replaces = 0;
   int appends = 0;
+  std::size_t appended_lines = 0;
 
   bool Exists(const std::string& path) const override { return files.contains(path); }
   FileFault Read(const std::string& path, std::string& bytes) const override;
