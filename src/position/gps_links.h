@@ -4,9 +4,11 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "forms/form1.h"
 #include "platform/ports.h"
+#include "text/text.h"
 
 namespace kestrum {
 
@@ -20,6 +22,11 @@ struct GpsRecord {
   std::string compass;   // degrees, "32768" when there is none
 };
 
+// Whether a validity text of the reader means a valid fix.
+inline bool FixIsValid(std::string_view validity) {
+  return SameText(validity, "A");
+}
+
 // Links to the GPS reader and the record taken from them.
 class GpsLinks {
  public:
@@ -27,7 +34,7 @@ class GpsLinks {
 
   GpsRecord record;
 
-  // At start-up: topic and item of the six labels.
+  // At start-up: topic, item and tool tip of the six labels, and the speed units on a click.
   void PrepareLabels();
   // true: finds or starts the reader and opens the links; false: closes the reader and the links.
   void LoadGps(bool start);

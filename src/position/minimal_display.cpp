@@ -1,0 +1,169 @@
+#include "position/minimal_display.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "config/app_title.h"
+#include "position/great_circle.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace kestrum {
+namespace {
+
+constexpr const char* kNoNeedle = "32768";
+constexpr double kRadiansPerDegree = 0.017453292519943278;
+constexpr double kCentreOffset = 25;   // twips
+constexpr double kReach = 0.7;         // of the centre's distance from the edge
+constexpr double kNoAngleRadius = 30;  // twips
+
+// "???°" and an empty label hold no angle.
+bool HoldsAngle(std::string_view caption) {
+  return caption.find_first_of("0123456789") != std::string_view::npos;
+}
+
+// The needle's text for a caption such as "032°"; without an angle it must not point straight ahead.
+std::string NeedleText(std::string_view caption) {
+  if (!HoldsAngle(caption)) return kNoNeedle;
+  return std::string(caption.substr(0, caption.find(kDegree)));
+}
+
+// Kept on purpose: the value as the reader's label shows it until the first record brings metres.
+std::string HeightAtLoad(const std::string& caption) {
+  return ContainsText(caption, "eight") ? "?? m" : caption;
+}
+
+std::string FrequencyAtLoad(const std::string& caption) {
+  const std::string frequency = Trim(caption);
+  return ContainsText(frequency, " kHz") ? frequency : frequency + " kHz";
+}
+
+std::string AngleText(const std::string& bearing) {
+  return bearing + (HoldsAngle(bearing) ? CompassText(bearing) : "? ");
+}
+
+}  // namespace
+
+std::vector<Shape> NeedleShapes(const std::string& text, double width, double height) {
+  const double x0 = width / 2 - kCentreOffset;
+  const double y0 = height / 2 - kCentreOffset;
+  if (x0 <= 0 || y0 <= 0) return {};  // not laid out yet
+
+  Shape circle;
+  circle.x1 = x0;
+  circle.y1 = y0;
+  circle.radius = kReach * x0;
+  circle.color = Color::kBlue;
+
+  Shape needle = circle;
+  needle.color = Color::kRed;
+  if (text == kNoNeedle) {
+    needle.radius = kNoAngleRadius;
+    return {circle, needle};
+  }
+  // Kept on purpose: the reach follows width and height separately.
+  const double angle = (Val(text) - 90) * kRadiansPerDegree;
+  needle.kind = Shape::Kind::kLine;
+  needle.radius = 0;
+  needle.x2 = x0 + kReach * x0 * std::cos(angle);
+  needle.y2 = y0 + kReach * y0 * std::sin(angle);
+  return {circle, needle};
+}
+
+MinimalDisplay::MinimalDisplay(State& state, Forms& forms, const Ports& ports)
+    : state_(state), forms_(forms), ports_(ports) {
+}
+
+void MinimalDisplay::Wire() {
+  Form5& form = forms_.form5;
+  forms_.form1.mnuMinimalDisplay.click = [this] { Toggle(); };
+  form.Command1.click = [this] { Toggle(); };
+  form.close = [this] { Toggle(); };  // the way back, since closing would leave no window at all
+  form.key_down = [this](Key key) {
+    if (key != Key::kF5) return false;
+    Toggle();
+    return true;
+  };
+  form.activate = [this] { ShowPelorusMinimized(forms_.form1.lblRxBearing.caption); };
+  form.Picture1.resized = [this] { ShowPelorusMinimized(needle_); };
+}
+
+void MinimalDisplay::Toggle() {
+  Form1& form1 = forms_.form1;
+  form1.mnuMinimalDisplay.checked = !form1.mnuMinimalDisplay.checked;
+  if (!form1.mnuMinimalDisplay.checked) {
+    Unload();
+    return;
+  }
+  if (state_.settings.RigModel == kFT817 && PowerIsOff(form1)) {
+    form1.mnuMinimalDisplay.checked = false;
+    ports_.dialogs.Show(AppTitle, "Switch FT817 first on", Icon::kInformation);
+    return;
+  }
+  if (!SameText(form1.cmdLoggin.caption, kLoggingOnCaption)) Run(form1.cmdLoggin.click);
+  if (ports_.program.Ended()) return;
+  Load();
+}
+
+void MinimalDisplay::Load() {
+  Form1& form1 = forms_.form1;
+  Form5& form5 = forms_.form5;
+  form5.left = state_.settings.MinimalLeft;
+  form5.top = state_.settings.MinimalTop;
+  form5.caption = AppTitle;
+  form5.Frame1.caption = "Kestrum";
+  form5.Command1.caption = "&Main(F5) ";
+  form5.ProgressBar1.maximum = 255;
+  form5.ProgressBar1.value = 0;
+  form5.ProgressBar1.segments = state_.settings.ProgressBarMode;
+  auto& labels = form5.Label1;
+  labels[0].tool_tip = "Distance to TX";
+  labels[0].caption = "Dist";
+  labels[1].tool_tip = "Angle to TX";
+  labels[1].caption = "Angle";
+  labels[2].tool_tip = "Altitude in metres";
+  labels[2].caption = HeightAtLoad(form1.lblDDEHeight.caption);
+  labels[3].caption = FrequencyAtLoad(form1.lblFreq.caption);
+  labels[4].caption = "RSSI";
+  ShowPelorusMinimized(form1.lblRxBearing.caption);
+
+  form1.visible = false;
+  forms_.form2.visible = false;
+  forms_.form3.visible = false;
+  forms_.form4.visible = false;
+  form5.loaded = true;
+  form5.visible = true;
+}
+
+void MinimalDisplay::Unload() {
+  Form1& form1 = forms_.form1;
+  Form5& form5 = forms_.form5;
+  state_.settings.MinimalLeft = form5.left;
+  state_.settings.MinimalTop = form5.top;
+  form5.visible = false;
+  form5.loaded = false;
+  form1.visible = true;
+  form1.Picture1.needle = NeedleText(form1.lblPelorus.caption);
+  form1.ProgressBar1.segments = state_.settings.ProgressBarMode;
+}
+
+void MinimalDisplay::ShowRecord(const std::string& s_text, const std::string& microvolts,
+                                const std::string& millivolts) {
+  const Form1& form1 = forms_.form1;
+  auto& labels = forms_.form5.Label1;
+  labels[0].caption = form1.lblRxDist.caption;
+  labels[1].caption = AngleText(form1.lblRxBearing.caption);
+  labels[2].caption = form1.lblRxHeight.caption;
+  labels[3].caption = TrimLeft(form1.lblFreq.caption);
+  labels[4].caption = s_text + ", " + TrimLeft(microvolts) + " uV, " + TrimLeft(millivolts) + " mV/m";
+  forms_.form5.ProgressBar1.value = std::clamp<int>(state_.RssiRaw, 0, 255);
+  ShowPelorusMinimized(form1.lblPelorus.caption);
+}
+
+void MinimalDisplay::ShowPelorusMinimized(const std::string& text) {
+  needle_ = NeedleText(text);
+  Picture& picture = forms_.form5.Picture1;
+  picture.shapes = NeedleShapes(needle_, picture.width, picture.height);
+}
+
+}  // namespace kestrum

@@ -1,0 +1,70 @@
+#include "position/rx_site.h"
+
+#include "position/coordinates.h"
+#include "position/single.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace kestrum {
+
+RxSite::RxSite(const State& state, Form1& form, GpsLinks& gps, GreatCircle& circle)
+    : state_(state), form_(form), gps_(gps), circle_(circle) {
+}
+
+void RxSite::CalcTxPos() {
+  circle_.tx = {LatLongToDeg(state_.settings.TxLat), LatLongToDeg(state_.settings.TxLong)};
+}
+
+void RxSite::CalcRxPos() {
+  circle_.rx = {LatLongToDeg(form_.lblDDELat.caption), LatLongToDeg(form_.lblDDELong.caption)};
+}
+
+void RxSite::CalcPosABStart() {
+  circle_.reference = {LatLongToDeg(gps_.record.latitude), LatLongToDeg(gps_.record.longitude)};
+}
+
+float RxSite::DistanceFromReference() {
+  CalcRxPos();
+  circle_.tx = circle_.reference;
+  // Kept on purpose: a car that stands at the reference gets the distance computed last, not 0.
+  circle_.CalcDistBearing();
+  return circle_.distance_km;
+}
+
+void RxSite::ReferenceFromTxSlots() {
+  circle_.reference = circle_.tx;
+}
+
+void RxSite::SetGPSdata() {
+  if (!FixIsValid(form_.lblDDEVal.caption)) return;
+  gps_.ShowGpsFields();
+  CalcTxPos();
+  CalcRxPos();
+  circle_.CalcDistBearing();
+  // Kept on purpose: no zero before the point below 1 km, as in all log files so far.
+  form_.lblRxDist.caption = ShortNumberSingle(ToSingle(RoundHalfEven(circle_.distance_km, 2))) + " km";
+  ShowBearing();
+  ShowOpticalDistance();
+  ShowPelorus();
+}
+
+void RxSite::ShowBearing() {
+  const int bearing = RoundToInt(circle_.bearing_deg);
+  const bool known = circle_.bearing_deg != kNoBearing;
+  form_.lblRxBearing.caption = (known ? ThreeDigits(bearing) : "???") + std::string(kDegree);
+  // The word goes with the whole number beside it; -1 lies in no sector.
+  form_.lblTextBearing.caption = Trim(CompassText(ShortNumber(bearing)));
+}
+
+void RxSite::ShowOpticalDistance() {
+  form_.lblOpticalDistance.caption =
+      OpticalDistanceText(form_.lblTxHeight.caption, form_.lblRxHeight.caption) + " km";
+}
+
+void RxSite::ShowPelorus() {
+  const std::string text = PelorusText(gps_.record.compass, RoundToInt(circle_.bearing_deg));
+  form_.lblPelorus.caption = (text == "32768" ? "???" : text) + std::string(kDegree);
+  form_.Picture1.needle = text;
+}
+
+}  // namespace kestrum
