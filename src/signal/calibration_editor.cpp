@@ -49,8 +49,7 @@ void ShowToolTips(Form3& form) {
 
 CalibrationEditor::CalibrationEditor(State& state, Forms& forms, const Ports& ports, CalibrationTable& table,
                                      CalibrationFiles& files)
-    : state_(state), forms_(forms), ports_(ports), table_(table), files_(files) {
-}
+    : state_(state), forms_(forms), ports_(ports), table_(table), files_(files) {}
 
 void CalibrationEditor::Wire() {
   Form3& form = forms_.form3;

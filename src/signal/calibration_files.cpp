@@ -70,8 +70,7 @@ bool ReadRow(const std::string& line, TableRow& row) {
 
 CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig,
                                    FrontPanel& panel, CalibrationTable& table)
-    : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {
-}
+    : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {}
 
 void CalibrationFiles::LoadS2Ftable(const std::string& path) {
   const FileFault fault = ReadTable(path);
@@ -86,7 +85,7 @@ void CalibrationFiles::LoadS2Ftable(const std::string& path) {
 
 FileFault CalibrationFiles::ReadTable(const std::string& path) {
   std::string bytes;
-  if (const FileFault fault = ports_.files.Read(path, bytes)) return fault;
+  if (FileFault fault = ports_.files.Read(path, bytes)) return fault;
   table_.ClearCalibration(false);
   const auto lines = SplitLines(bytes);
   if (lines.empty()) return kEndOfFile;

@@ -173,8 +173,7 @@ std::string RSSItoDBm(std::string_view text) {
   return NumberText(RoundHalfEven(10 * std::log10(power_watt), 2));
 }
 
-CalibrationTable::CalibrationTable(const State& state, Forms& forms) : state_(state), forms_(forms) {
-}
+CalibrationTable::CalibrationTable(const State& state, Forms& forms) : state_(state), forms_(forms) {}
 
 void CalibrationTable::ClearCalibration(bool from_editor) {
   Form3& editor = forms_.form3;

@@ -14,8 +14,7 @@ std::string BarToolTip(const std::string& reading, const ProgressBar& bar) {
 }  // namespace
 
 SMeter::SMeter(State& state, Forms& forms, RigCommands& rig, CalibrationTable& table)
-    : state_(state), forms_(forms), rig_(rig), table_(table) {
-}
+    : state_(state), forms_(forms), rig_(rig), table_(table) {}
 
 void SMeter::Wire() {
   Form1& form = forms_.form1;
