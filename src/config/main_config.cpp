@@ -136,8 +136,7 @@ std::string FlagLine(bool flag) {
 }  // namespace
 
 MainConfig::MainConfig(State& state, Form1& form, const Ports& ports)
-    : state_(state), form_(form), ports_(ports) {
-}
+    : state_(state), form_(form), ports_(ports) {}
 
 void MainConfig::LoadCfg() {
   const std::string path = ports_.program.PathOf(kFileName);

@@ -18,8 +18,7 @@ constexpr int kRecordsPerBlock = 100;
 
 LogFile::LogFile(State& state, Forms& forms, const Ports& ports, const CalibrationTable& table,
                  MinimalDisplay& minimal)
-    : state_(state), forms_(forms), ports_(ports), table_(table), minimal_(minimal) {
-}
+    : state_(state), forms_(forms), ports_(ports), table_(table), minimal_(minimal) {}
 
 void LogFile::StampStart() {
   LogBuffer[0] = "Start @" + StartStampText(ports_.clock.Now());

@@ -9,8 +9,7 @@ namespace kestrum {
 
 LoggingControl::LoggingControl(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig,
                                FrontPanel& panel, LogFile& log)
-    : state_(state), form_(form), ports_(ports), link_(link), rig_(rig), panel_(panel), log_(log) {
-}
+    : state_(state), form_(form), ports_(ports), link_(link), rig_(rig), panel_(panel), log_(log) {}
 
 void LoggingControl::Wire() {
   form_.cmdLoggin.click = [this] { cmdLoggin_Click(); };

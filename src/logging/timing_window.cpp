@@ -40,8 +40,7 @@ std::string EveryText(int interval_ms) {
 }  // namespace
 
 TimingWindow::TimingWindow(State& state, Forms& forms, const Ports& ports, SMeter& s_meter)
-    : state_(state), forms_(forms), ports_(ports), s_meter_(s_meter) {
-}
+    : state_(state), forms_(forms), ports_(ports), s_meter_(s_meter) {}
 
 void TimingWindow::Wire() {
   Form4& form = forms_.form4;

@@ -15,8 +15,7 @@ constexpr const char* kIndent = "     ";
 }  // namespace
 
 InfoWindow::InfoWindow(State& state, Forms& forms, const Ports& ports)
-    : state_(state), forms_(forms), ports_(ports) {
-}
+    : state_(state), forms_(forms), ports_(ports) {}
 
 void InfoWindow::Wire() {
   forms_.form2.caption = AppTitle;
