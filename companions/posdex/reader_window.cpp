@@ -3,7 +3,6 @@
 #include <QFontDatabase>
 #include <QFormLayout>
 #include <QFrame>
-#include <QVBoxLayout>
 
 #include "bus_service.h"
 
@@ -20,45 +19,42 @@ QFont ValueFont() {
 
 }  // namespace
 
-ReaderWindow::ReaderWindow(const QString& source) {
+ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this)) {
   setWindowTitle(QString::fromLatin1(kTitle));
   setAttribute(Qt::WA_ShowWithoutActivating);
 
-  auto* values = new QFormLayout;
   const QFont font = ValueFont();
   for (std::size_t i = 0; i < kItems.size(); ++i) {
-    values_[i] = AddLine(values, QString::fromLatin1(kItems[i].caption), kItems[i].name);
+    values_[i] = AddLine(QString::fromLatin1(kItems[i].caption), kItems[i].name);
     values_[i]->setFont(font);
+    values_[i]->setToolTip(QStringLiteral("As the logger reads it. A: fix, V: no fix, 32768: not told."));
   }
   auto* rule = new QFrame;
   rule->setFrameShape(QFrame::HLine);
   rule->setFrameShadow(QFrame::Sunken);
+  form_->addRow(rule);
 
-  states_ = new QFormLayout;
-  AddLine(states_, QStringLiteral("Source"), "lblSource")->setText(source);
-  state_ = AddLine(states_, QStringLiteral("State"), "lblState");
-  bus_ = AddLine(states_, QStringLiteral("Logger link"), "lblBus");
-  complaint_ = AddLine(states_, QStringLiteral("Settings"), "lblComplaint");
-  states_->setRowVisible(complaint_, false);
+  AddLine(QStringLiteral("Source"), "lblSource")->setText(source);
+  state_ = AddLine(QStringLiteral("State"), "lblState");
+  bus_ = AddLine(QStringLiteral("Logger link"), "lblBus");
+  complaint_ = AddLine(QStringLiteral("Settings"), "lblComplaint");
+  form_->setRowVisible(complaint_, false);
+  // Wide enough for the usual states, so that the window does not change with them; longer ones wrap.
+  state_->setMinimumWidth(
+      state_->fontMetrics().horizontalAdvance(QStringLiteral("no receiver: Connection refused, retrying")));
   SetState(QStringLiteral("connecting"));
   SetBusState(QStringLiteral("connecting"));
-
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(values);
-  layout->addWidget(rule);
-  layout->addLayout(states_);
-  layout->addStretch();
   SetTexts({});
 }
 
-QLabel* ReaderWindow::AddLine(QFormLayout* form, const QString& caption, const char* name) {
+QLabel* ReaderWindow::AddLine(const QString& caption, const char* name) {
   auto* label = new QLabel;
   label->setObjectName(QString::fromLatin1(name));
   label->setAccessibleName(caption);
   label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setWordWrap(true);
-  form->addRow(caption, label);
+  form_->addRow(caption, label);
   return label;
 }
 
@@ -66,9 +62,31 @@ void ReaderWindow::SetTexts(const GpsTexts& texts) {
   for (std::size_t i = 0; i < kItems.size(); ++i) values_[i]->setText(texts.*kItems[i].text);
 }
 
+void ReaderWindow::SetState(const QString& state) {
+  state_->setText(state);
+  GrowToFit();
+}
+
+void ReaderWindow::SetBusState(const QString& state) {
+  bus_->setText(state);
+  GrowToFit();
+}
+
 void ReaderWindow::SetComplaint(const QString& complaint) {
   complaint_->setText(complaint);
-  states_->setRowVisible(complaint_, !complaint.isEmpty());
+  form_->setRowVisible(complaint_, !complaint.isEmpty());
+  GrowToFit();
+}
+
+void ReaderWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  GrowToFit();
+}
+
+// Qt leaves a window as high as it is when a text in it wraps.
+void ReaderWindow::GrowToFit() {
+  const int needed = form_->totalHeightForWidth(width());
+  if (isVisible() && needed > height()) resize(width(), needed);
 }
 
 }  // namespace kestrum::posdex

@@ -18,16 +18,20 @@ class ReaderWindow : public QWidget {
   explicit ReaderWindow(const QString& source);
 
   void SetTexts(const GpsTexts& texts);
-  void SetState(const QString& state) { state_->setText(state); }
-  void SetBusState(const QString& state) { bus_->setText(state); }
+  void SetState(const QString& state);
+  void SetBusState(const QString& state);
   /// A line about posdex.conf; hidden while it is empty.
   void SetComplaint(const QString& complaint);
 
- private:
-  QLabel* AddLine(QFormLayout* form, const QString& caption, const char* name);
+ protected:
+  void showEvent(QShowEvent* event) override;
 
+ private:
+  void GrowToFit();
+  QLabel* AddLine(const QString& caption, const char* name);
+
+  QFormLayout* form_;
   std::array<QLabel*, kItems.size()> values_{};
-  QFormLayout* states_ = nullptr;
   QLabel* state_ = nullptr;
   QLabel* bus_ = nullptr;
   QLabel* complaint_ = nullptr;

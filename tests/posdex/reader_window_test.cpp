@@ -44,6 +44,18 @@ TEST(ReaderWindow, ShowsAComplaintOnlyWhenThereIsOne) {
   EXPECT_FALSE(Find(window, "lblComplaint")->isVisible());
 }
 
+TEST(ReaderWindow, GrowsWithAStateThatWraps) {
+  ReaderWindow window(Q("x"));
+  window.show();
+  window.SetComplaint(Q("posdex.conf line 1: bad characters in \"something that is very long indeed\""));
+  window.SetState(
+      Q("no receiver: a reason that takes far more room than one line of the window has to offer"));
+  RunFor(50);
+  const QLabel* state = Find(window, "lblState");
+  EXPECT_GE(state->height(), state->heightForWidth(state->width()));
+  EXPECT_GT(state->height(), 2 * state->fontMetrics().height() - 1);
+}
+
 TEST(ReaderWindow, DoesNotTakeTheFocusAndShowsPlainText) {
   ReaderWindow window(Q("recording <b>a</b>"));
   EXPECT_TRUE(window.testAttribute(Qt::WA_ShowWithoutActivating));
