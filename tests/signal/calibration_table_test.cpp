@@ -253,6 +253,12 @@ TEST_F(CalibrationTableTest, UpperVoltageMustBeHigherThanTheLowerOne) {
   EXPECT_EQ(Converted(12), (TableRow{"S1+", " 2.2", " 1.2"}));
 }
 
+TEST_F(CalibrationTableTest, WithoutALowerFieldPointTheLineStartsAtTheLowerVoltage) {
+  table.S2Ftable[10] = {"S1", "1", ""};
+  table.S2Ftable[20] = {"S2", "2", "5"};
+  EXPECT_EQ(Converted(15), (TableRow{"S1+", " 1.5", " 2.5"}));
+}
+
 TEST_F(CalibrationTableTest, WithoutAnUpperPointTheFieldLineRunsToTheFirstRow) {
   table.S2Ftable[0] = {"S0", "0", "100"};
   table.S2Ftable[50] = {"S1", "1", "10"};
