@@ -1,0 +1,27 @@
+#include "desktop/desktop.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <utility>
+
+namespace kestrum {
+
+Desktop::Desktop()
+    : serial_(QCoreApplication::applicationDirPath()),
+      dialogs_(program_, [this] { binder_.Sync(); }),
+      pump_(program_, [this] { binder_.Sync(); }),
+      links_(MakeLinks()),
+      files_(MakeFileStore(QCoreApplication::applicationDirPath())) {
+  // The main window is hidden while the minimal display is open; only Program::End ends the program.
+  QApplication::setQuitOnLastWindowClosed(false);
+  links_->enter = [this](const Handler& arrived) { binder_.Enter(arrived); };
+}
+
+void Desktop::OnEndRequest(std::function<void()> end) {
+  const auto once = [this, end = std::move(end)] { binder_.Enter(end); };
+  OnEndRequests(&binder_, once);
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &binder_,
+                   [once](QSessionManager& /*session*/) { once(); });
+}
+
+}  // namespace kestrum

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+
+#include "desktop/binder.h"
+#include "desktop/platform_factory.h"
+#include "desktop/qt_beeper.h"
+#include "desktop/qt_dialogs.h"
+#include "desktop/qt_event_pump.h"
+#include "desktop/qt_program.h"
+#include "desktop/qt_serial_port.h"
+#include "desktop/system_clock.h"
+#include "platform/ports.h"
+
+namespace kestrum {
+
+// The real outside world. Needs a QApplication; lives longer than the program that uses it.
+class Desktop {
+ public:
+  Desktop();
+
+  Ports ports() { return {serial_, *links_, dialogs_, clock_, pump_, beeper_, program_, *links_, *files_}; }
+  Binder& binder() { return binder_; }
+  const Program& program() const { return program_; }
+  // Calls `end` when the system or the desktop session asks the program to end.
+  void OnEndRequest(std::function<void()> end);
+
+ private:
+  QtProgram program_;
+  Binder binder_{program_};
+  QtSerialPort serial_;
+  QtDialogs dialogs_;
+  SystemClock clock_;
+  QtEventPump pump_;
+  QtBeeper beeper_;
+  std::unique_ptr<LinksAndWindows> links_;
+  std::unique_ptr<FileStore> files_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,74 @@
+#include <grp.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#include "desktop/platform_factory.h"
+
+// Serial ports of Linux: which device a port number stands for, and why one does not open.
+namespace kestrum {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kLongestDrain{200};
+constexpr milliseconds kDrainStep{5};
+
+// The name of the group that owns the device; empty when it has none.
+QString GroupOf(const QByteArray& path) {
+  struct stat about {};
+  if (::stat(path.constData(), &about) != 0) return {};
+  const group* const owner = ::getgrgid(about.st_gid);
+  return owner != nullptr ? QString::fromLocal8Bit(owner->gr_name) : QString();
+}
+
+}  // namespace
+
+QString SerialDevice(int number, const QString& application_folder) {
+  const QString named = qEnvironmentVariable(qPrintable(QStringLiteral("KESTRUM_COM%1").arg(number)));
+  if (!named.isEmpty()) return named;
+  // A link to a device that is unplugged still stands for it: no other device may take its place.
+  const QFileInfo link(QStringLiteral("%1/com%2").arg(application_folder).arg(number));
+  if (link.exists() || link.isSymLink()) return link.absoluteFilePath();
+  const QString first = QStringLiteral("/dev/ttyUSB%1").arg(number - 1);
+  for (const QString& device : {first, QStringLiteral("/dev/ttyACM%1").arg(number - 1),
+                                QStringLiteral("/dev/ttyS%1").arg(number - 1)}) {
+    if (QFileInfo::exists(device)) return device;
+  }
+  return first;
+}
+
+QString WhyDeviceIsClosed(const QString& device) {
+  const QByteArray path = QFile::encodeName(device);
+  if (::access(path.constData(), F_OK) != 0) {
+    return QStringLiteral("%1 is not there. Is the cable plugged in?").arg(device);
+  }
+  if (::access(path.constData(), R_OK | W_OK) != 0) {
+    const QString group = GroupOf(path);
+    return QStringLiteral(
+               "No permission for %1. Join the group \"%2\" and log in again: sudo usermod -aG %2 $USER")
+        .arg(device, group.isEmpty() ? QStringLiteral("dialout") : group);
+  }
+  struct stat about {};
+  if (::stat(path.constData(), &about) == 0 && !S_ISCHR(about.st_mode)) {
+    return QStringLiteral("%1 is not a serial port.").arg(device);
+  }
+  return {};
+}
+
+void DrainSerialLine(int handle) {
+  int waiting = 0;
+  for (milliseconds spent{0}; spent < kLongestDrain; spent += kDrainStep) {
+    if (::ioctl(handle, TIOCOUTQ, &waiting) != 0 || waiting == 0) return;
+    std::this_thread::sleep_for(kDrainStep);
+  }
+}
+
+}  // namespace kestrum

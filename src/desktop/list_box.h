@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace kestrum {
+
+// A scrolling text in a fixed-width font, read only, with an optional marked line.
+class ListBox : public QPlainTextEdit {
+  Q_OBJECT
+
+ public:
+  // `columns` by `lines` characters is the size that it asks for.
+  ListBox(int columns, int lines, QWidget* parent);
+
+  // Replaces the text and keeps the scroll position where it can.
+  void ShowText(const QString& text);
+  // Marks a line counted from 0 and scrolls it into view; -1 marks none.
+  void MarkLine(int line);
+  int MarkedLine() const { return marked_line_; }
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ private:
+  void PaintMark();
+
+  int columns_;
+  int lines_;
+  int marked_line_ = -1;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/file_store.h"
+#include "platform/text_links.h"
+#include "platform/window_lookup.h"
+
+class QObject;
+
+// What differs from one operating system to the next; each folder linux/ or windows/ implements it.
+namespace kestrum {
+
+// Links to other programs' texts and the look-up of their windows: one object, since both may share a line.
+class LinksAndWindows : public TextLinks, public WindowLookup {
+ public:
+  // Runs what an arrived text sets off; set before the first link is made.
+  std::function<void(const std::function<void()>&)> enter;
+};
+std::unique_ptr<LinksAndWindows> MakeLinks();
+
+// `folder` is the application folder; its 8-bit form at the beginning of a path stands for the true name.
+std::unique_ptr<FileStore> MakeFileStore(const QString& folder);
+
+// The device of a serial port number counted from 1.
+QString SerialDevice(int number, const QString& application_folder);
+// Why a device that exists cannot be opened, as a sentence; empty when nothing is known.
+QString WhyDeviceIsClosed(const QString& device);
+// Waits a moment until the line has sent what it holds, so that closing does not cut a command in two.
+void DrainSerialLine(int handle);
+
+// Marks this process as the user's only instance until it ends, however it ends. False when another one runs.
+bool ClaimSingleInstance();
+
+// File name of an executable called "Posdex.exe" in a configuration or a message.
+QString ExecutableName(const QString& name);
+
+// Calls `ask_to_end` as a window event when the system asks the process to end.
+void OnEndRequests(QObject* context, std::function<void()> ask_to_end);
+
+}  // namespace kestrum

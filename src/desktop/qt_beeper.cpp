@@ -1,0 +1,11 @@
+#include "desktop/qt_beeper.h"
+
+#include <QApplication>
+
+namespace kestrum {
+
+void QtBeeper::Beep() {
+  QApplication::beep();
+}
+
+}  // namespace kestrum

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/beeper.h"
+
+namespace kestrum {
+
+class QtBeeper : public Beeper {
+ public:
+  void Beep() override;
+};
+
+}  // namespace kestrum

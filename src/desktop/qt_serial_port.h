@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QSerialPort>
+#include <QString>
+
+#include "platform/serial_port.h"
+
+namespace kestrum {
+
+class QtSerialPort : public QObject, public SerialPort {
+  Q_OBJECT
+
+ public:
+  // `application_folder` may hold links "com1" to "com6" that stand for devices.
+  explicit QtSerialPort(QString application_folder);
+  ~QtSerialPort() override;
+
+  void SetPort(int number) override { number_ = number; }
+  void SetSettings(const std::string& settings) override { settings_ = settings; }
+  bool Open() override;
+  void Close() override;
+  bool IsOpen() const override;
+  void Write(std::string_view bytes) override;
+  std::string ReadAll() override;
+  std::string DeviceName(int number) const override;
+  std::string Trouble() const override;
+
+ private:
+  bool ApplySettings();
+  void OnError(QSerialPort::SerialPortError error);
+  void CloseLost();
+
+  QString application_folder_;
+  int number_ = 0;
+  std::string settings_;
+  QSerialPort port_;
+  bool lost_ = false;  // the line has failed; the port is closed at the next chance
+  QString trouble_;
+};
+
+}  // namespace kestrum

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+class QWidget;
+
+namespace kestrum {
+
+// Raw events of one widget that it has no signal for.
+class UserEvents : public QObject {
+  Q_OBJECT
+
+ public:
+  // Lives as long as the widget.
+  explicit UserEvents(QWidget* widget);
+
+  std::function<void()> clicked;         // the left button goes up over the widget
+  std::function<void()> focused;         // it receives the focus from within the program
+  std::function<void()> enter_released;  // Return or Enter goes up after it went down here
+  std::function<void()> enter_pressed;   // Return or Enter goes down; when set, the key is consumed
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool KeyEvent(const QEvent& event);
+
+  bool enter_is_down_ = false;
+};
+
+}  // namespace kestrum

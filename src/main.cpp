@@ -1,0 +1,64 @@
+#include <QApplication>
+#include <cstdio>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+#include "app/application.h"
+#include "desktop/desktop.h"
+#include "desktop/windows.h"
+
+namespace {
+
+constexpr const char* kVersion = "Kestrum V1.02";
+constexpr const char* kHelp =
+    "Usage: Kestrum [options]\n"
+    "Automatic RF field strength logger for use in a vehicle.\n"
+    "\n"
+    "Options:\n"
+    "  --start-logging  start logging once the program is up, as F3 does\n"
+    "  --minimal        open the minimal display once the program is up, as F5 does\n"
+    "  --help           show this text\n"
+    "  --version        show the version\n"
+    "\n"
+    "The files of the program lie in the folder of the executable.\n";
+
+// What is answered without a display.
+bool AnswerOnly(std::span<char*> arguments) {
+  for (const std::string_view argument : arguments) {
+    if (argument == "--help" || argument == "-h") return std::puts(kHelp) >= 0;
+    if (argument == "--version" || argument == "-v") return std::puts(kVersion) >= 0;
+  }
+  return false;
+}
+
+// False when an option is not known. The toolkit has already taken its own out.
+bool ReadOptions(std::span<char*> arguments, kestrum::StartOptions& options) {
+  for (const std::string_view argument : arguments) {
+    if (argument == "--start-logging") {
+      options.start_logging = true;
+    } else if (argument == "--minimal") {
+      options.minimal = true;
+    } else {
+      std::fprintf(stderr, "Kestrum: unknown option %s; see --help\n", std::string(argument).c_str());
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (AnswerOnly(std::span(argv, static_cast<std::size_t>(argc)).subspan(1))) return 0;
+  const QApplication toolkit(argc, argv);
+  kestrum::StartOptions options;
+  if (!ReadOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options)) return 2;
+
+  kestrum::Desktop desktop;
+  kestrum::Application application(desktop.ports());
+  const kestrum::Windows windows(application.forms, desktop.binder());
+  desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
+  desktop.binder().Enter([&application, &options] { application.Start(options); });
+  return desktop.program().Ended() ? 0 : QApplication::exec();
+}
