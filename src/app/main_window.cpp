@@ -6,8 +6,7 @@
 
 namespace kestrum {
 
-MainWindow::MainWindow(Application& application) : application_(application) {
-}
+MainWindow::MainWindow(Application& application) : application_(application) {}
 
 void MainWindow::Wire() {
   Application& app = application_;

@@ -21,8 +21,7 @@ MeasurementCycle::MeasurementCycle(State& state, Forms& forms, const Ports& port
       gps_(gps),
       rx_site_(rx_site),
       log_(log),
-      timing_(timing) {
-}
+      timing_(timing) {}
 
 void MeasurementCycle::MainCycle() {
   if (running_ || ports_.program.Ended()) return;

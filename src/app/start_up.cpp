@@ -60,7 +60,7 @@ void Application::ShowInitialTexts() {
   forms.form1.caption = VersionedTitle;
   main_window.ShowPlaceholders();
   main_window.ShowToolTips();
-  s_meter.ShowReading();
+  s_meter.ShowRSSIStype();
   main_window.ShowDDEPanel();
   panel.ShowStepAtStart();
   tx_site.ShowSite();

@@ -160,10 +160,8 @@ void CalibrationEditor::ShowDefaultList() {
 
 void CalibrationEditor::ShowTableLists() {
   Form3& form = forms_.form3;
-  std::string& points = form.Label2.caption;
-  std::string& others = form.Label3.caption;
-  points = "Table values\r\n-----------------------";
-  others = "Other values\r\n--------------------";
+  std::string points = "Table values\r\n-----------------------";
+  std::string others = "Other values\r\n--------------------";
   for (std::size_t row = 0; row < kRows; ++row) {
     const TableRow& cells = table_.S2Ftable[row];
     if (!cells[0].empty()) {
@@ -172,6 +170,9 @@ void CalibrationEditor::ShowTableLists() {
       others += ListLine(row, cells);
     }
   }
+  // Either label shows all that is in memory: a table of the default points has no other values.
+  form.Label2.caption = points;
+  form.Label3.caption = points + "\r\n\r\n" + others;
   form.Label2.visible = HoldsDefaultPoints();
   form.Label3.visible = !form.Label2.visible;
 }

@@ -119,9 +119,8 @@ std::string CalibrationFiles::RigModeFreqText(const std::string& frequency) cons
 bool CalibrationFiles::SetRigModeFreq(const std::string& header) {
   const auto fields = SplitAt(Trim(header), " ");
   const std::string frequency = FrequencyOf(fields);
-  // Checked before anything is touched: the first line of some other file must not retune the rig, nor end up
-  // as the stored frequency.
-  if (Val(frequency) <= 0) return false;
+  // Checked before anything is touched: the first line of some other file must not retune the rig.
+  if (frequency.empty()) return false;
 
   Settings& settings = state_.settings;
   const int rig = RigOf(fields[0]).value_or(settings.RigModel);

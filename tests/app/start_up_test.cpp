@@ -219,6 +219,7 @@ TEST(StartUp, ShowsAReadingOfZeroAndThePlacedWindow) {
   EXPECT_EQ(car.form1.left, 600);
   EXPECT_EQ(car.form1.top, 450.5F);
   EXPECT_EQ(car.form1.lblRSSI.caption, "S0");
+  EXPECT_EQ(car.form1.ProgressBar1.tool_tip, "RSSI = 0> 255 Click me to change!");
   EXPECT_EQ(car.form1.lblFieldStrenght.caption, "000.0 uV");
   EXPECT_EQ(car.form1.sldSquelch.value, 70);
   EXPECT_FALSE(car.form1.ProgressBar1.segments);

@@ -144,7 +144,7 @@ TEST_F(CalibrationEditorTest, PointIsChosenWithinItsEnds) {
 TEST_F(CalibrationEditorTest, ListsOfTheDefaultTable) {
   EXPECT_EQ(form.Label1.caption, std::string("Default values\r\n-----------------------") + kDefaultLines);
   EXPECT_EQ(form.Label2.caption, std::string("Table values\r\n-----------------------") + kDefaultLines);
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------");
+  EXPECT_EQ(form.Label3.caption, form.Label2.caption + "\r\n\r\nOther values\r\n--------------------");
   EXPECT_TRUE(form.Label2.visible);
   EXPECT_FALSE(form.Label3.visible);
 }
@@ -159,7 +159,9 @@ TEST_F(CalibrationEditorTest, ListsOfAnotherTable) {
   rows[kCurrentRow] = {"S9", "50", "20.7"};
   form.activate();
   EXPECT_EQ(form.Label2.caption, "Table values\r\n-----------------------\r\n0   S0  0 uV\r\n70   S7   uV");
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------\r\n60     9.5 uV\r\n255     60 uV");
+  EXPECT_EQ(
+      form.Label3.caption,
+      form.Label2.caption + "\r\n\r\nOther values\r\n--------------------\r\n60     9.5 uV\r\n255     60 uV");
   EXPECT_FALSE(form.Label2.visible);
   EXPECT_TRUE(form.Label3.visible);
 }
@@ -250,7 +252,8 @@ TEST_F(CalibrationEditorTest, TypedTextIsCleanedAndSelected) {
   EXPECT_EQ(rows[100], (TableRow{"", "16", ""}));
   EXPECT_EQ(beeps, 1);
   EXPECT_EQ(form.lblAllS2F.caption, "100>>   , 16 uV,  mV/m");
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------\r\n100     16 uV");
+  EXPECT_EQ(form.Label3.caption,
+            form.Label2.caption + "\r\n\r\nOther values\r\n--------------------\r\n100     16 uV");
 }
 
 TEST_F(CalibrationEditorTest, LimitsOfTypedValues) {
@@ -387,7 +390,8 @@ TEST_F(CalibrationEditorTest, ClearingFromTheMainWindowLoadsItHidden) {
   rows[60] = {"", "9.5", ""};
   bench.editor.Open();
   EXPECT_TRUE(form.visible);
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------\r\n60     9.5 uV");
+  EXPECT_EQ(form.Label3.caption,
+            form.Label2.caption + "\r\n\r\nOther values\r\n--------------------\r\n60     9.5 uV");
   EXPECT_EQ(form.lblRecNbr.caption, "032") << "opening shows the window that has been following";
 }
 

@@ -195,7 +195,7 @@ TEST_F(CalibrationFilesTest, EmptyFileEmptiesTheTable) {
 }
 
 TEST_F(CalibrationFilesTest, HeaderWithoutFrequencyTouchesNothingButTheTable) {
-  for (const char* header : {"", " FT857", " FT857 USB", "FT857 7050", " FT857 USB kHz", "some other file"}) {
+  for (const char* header : {"", " FT857", " FT857 USB", "FT857 7050"}) {
     messages.clear();
     Load(FileOf(header, {{0, "S0, 0, 0"}}));
     ExpectMessage("/car/Calibration1.cfgLoadS2Ftable\r\nThe first line holds no frequency");
@@ -205,6 +205,18 @@ TEST_F(CalibrationFilesTest, HeaderWithoutFrequencyTouchesNothingButTheTable) {
     EXPECT_EQ(form.lblFreq.caption, " 3630 kHz") << header;
     EXPECT_TRUE(bench.world.serial.written.empty()) << header;
   }
+}
+
+// Whatever stood in the frequency box is taken as the frequency, so that the table of the file is loaded; the
+// rig refuses what is none with a beep.
+TEST_F(CalibrationFilesTest, HeaderWithAnOddFrequencyStillLoadsItsTable) {
+  bench.world.beeper.beeps = 0;
+  Load(FileOf(" FT840 CW abc kHz", {{0, "S0, 0, 0"}}));
+  EXPECT_TRUE(bench.world.dialogs.messages.empty());
+  EXPECT_EQ(rows[0], (TableRow{"S0", "0", "0"}));
+  EXPECT_EQ(settings.RigMode, kCw);
+  EXPECT_EQ(form.lblFreq.caption, "abc kHz");
+  EXPECT_EQ(bench.world.beeper.beeps, 1);
 }
 
 TEST_F(CalibrationFilesTest, HeaderSendsModeThenFrequency) {

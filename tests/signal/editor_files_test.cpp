@@ -31,10 +31,12 @@ TEST_F(EditorFilesTest, SavesAndLoadsTheTwoFixedFiles) {
   form.mnuClearCalibration.click();
   form.mnuLoadConf1.click();
   EXPECT_EQ(rows[60], (TableRow{"", "9.5", ""}));
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------\r\n60     9.5 uV");
+  EXPECT_EQ(form.Label3.caption,
+            form.Label2.caption + "\r\n\r\nOther values\r\n--------------------\r\n60     9.5 uV");
   form.mnuLoadConf2.click();
   EXPECT_EQ(rows[60], (TableRow{"", "9.6", ""}));
-  EXPECT_EQ(form.Label3.caption, "Other values\r\n--------------------\r\n60     9.6 uV");
+  EXPECT_EQ(form.Label3.caption,
+            form.Label2.caption + "\r\n\r\nOther values\r\n--------------------\r\n60     9.6 uV");
 }
 
 TEST_F(EditorFilesTest, TypedFileIsLoadedAndRemembered) {
