@@ -176,9 +176,10 @@ TEST(SetMode, SendsTheModeByteOfTheRig) {
       bench.rig.SetMode(mode);
       const int mode_byte = row.mode_bytes[static_cast<std::size_t>(mode - 1)];
       Texts expected;
-      if (mode_byte != kNothing)
+      if (mode_byte != kNothing) {
         expected = {row.place == 1 ? Bytes({mode_byte, 0, 0, 0, row.opcode})
                                    : Bytes({0, 0, 0, mode_byte, row.opcode})};
+      }
       EXPECT_EQ(bench.Written(), expected);
       EXPECT_EQ(bench.Echo(), "TX Cmd=Setting the mode");
       EXPECT_EQ(bench.Comment(), "Comment");  // "Done" is not shown
