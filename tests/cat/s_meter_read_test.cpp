@@ -69,6 +69,7 @@ TEST(ReadRssi, TakesFiveBitsOfTheFT847sStatusUpTo255) {
   const ReadRow rows[] = {
       {kFT847, Bytes({0, 0, 0, 0, 231}), 0, "Done"},    {kFT847, Bytes({1, 0, 0, 0, 231}), 32, "Done"},
       {kFT847, Bytes({7, 0, 0, 0, 231}), 224, "Done"},  {kFT847, Bytes({8, 0, 0, 0, 231}), 255, "Done"},
+      {kFT847, Bytes({16, 0, 0, 0, 231}), 255, "Done"}, {kFT847, Bytes({0xE0, 0, 0, 0, 231}), 0, "Done"},
       {kFT847, Bytes({31, 0, 0, 0, 231}), 255, "Done"}, {kFT847, Bytes({0xE2, 0, 0, 0, 231}), 64, "Done"},
   };
   for (const auto& row : rows) ExpectReading(row);
