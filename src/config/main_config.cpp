@@ -201,8 +201,6 @@ void MainConfig::SaveCfg() {
   // Gaps in the list close up at the next load; kept on purpose, the list is filled up to its first gap.
   std::copy_if(settings.TxAntennas.begin(), settings.TxAntennas.end(), std::back_inserter(lines),
                [](const std::string& antenna) { return !antenna.empty(); });
-  // A line end inside a text, as a foreign GPS reader might send it, would move every line after it.
-  for (auto& line : lines) line = Replace(Replace(line, '\r', ' '), '\n', ' ');
   const FileFault fault = ports_.files.Replace(ports_.program.PathOf(kFileName), JoinLines(lines));
   if (fault) ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + *fault, Icon::kCritical);
 }

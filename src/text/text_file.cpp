@@ -1,5 +1,7 @@
 #include "text/text_file.h"
 
+#include "text/text.h"
+
 namespace kestrum {
 
 std::vector<std::string> SplitLines(std::string_view bytes) {
@@ -16,7 +18,7 @@ std::vector<std::string> SplitLines(std::string_view bytes) {
 
 std::string JoinLines(const std::vector<std::string>& lines) {
   std::string bytes;
-  for (const auto& line : lines) bytes += line + "\r\n";
+  for (const auto& line : lines) bytes += Replace(Replace(line, '\r', ' '), '\n', ' ') + "\r\n";
   return bytes;
 }
 

@@ -11,7 +11,8 @@ namespace kestrum {
 // none.
 std::vector<std::string> SplitLines(std::string_view bytes);
 
-// Each line followed by CR LF.
+// Each line followed by CR LF. A line end inside a line, as a foreign text may bring it, becomes a blank: one
+// line stays one line.
 std::string JoinLines(const std::vector<std::string>& lines);
 
 }  // namespace kestrum

@@ -52,6 +52,10 @@ TEST(JoinLines, EndsEachLineWithCrLf) {
   EXPECT_EQ(JoinLines({""}), "\r\n");
 }
 
+TEST(JoinLines, KeepsALineInOneLine) {
+  EXPECT_EQ(JoinLines({"a\r\nb", "\nc\r"}), "a  b\r\n c \r\n");
+}
+
 TEST(JoinLines, ComesBackThroughSplitLines) {
   for (const Lines& lines : {Lines{}, Lines{""}, Lines{"", ""}, Lines{"a", "", "b"}, Lines{" 1, 2 ", "x"}})
     EXPECT_EQ(SplitLines(JoinLines(lines)), lines);
