@@ -12,6 +12,19 @@ constexpr int kSilenceMs = 5000;
 
 }  // namespace
 
+QString ReceiverTrouble(const QByteArray& report) {
+  const QJsonObject object = QJsonDocument::fromJson(report).object();
+  const QString kind = object[QLatin1String("class")].toString();
+  const QJsonValue activated = object[QLatin1String("activated")];
+  if (kind == QLatin1String("DEVICES") && object[QLatin1String("devices")].toArray().isEmpty()) {
+    return QStringLiteral("gpsd has no receiver");
+  }
+  if (kind == QLatin1String("DEVICE") && activated.isDouble() && activated.toDouble() == 0.0) {
+    return QStringLiteral("gpsd has lost its receiver");
+  }
+  return {};
+}
+
 GpsdSource::GpsdSource(const SourceSpec& spec) : spec_(spec) {
   socket_.setReadBufferSize(kReadBuffer);
   for (QTimer* timer : {&retry_, &connect_limit_, &silence_}) timer->setSingleShot(true);
@@ -71,25 +84,15 @@ void GpsdSource::Fail(const QString& reason) {
   SetState(SourceState::Link::kFailed, reason);
 }
 
+// gpsd stays up when its receiver is unplugged and then only reports it.
 void GpsdSource::TakeLine(const QByteArray& line) {
   backoff_.Reset();
   if (line.startsWith('{')) {
-    TakeReport(line);
+    const QString trouble = ReceiverTrouble(line);
+    if (!trouble.isEmpty()) SetState(SourceState::Link::kFailed, trouble);
   } else {
     SetState(SourceState::Link::kConnected);
     Q_EMIT LineReceived(line);
-  }
-}
-
-// gpsd stays up when its receiver is unplugged and then only reports it.
-void GpsdSource::TakeReport(const QByteArray& json) {
-  const QJsonObject report = QJsonDocument::fromJson(json).object();
-  const QString kind = report[QLatin1String("class")].toString();
-  const QJsonValue activated = report[QLatin1String("activated")];
-  if (kind == QLatin1String("DEVICES") && report[QLatin1String("devices")].toArray().isEmpty()) {
-    SetState(SourceState::Link::kFailed, QStringLiteral("gpsd has no receiver"));
-  } else if (kind == QLatin1String("DEVICE") && activated.isDouble() && activated.toDouble() == 0.0) {
-    SetState(SourceState::Link::kFailed, QStringLiteral("gpsd has lost its receiver"));
   }
 }
 

@@ -7,6 +7,10 @@
 
 namespace kestrum::posdex {
 
+/// What one of gpsd's own reports (a line of JSON) says about a missing receiver, for the user; empty when it
+/// says nothing of the kind or makes no sense.
+QString ReceiverTrouble(const QByteArray& report);
+
 /// The NMEA stream of a gpsd.
 class GpsdSource : public Source {
   Q_OBJECT
@@ -26,7 +30,6 @@ class GpsdSource : public Source {
   void Connect();
   void Ask();
   void Fail(const QString& reason);
-  void TakeReport(const QByteArray& json);
   void OnSilence();
 
   SourceSpec spec_;

@@ -136,6 +136,24 @@ TEST_F(GpsdSourceTest, KeepsTryingWhenNobodyListens) {
   EXPECT_NE(Accept(), nullptr);
 }
 
+TEST(ReceiverTrouble, IsReadFromTheReportsOfGpsd) {
+  const QList<std::pair<QByteArray, QString>> rows{
+      {R"({"class":"DEVICES","devices":[]})", Q("gpsd has no receiver")},
+      {R"({"class":"DEVICES","devices":[{"class":"DEVICE","path":"/dev/ttyUSB0"}]})", {}},
+      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":0})", Q("gpsd has lost its receiver")},
+      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":1785000000.5})", {}},
+      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":"2026-11-21T00:00:00.000Z"})", {}},
+      {R"({"class":"DEVICE","path":"/dev/ttyUSB0"})", {}},
+      {R"({"class":"VERSION","release":"3.22"})", {}},
+      {R"({"class":7})", {}},
+      {R"({"class":"DEVICES")", {}},
+      {"{", {}},
+      {"", {}},
+  };
+  for (const auto& [report, trouble] : rows)
+    EXPECT_EQ(ReceiverTrouble(report), trouble) << report.toStdString();
+}
+
 TEST(GpsdSource, TellsItsName) {
   SourceSpec spec;
   EXPECT_EQ(GpsdSource(spec).Description(), Q("gpsd on localhost:2947"));
