@@ -65,8 +65,7 @@ constexpr std::array<Sector, 9> kSectors = {{{0, 22, "N"},
 
 }  // namespace
 
-GreatCircle::GreatCircle() : earth_radius_km_(12734.0 / 2), latitude_factor_(40398736.0 / 40678884.0) {
-}
+GreatCircle::GreatCircle() : earth_radius_km_(12734.0 / 2), latitude_factor_(40398736.0 / 40678884.0) {}
 
 void GreatCircle::CalcDistBearing() {
   if (SamePlace(rx, tx)) return;

@@ -71,8 +71,7 @@ std::vector<Shape> NeedleShapes(const std::string& text, double width, double he
 }
 
 MinimalDisplay::MinimalDisplay(State& state, Forms& forms, const Ports& ports)
-    : state_(state), forms_(forms), ports_(ports) {
-}
+    : state_(state), forms_(forms), ports_(ports) {}
 
 void MinimalDisplay::Wire() {
   Form5& form = forms_.form5;

@@ -8,8 +8,7 @@
 namespace kestrum {
 
 RxSite::RxSite(const State& state, Form1& form, GpsLinks& gps, GreatCircle& circle)
-    : state_(state), form_(form), gps_(gps), circle_(circle) {
-}
+    : state_(state), form_(form), gps_(gps), circle_(circle) {}
 
 void RxSite::CalcTxPos() {
   circle_.tx = {LatLongToDeg(state_.settings.TxLat), LatLongToDeg(state_.settings.TxLong)};

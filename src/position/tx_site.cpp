@@ -15,8 +15,7 @@ struct TxSite::CoordinateDialog {
 };
 
 TxSite::TxSite(State& state, Form1& form, const Ports& ports, RxSite& rx_site)
-    : state_(state), form_(form), ports_(ports), rx_site_(rx_site) {
-}
+    : state_(state), form_(form), ports_(ports), rx_site_(rx_site) {}
 
 void TxSite::Wire() {
   form_.mnuTxLatLong.click = [this] { mnuTxLatLong_Click(); };
@@ -50,7 +49,7 @@ std::string TxSite::AskCoordinate(const CoordinateDialog& dialog, const std::str
   for (;;) {
     const std::string answer = ports_.dialogs.AskText(VersionedTitle, dialog.prompt, present);
     if (ports_.program.Ended() || answer.empty()) return {};
-    const std::string checked = CheckLatLong(answer, dialog.kind);
+    std::string checked = CheckLatLong(answer, dialog.kind);
     if (!checked.empty()) return checked;
     const std::string question = std::string(dialog.complaint) + "\r\n\r\nTry Again";
     if (!ports_.dialogs.AskYesNo(AppTitle, question, Icon::kQuestion)) return {};

@@ -112,6 +112,7 @@ TEST(LatLongToDeg, ReadsDegreesMinutesAndHundredths) {
       {"5157.12N", 51.952},        // further decimals make no difference
       {"5157.9999N", 51.9665},     // cut, not rounded
       {"0000.01N", 0.0001666667},  // the resolution
+      {"4019.12N", 40.31867},      // a sum in singles would end in 66
       {"18000.00W", -180},
       {"5157.00s", 51.95},  // the reader's letters are capitals
       {"5157.00w", 51.95},
