@@ -1,5 +1,6 @@
 #include "desktop/control_colors.h"
 
+#include <QLineEdit>
 #include <QPalette>
 
 namespace kestrum {
@@ -36,8 +37,10 @@ void PaintBackground(QWidget* widget, Color color) {
   }
   const Pair shades = Shades(color);
   QPalette palette;
-  for (const auto role : {QPalette::Window, QPalette::Base}) palette.setColor(role, shades.background);
-  for (const auto role : {QPalette::WindowText, QPalette::Text}) palette.setColor(role, shades.text);
+  // Only what the widget itself paints: the boxes and lists within a frame keep their own ground.
+  const bool is_box = qobject_cast<QLineEdit*>(widget) != nullptr;
+  palette.setColor(is_box ? QPalette::Base : QPalette::Window, shades.background);
+  palette.setColor(is_box ? QPalette::Text : QPalette::WindowText, shades.text);
   widget->setPalette(palette);
   widget->setAutoFillBackground(true);
 }

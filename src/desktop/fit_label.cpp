@@ -11,12 +11,11 @@ namespace kestrum {
 namespace {
 
 constexpr double kSmallestScale = 0.6;
-constexpr double kLargestScale = 40;
 
 }  // namespace
 
 FitLabel::FitLabel(double scale, const QString& room, QWidget* parent)
-    : QLabel(parent), scale_(scale), room_(room) {
+    : QLabel(parent), scale_(scale), room_(room), largest_scale_(scale) {
   setTextFormat(Qt::PlainText);
   setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -35,7 +34,7 @@ QSize FitLabel::sizeHint() const {
 }
 
 QSize FitLabel::minimumSizeHint() const {
-  return grows_ ? QSize(fontMetrics().averageCharWidth() * 4, fontMetrics().height()) : sizeHint();
+  return sizeHint();
 }
 
 QFont FitLabel::FittingFont() const {
@@ -45,7 +44,7 @@ QFont FitLabel::FittingFont() const {
     return metrics.horizontalAdvance(text()) <= room.width() && metrics.height() <= room.height();
   };
   double low = kSmallestScale;
-  double high = grows_ ? kLargestScale : scale_;
+  double high = largest_scale_;
   if (fits(high)) return Scaled(high);
   while (high - low > 0.05) {
     const double middle = (low + high) / 2;

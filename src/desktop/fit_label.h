@@ -12,8 +12,8 @@ class FitLabel : public QLabel {
   // `scale` is the wanted size as a multiple of the application's font; a text that is too wide for it is
   // drawn smaller. `room` is a typical text: the label asks for as much place as that needs.
   FitLabel(double scale, const QString& room, QWidget* parent);
-  // From now on the text also grows beyond the wanted size when there is place.
-  void SetGrows(bool grows) { grows_ = grows; }
+  // From now on the text grows up to this scale when there is place.
+  void GrowTo(double scale) { largest_scale_ = scale; }
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -28,7 +28,7 @@ class FitLabel : public QLabel {
 
   double scale_;
   QString room_;
-  bool grows_ = false;
+  double largest_scale_;
 };
 
 // A label that shortens its text with "…" where it is too long, instead of widening the window. text() stays

@@ -46,6 +46,7 @@ QWidget* Form1Window::BuildRigPanel(QWidget* parent) {
 void Form1Window::AddReadings(QBoxLayout* rows, QWidget* panel) {
   auto* s_text = new FitLabel(kReadoutScale, QStringLiteral("S9+60"), panel);
   auto* strength = new FitLabel(kReadoutScale, QStringLiteral("000.0 mV/m"), panel);
+  for (FitLabel* readout : {s_text, strength}) readout->GrowTo(kLargestReadoutScale);
   strength->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   binder_.Bind(form_.lblRSSI, s_text, QStringLiteral("lblRSSI"));
   binder_.Bind(form_.lblFieldStrenght, strength, QStringLiteral("lblFieldStrenght"));
@@ -102,6 +103,7 @@ void Form1Window::AddTuning(QBoxLayout* rows, QWidget* panel) {
   rows->addLayout(line);
   binder_.Bind(form_.txtFrequency, entry, QStringLiteral("txtFrequency"));
   binder_.Bind(form_.cmdSetFreq, set, QStringLiteral("cmdSetFreq"));
+  set->setMinimumWidth(set->sizeHint().width() + Characters(set, 2));
   binder_.Bind(form_.cmdDown, down, QStringLiteral("cmdDown"));
   binder_.Bind(form_.sldkHzSteps, step, QStringLiteral("sldkHzSteps"));
   binder_.Bind(form_.cmdUp, up, QStringLiteral("cmdUp"));
@@ -127,7 +129,9 @@ void Form1Window::AddModes(QBoxLayout* rows, QWidget* panel) {
 
 void Form1Window::AddLoggingControls(QBoxLayout* rows, QWidget* panel) {
   auto* log = new QPushButton(panel);
-  log->setFont(ScaledFont(log, kSecondScale * 0.8));
+  QFont prominent = ScaledFont(log, kSecondScale * 0.8);
+  prominent.setBold(true);
+  log->setFont(prominent);
   log->setMinimumHeight(log->fontMetrics().height() * 2);
   binder_.Bind(form_.cmdLoggin, log, QStringLiteral("cmdLoggin"));
 
@@ -143,8 +147,11 @@ void Form1Window::AddLoggingControls(QBoxLayout* rows, QWidget* panel) {
   binder_.Bind(form_.lblPrompt, prompt, QStringLiteral("lblPrompt"));
   auto* line = new QHBoxLayout;
   line->addWidget(log, 1);
-  line->addLayout(interval);
-  line->addLayout(Headed(tr("In buffer"), count));
+  QVBoxLayout* const buffered = Headed(tr("In buffer"), count);
+  for (QVBoxLayout* column : {interval, buffered}) {
+    line->addLayout(column);
+    line->setAlignment(column, Qt::AlignVCenter);
+  }
   line->addWidget(prompt);
   rows->addLayout(line, 1);
 }

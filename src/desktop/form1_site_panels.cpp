@@ -18,6 +18,7 @@ QWidget* Form1Window::BuildRxPanel(QWidget* parent) {
   auto* bearing = new FitLabel(kReadoutScale, QStringLiteral("000°"), panel);
   auto* word = new FitLabel(kReadoutScale * 0.7, QStringLiteral("NW "), panel);
   auto* pelorus = new FitLabel(kReadoutScale, QStringLiteral("000°"), panel);
+  for (FitLabel* readout : {distance, bearing, pelorus}) readout->GrowTo(kLargestReadoutScale);
   auto* rose = new PelorusWidget(panel);
   binder_.Bind(form_.lblRxDist, distance, QStringLiteral("lblRxDist"));
   binder_.Bind(form_.lblRxBearing, bearing, QStringLiteral("lblRxBearing"));

@@ -82,6 +82,7 @@ void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
   for (std::size_t i = 0; i < form_.StatusBar1.size(); ++i) {
     auto* panel = new QLabel(statusBar());
+    panel->setIndent(Characters(panel, 1));
     statusBar()->addWidget(panel, 1);
     binder_.Bind(form_.StatusBar1.at(i), panel, QStringLiteral("StatusBar1_%1").arg(i));
   }

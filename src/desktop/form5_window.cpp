@@ -11,6 +11,11 @@
 #include "desktop/picture_widget.h"
 
 namespace kestrum {
+namespace {
+
+constexpr double kGrowsWithWindow = 40;
+
+}  // namespace
 
 Form5Window::Form5Window(Form5& form, Binder& binder) : FormWindow(form, binder, QStringLiteral("Form5")) {
   setWindowFlag(Qt::WindowStaysOnTopHint);
@@ -18,7 +23,7 @@ Form5Window::Form5Window(Form5& form, Binder& binder) : FormWindow(form, binder,
   std::array<FitLabel*, 5> labels{};
   for (std::size_t i = 0; i < labels.size(); ++i) {
     auto* label = new FitLabel(kSecondScale, QStringLiteral("0000.0 km"), panel);
-    label->SetGrows(true);
+    label->GrowTo(kGrowsWithWindow);
     binder.Bind(form.Label1.at(i), label, QStringLiteral("Label1_%1").arg(i));
     labels.at(i) = label;
   }

@@ -84,8 +84,9 @@ QPoint FormWindow::OnScreen(QPoint wanted) const {
 }
 
 void FormWindow::Activate() {
+  if (!form_.visible) return;
   activated_ = true;
-  if (form_.visible) binder_.Enter(form_.activate);
+  binder_.Enter(form_.activate);
 }
 
 bool FormWindow::event(QEvent* event) {

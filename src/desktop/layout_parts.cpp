@@ -24,7 +24,7 @@ QVBoxLayout* Headed(const QString& heading, QWidget* value) {
   auto* column = new QVBoxLayout;
   column->setSpacing(0);
   column->addWidget(MakeHeading(heading, value->parentWidget()));
-  column->addWidget(value, 1);
+  column->addWidget(value);
   return column;
 }
 

@@ -17,6 +17,7 @@ int Characters(const QWidget* widget, int characters);
 
 // Sizes of text against the application's font: what is read while driving, and what is read at a stop.
 inline constexpr double kReadoutScale = 2.8;
+inline constexpr double kLargestReadoutScale = 4.2;
 inline constexpr double kSecondScale = 1.7;
 inline constexpr double kHeadingScale = 0.85;
 

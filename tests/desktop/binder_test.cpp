@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QTextBlock>
 
 #include "desktop/desktop_fixture.h"
 #include "desktop/list_box.h"
@@ -267,7 +268,8 @@ TEST_F(BinderTest, TheBarIsLowerWhileAveraging) {
 TEST_F(BinderTest, TheRoseReadsItsAngleFromTheText) {
   auto* rose = On1<PelorusWidget>("Picture1");
   EXPECT_EQ(rose->Needle(), std::nullopt);
-  for (const auto& [text, angle] : {std::pair{"045", 45.0}, {"360", 360.0}, {"032\xB0", 32.0}, {"0-5", 0.0}}) {
+  for (const auto& [text, angle] :
+       {std::pair{"045", 45.0}, {"360", 360.0}, {"032\xB0", 32.0}, {"0-5", 0.0}}) {
     forms.form1.Picture1.needle = text;
     binder.Sync();
     EXPECT_EQ(rose->Needle(), angle) << text;
@@ -302,7 +304,8 @@ TEST_F(BinderTest, NothingReachesAProgramThatHasEnded) {
 }
 
 TEST_F(BinderTest, TheListMarksTheSelectedPoint) {
-  forms.form3.Label1.caption = "Default values\r\n-----------------------\r\n000   S0  0 uV\r\n010   S1  0.2 uV";
+  forms.form3.Label1.caption =
+      "Default values\r\n-----------------------\r\n000   S0  0 uV\r\n010   S1  0.2 uV";
   forms.form3.selected_point = 1;
   binder.Sync();
   auto* list = Find<ListBox>(QStringLiteral("Form3"), QStringLiteral("Label1"));

@@ -1,0 +1,199 @@
+#include <QAction>
+#include <QLabel>
+#include <QMenuBar>
+
+#include "desktop/desktop_fixture.h"
+#include "desktop/fit_label.h"
+
+namespace kestrum::test {
+namespace {
+
+class WindowsTest : public BoundForms {};
+
+TEST_F(WindowsTest, EveryControlOfTheMainWindowIsThereByName) {
+  const char* const names[] = {"StatusBar1",
+                               "frmCatControl",
+                               "chkLock",
+                               "chkBeep",
+                               "sldSquelch",
+                               "lblSquelch",
+                               "sldkHzSteps",
+                               "ProgressBar1",
+                               "cmdFT817OnOff",
+                               "cmdLoggin",
+                               "optUsb",
+                               "optLsb",
+                               "optCwNar",
+                               "OptCwWide",
+                               "OptAmNar",
+                               "OptAmWide",
+                               "OptFm",
+                               "cmdUp",
+                               "cmdDown",
+                               "txtFrequency",
+                               "cmdSetFreq",
+                               "lblCatCount",
+                               "lblCatComment",
+                               "lblCatCmd",
+                               "lblFreq",
+                               "lblRSSI",
+                               "lblFieldStrenght",
+                               "lblPrompt",
+                               "frmRxSite",
+                               "Picture1",
+                               "lblOpticalDistance",
+                               "lblPelorus",
+                               "lblTextBearing",
+                               "lblRxVal",
+                               "lblRxBearing",
+                               "lblRxHeight",
+                               "lblRxDist",
+                               "lblRxLong",
+                               "lblRxLat",
+                               "frmTxSite",
+                               "cmbTxAntenna",
+                               "cmdGetTxFix",
+                               "lblTxHeight",
+                               "lblTxLong",
+                               "lblTxLat",
+                               "lblDDELat",
+                               "lblDDELong",
+                               "lblDDEVal",
+                               "lblDDECompas",
+                               "lblDDEHeight",
+                               "lblDDESpeed",
+                               "lblLoggingInto",
+                               "lblLog",
+                               "lblIntervalHeading",
+                               "lblInterval",
+                               "lblStatusCaption",
+                               "frmDDE"};
+  for (const char* name : names) {
+    EXPECT_NE(Find<QWidget>(QStringLiteral("Form1"), QLatin1String(name)), nullptr) << name;
+  }
+}
+
+TEST_F(WindowsTest, TheMenuTreeStandsInItsOrder) {
+  struct Branch {
+    const char* caption;
+    std::vector<const char*> lines;
+  };
+  const Branch expected[] = {
+      {"&Files",
+       {"&SaveConfig", "D&efaultConfig", "&Delete log and kml files ", "", "S&aveLogfile...", "S&howDDE", "",
+        "&Default Calibration", "&Load Calibration1", "L&oad Calibration2", "Lo&ad Calibration...", "",
+        "Show &Orvandi", "&Exit    Alt F4"}},
+      {"&Edit", {"&Timing...", "AverageRSSI", "", "TxLatLong...", "Tx&LatLong from GPS"}},
+      {"&Rig + Comport",
+       {"&FT817", "FT8&40", "FT84&7", "F&T857", "FT8&97", "", "&Com1", "C&om2", "Co&m3", "Com&4", "Com&5",
+        "Com&6", "&Baud"}},
+      {"&Calibration...", {}},
+      {"&Miniimal", {"&Minimal Display (F5)"}},
+      {"&Info", {"I&nfo", "&ShortCuts", "&Power", "&About"}}};
+  auto* window = qobject_cast<QMainWindow*>(Window(QStringLiteral("Form1")));
+  const QList<QAction*> bar = window->menuBar()->actions();
+  ASSERT_EQ(bar.size(), std::ssize(expected));
+  for (int i = 0; i < bar.size(); ++i) {
+    EXPECT_EQ(bar[i]->text().toStdString(), expected[i].caption);
+    std::vector<std::string> lines;
+    if (bar[i]->menu() != nullptr) {
+      for (const QAction* line : bar[i]->menu()->actions()) {
+        EXPECT_FALSE(line->objectName().isEmpty());
+        EXPECT_TRUE(line->shortcut().isEmpty()) << "keys come from the form alone";
+        lines.push_back(line->isSeparator() ? "" : line->text().toStdString());
+      }
+    }
+    EXPECT_EQ(lines, std::vector<std::string>(expected[i].lines.begin(), expected[i].lines.end()));
+  }
+}
+
+TEST_F(WindowsTest, TheControlsOfTheOtherWindowsAreThereByName) {
+  const std::pair<const char*, std::vector<const char*>> expected[] = {
+      {"Form2", {"Text1"}},
+      {"Form3",
+       {"frmCalibration",  "frmHelp",    "txtEdit",   "lbluV",      "lblSraw1", "lblSraw", "lblRecNbr",
+        "lblCalFrequency", "lblSSelect", "lblAllS2F", "Label1",     "Label2",   "Label3",  "sldIndex",
+        "cmdSup",          "cmdSdown",   "cmdSstore", "cmduVStore", "cmdStop",  "cmdSave"}},
+      {"Form4",
+       {"Frame1", "Text1", "Label1", "Frame2", "Text2", "Label2", "Frame3", "Option1", "Option2", "cmdOk"}},
+      {"Form5",
+       {"Frame1", "Command1", "ProgressBar1", "Label1_0", "Label1_1", "Label1_2", "Label1_3", "Label1_4",
+        "Picture1"}}};
+  for (const auto& [window, names] : expected) {
+    for (const char* name : names) {
+      EXPECT_NE(Find<QWidget>(QLatin1String(window), QLatin1String(name)), nullptr) << window << " " << name;
+    }
+  }
+  for (const char* name : {"mnuClearCalibration", "mnuDefaultCalibration", "mnuLoadConf1", "mnuLoadConf2",
+                           "mnuLoad", "mnuSave1", "mnuSave2", "mnuSaveAs", "mnuAbout"}) {
+    EXPECT_NE(Find<QAction>(QStringLiteral("Form3"), QLatin1String(name)), nullptr) << name;
+  }
+}
+
+TEST_F(WindowsTest, EveryInputHasAnAccessibleName) {
+  for (const char* window : {"Form1", "Form3", "Form4", "Form5"}) {
+    for (const auto* widget : Window(QLatin1String(window))->findChildren<QWidget*>()) {
+      const bool is_control = !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_") &&
+                              widget->focusPolicy() != Qt::NoFocus;
+      EXPECT_FALSE(is_control && widget->accessibleName().isEmpty()) << qPrintable(widget->objectName());
+    }
+  }
+}
+
+TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
+  Form1& form = forms.form1;
+  form.lblFieldStrenght.caption = "49999.99 mV/m";
+  form.lblFreq.caption = "430000.25 kHz";
+  form.lblRxDist.caption = "20003.9 km";
+  form.lblRxLat.caption = "5157.123456N";
+  form.lblRxLong.caption = "00532.123456E";
+  form.lblRxHeight.caption = "12345.6 m";
+  form.lblTxLat.caption = "5157.123456N";
+  form.lblTxLong.caption = "00532.123456E";
+  form.frmTxSite.caption = "No TxSite GPS rxed.";
+  form.lblLog.caption = std::string(400, 'x');
+  form.lblLoggingInto.text = "Data to /" + std::string(400, 'x');
+  form.lblCatCmd.caption = "RX Cmd=  250, 250, 250, 250, [250]";
+  form.StatusBar1[0].text = "Get RSSI every 9999 mSec";
+  ShowForm1();
+  const QSize least = Window(QStringLiteral("Form1"))->minimumSizeHint();
+  EXPECT_LE(least.width(), 1024);
+  EXPECT_LE(least.height(), 560) << "the title bar and a panel of the desktop take their share of 600";
+}
+
+TEST_F(WindowsTest, AReadoutDrawsALongTextSmallerInsteadOfClippingIt) {
+  ShowForm1();
+  auto* label = Find<FitLabel>(QStringLiteral("Form1"), QStringLiteral("lblFieldStrenght"));
+  for (const char* text : {"1 uV", "158.1 uV", "49999.99 mV/m", "1234567890.123456 mV/m"}) {
+    forms.form1.lblFieldStrenght.caption = text;
+    binder.Sync();
+    const QFontMetricsF metrics(label->FittingFont());
+    EXPECT_LE(metrics.horizontalAdvance(label->text()), label->contentsRect().width()) << text;
+    EXPECT_LE(metrics.height(), label->contentsRect().height()) << text;
+  }
+}
+
+TEST_F(WindowsTest, TheMinimalDisplayGrowsWithItsWindow) {
+  forms.form5.visible = true;
+  for (Label& label : forms.form5.Label1) label.caption = "S9+10, 158.1 uV, 0.123 mV/m";
+  forms.form5.Label1[0].caption = "012.3 km";
+  binder.Sync();
+  QWidget* window = Window(QStringLiteral("Form5"));
+  const auto text_height = [&](const QSize& size) {
+    window->resize(size);
+    QApplication::processEvents();
+    auto* label = Find<FitLabel>(QStringLiteral("Form5"), QStringLiteral("Label1_0"));
+    return QFontMetricsF(label->FittingFont()).height();
+  };
+  const double small = text_height({480, 320});
+  EXPECT_EQ(window->size(), QSize(480, 320)) << "it can be made that small";
+  EXPECT_GE(small, 480.0 / 12);
+  EXPECT_GT(text_height({960, 640}), small * 1.6);
+  for (int i = 0; i < 5; ++i) {
+    auto* label = Find<FitLabel>(QStringLiteral("Form5"), QStringLiteral("Label1_%1").arg(i));
+    EXPECT_LE(QFontMetricsF(label->FittingFont()).horizontalAdvance(label->text()), label->width());
+  }
+}
+
+}  // namespace
+}  // namespace kestrum::test
