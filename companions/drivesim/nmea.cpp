@@ -53,7 +53,8 @@ std::optional<int> Digits(std::string_view text, std::size_t from, std::size_t c
 std::string NmeaSentence(std::string_view body) {
   unsigned sum = 0;
   for (const char c : body) sum ^= static_cast<unsigned char>(c);
-  return "$" + std::string(body) + Format("*%02X\r\n", sum);
+  std::string sentence = "$";
+  return sentence.append(body).append(Format("*%02X\r\n", sum));
 }
 
 std::string NmeaLatitude(double lat_deg) {
@@ -111,8 +112,9 @@ std::optional<std::int64_t> ParseUtc(std::string_view text) {
                                          std::chrono::day{static_cast<unsigned>(*day)}};
   if (!date.ok() || *hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
   const auto midnight = std::chrono::sys_days{date}.time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::seconds>(midnight).count() + *hour * 3600 + *minute * 60 +
-         *second;
+  const auto moment =
+      midnight + std::chrono::hours{*hour} + std::chrono::minutes{*minute} + std::chrono::seconds{*second};
+  return std::chrono::duration_cast<std::chrono::seconds>(moment).count();
 }
 
 }  // namespace kestrum::drivesim

@@ -137,7 +137,8 @@ std::string SetValue(Options& options, const std::string& name, const std::strin
   for (const ValueOption& option : kValueOptions) {
     if (option.name != name) continue;
     if (option.set(options, value)) return {};
-    return name + " wants " + std::string(option.wanted) + ", not \"" + value + "\"";
+    std::string error = name;
+    return error.append(" wants ").append(option.wanted).append(", not \"").append(value).append("\"");
   }
   return "unknown option " + name;
 }

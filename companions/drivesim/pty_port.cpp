@@ -60,7 +60,8 @@ std::string PtyPort::MakeLink() const {
   }
   // Made beside it and renamed over it, so that the name is never missing while it is replaced.
   std::filesystem::path fresh = link_;
-  fresh += "." + std::to_string(::getpid());
+  fresh += ".";
+  fresh += std::to_string(::getpid());
   std::filesystem::remove(fresh, error);
   std::filesystem::create_symlink(device_, fresh, error);
   if (!error) std::filesystem::rename(fresh, link_, error);

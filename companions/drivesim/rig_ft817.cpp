@@ -60,8 +60,7 @@ RigFt817::RigFt817(Model model, const RigSetup& setup)
     : model_(model),
       acknowledges_(setup.acknowledges),
       powered_(setup.powered || model != Model::FT817),
-      vfos_{{{setup.frequency_hz / 10, 0x00}, {1420000, 0x01}}} {
-}
+      vfos_{{{setup.frequency_hz / 10, 0x00}, {1420000, 0x01}}} {}
 
 Answer RigFt817::Ack(std::string meaning, std::uint8_t byte) const {
   return {acknowledges_ ? Bytes{byte} : Bytes{}, true, std::move(meaning)};

@@ -19,8 +19,7 @@ std::string OnOff(const char* what, bool on) {
 
 }  // namespace
 
-RigFt840::RigFt840(const RigSetup& setup) : vfos_{{{setup.frequency_hz / 10, 0, 0}, {1420000, 1, 0}}} {
-}
+RigFt840::RigFt840(const RigSetup& setup) : vfos_{{{setup.frequency_hz / 10, 0, 0}, {1420000, 1, 0}}} {}
 
 Answer RigFt840::Handle(const Command& command, int meter) {
   if (auto answer = HandleRead(command, meter)) return *answer;
@@ -75,7 +74,7 @@ std::string RigFt840::HandleSetting(const Command& command) {
 std::string RigFt840::SetFrequency(const Command& command) {
   const std::array<std::uint8_t, 4> bcd = {command[3], command[2], command[1], command[0]};
   const std::uint32_t frequency = BcdToNumber(bcd);
-  const std::string meaning = "set frequency " + FrequencyText(frequency);
+  std::string meaning = "set frequency " + FrequencyText(frequency);
   if (frequency < 10000 || frequency > 3000000) return meaning + ", out of range, ignored";
   Current().frequency_10hz = frequency;
   return meaning;

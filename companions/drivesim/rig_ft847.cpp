@@ -30,8 +30,7 @@ bool Receives(std::uint32_t frequency_10hz) {
 
 RigFt847::RigFt847(const RigSetup& setup)
     : five_byte_status_(setup.five_byte_status),
-      vfos_{{{setup.frequency_hz / 10, 0x00}, {14590000, 0x08}, {43580000, 0x08}}} {
-}
+      vfos_{{{setup.frequency_hz / 10, 0x00}, {14590000, 0x08}, {43580000, 0x08}}} {}
 
 Answer RigFt847::Handle(const Command& command, int meter) {
   const std::uint8_t opcode = command[4];

@@ -7,8 +7,7 @@ namespace kestrum::drivesim {
 
 RigLine::RigLine(Rig& rig, FaultBoard& faults, CommandLog& log, std::uint64_t seed,
                  std::function<int(double)> meter)
-    : rig_(rig), faults_(faults), log_(log), noise_(seed), meter_(std::move(meter)) {
-}
+    : rig_(rig), faults_(faults), log_(log), noise_(seed), meter_(std::move(meter)) {}
 
 void RigLine::Receive(std::span<const std::uint8_t> bytes, Moment now) {
   DropIncomplete(now);

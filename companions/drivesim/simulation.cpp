@@ -40,8 +40,7 @@ Simulation::Simulation(const Options& options)
       line_(*rig_, faults_, log_, options.seed, [this](double sim_s) { return Meter(sim_s); }),
       com_(std::filesystem::path(options.directory) / "com1"),
       gps_(std::filesystem::path(options.directory) / "gps"),
-      start_(std::chrono::steady_clock::now()) {
-}
+      start_(std::chrono::steady_clock::now()) {}
 
 Simulation::~Simulation() {
   if (control_) ::unlink(options_.control_path.c_str());

@@ -45,6 +45,7 @@ DriveProcess::DriveProcess(const std::vector<std::string>& arguments) {
   std::vector<std::string> words = {DRIVESIM_PROGRAM, "--dir", scratch_.Path().string()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
 
@@ -111,8 +112,7 @@ double DriveProcess::CpuS() const {
 }
 
 Client::Client(const std::filesystem::path& path)
-    : fd_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
-}
+    : fd_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {}
 
 Client::~Client() {
   if (fd_ >= 0) ::close(fd_);
@@ -155,7 +155,7 @@ std::string Client::Line() {
     text_ += static_cast<char>(bytes[0]);
   }
   const std::size_t end = text_.find("\r\n");
-  const std::string line = text_.substr(0, end);
+  std::string line = text_.substr(0, end);
   text_.erase(0, end + 2);
   return line;
 }
