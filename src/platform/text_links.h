@@ -17,6 +17,9 @@ class TextLinks {
                              std::function<void(const std::string&)> on_text) = 0;
   // Ends the link to the item; its handler is not called again.
   virtual void Unlink(const std::string& topic, const std::string& item) = 0;
+  // Whether the server is there as far as is known now; never waits. While it is not, the texts received last
+  // stand still.
+  virtual bool ServerPresent(const std::string& topic) const = 0;
 };
 
 }  // namespace kestrum

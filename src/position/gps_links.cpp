@@ -77,7 +77,8 @@ void GpsLinks::GetAllDDE() {
   record.height = form_.lblDDEHeight.caption;
   record.speed = form_.lblDDESpeed.caption;
   record.compass = form_.lblDDECompas.caption;
-  if (FixIsValid(record.validity)) last_fix_ = ports_.clock.Elapsed();
+  // Texts of a reader that has gone stand still: they are no new fix.
+  if (FixIsValid(record.validity) && ports_.links.ServerPresent(kTopic)) last_fix_ = ports_.clock.Elapsed();
 }
 
 bool GpsLinks::GetGPSdataStartLast() {
@@ -102,7 +103,8 @@ void GpsLinks::ShowGpsFields() {
 }
 
 void GpsLinks::ShowFixAge() {
-  if (FixIsValid(record.validity)) {
+  const bool reader_present = ports_.links.ServerPresent(kTopic);
+  if (FixIsValid(record.validity) && reader_present) {
     form_.lblRxVal.back_color = Color::kSystem;
     form_.lblRxVal.tool_tip = "GPS RX Ok.";
     return;
@@ -113,8 +115,9 @@ void GpsLinks::ShowFixAge() {
     return;
   }
   const auto age = std::chrono::duration_cast<std::chrono::seconds>(ports_.clock.Elapsed() - *last_fix_);
+  const std::string cause = reader_present ? "No valid fix for " : "The GPS reader has been gone for ";
   form_.lblRxVal.tool_tip =
-      "No valid fix for " + std::to_string(age.count()) + " s. The position shown is the last one received.";
+      cause + std::to_string(age.count()) + " s. The position shown is the last one received.";
 }
 
 }  // namespace kestrum

@@ -241,5 +241,22 @@ TEST_F(Reader, LostFixIsToldWithItsAgeWhileTheCaptionStands) {
   EXPECT_EQ(form.lblRxVal.tool_tip, "GPS RX Ok.");
 }
 
+TEST_F(Reader, AReaderThatHasGoneIsWarnedOfThoughItsLastTextsStandStill) {
+  SendFix();
+  gps.GetAllDDE();
+  outside.links.server_present = false;
+  outside.clock.Advance(7000ms);
+  EXPECT_TRUE(gps.GetGPSdataStartLast());
+  gps.ShowFixAge();
+  EXPECT_EQ(form.lblRxVal.caption, "GPS Ok");
+  EXPECT_EQ(form.lblRxVal.back_color, Color::kWarning);
+  EXPECT_EQ(form.lblRxVal.tool_tip,
+            "The GPS reader has been gone for 7 s. The position shown is the last one received.");
+  outside.links.server_present = true;
+  gps.GetAllDDE();
+  gps.ShowFixAge();
+  EXPECT_EQ(form.lblRxVal.back_color, Color::kSystem);
+}
+
 }  // namespace
 }  // namespace kestrum::test

@@ -67,6 +67,8 @@ class ScriptedLinks : public TextLinks {
   void LinkAutomatic(const std::string& topic, const std::string& item,
                      std::function<void(const std::string&)> on_text) override;
   void Unlink(const std::string& topic, const std::string& item) override;
+  bool server_present = true;
+  bool ServerPresent(const std::string&) const override { return server_present; }
   // The reader sends a text; false when the item is not linked.
   bool Send(const std::string& item, const std::string& text);
 

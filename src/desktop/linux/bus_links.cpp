@@ -167,6 +167,10 @@ void BusLinks::Unlink(const std::string& topic, const std::string& item) {
   if (topic == kTopic) links_.erase(ToQt(item));
 }
 
+bool BusLinks::ServerPresent(const std::string& topic) const {
+  return topic == kTopic && connected_ && !owner_.isEmpty();
+}
+
 void BusLinks::ConnectForAnswer() {
   if (connected_ || asked_) return;
   BusProbe probe;

@@ -31,6 +31,7 @@ class BusLinks : public QObject, public LinksAndWindows {
   void LinkAutomatic(const std::string& topic, const std::string& item,
                      std::function<void(const std::string&)> on_text) override;
   void Unlink(const std::string& topic, const std::string& item) override;
+  bool ServerPresent(const std::string& topic) const override;
   bool Exists(const std::string& title) override;
   void Close(const std::string& title) override;
 
