@@ -40,6 +40,7 @@ void CheckCoordinate(const std::string& text, const Kind& kind) {
   Require(form, "form of a coordinate", result);
   const double degrees = std::stod(result.substr(0, point - 2));
   const double minutes = std::stod(result.substr(point - 2, 5));
+  Require(minutes < 60, "minutes of a coordinate", result);
   const bool negative = result.back() == kind.letters[1];
   const double expected = (negative ? -1 : 1) * (degrees + minutes / 60);
   const double value = LatLongToDeg(result);

@@ -41,7 +41,7 @@ void CheckAccepted(const QByteArray& line) {
 // The stream in pieces of odd sizes gives the lines that it gives at once.
 QList<QByteArray> Lines(const QByteArray& stream) {
   LineSplitter at_once(kLongestLine);
-  const QList<QByteArray> lines = at_once.Feed(stream);
+  QList<QByteArray> lines = at_once.Feed(stream);
   LineSplitter in_pieces(kLongestLine);
   QList<QByteArray> pieced;
   for (qsizetype at = 0, length = 1; at < stream.size(); at += length, length = length % 7 + 1)
