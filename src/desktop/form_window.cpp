@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QWindow>
 #include <cmath>
 #include <optional>
 
@@ -37,9 +38,10 @@ std::optional<Key> FormKey(const QKeyEvent& event) {
 }  // namespace
 
 FormWindow::FormWindow(Form& form, Binder& binder, const QString& name, QWidget* owner)
-    : QMainWindow(owner, Qt::Window),
+    : QMainWindow(nullptr, Qt::Window),
       binder_(binder),
       form_(form),
+      owner_(owner),
       painted_left_(form.left),
       painted_top_(form.top) {
   setObjectName(name);
@@ -63,8 +65,12 @@ void FormWindow::ShowOrHide(bool visible) {
     hide();
     return;
   }
+  if (owner_ != nullptr) {
+    winId();  // makes the native windows
+    owner_->winId();
+    windowHandle()->setTransientParent(owner_->windowHandle());
+  }
   show();
-  raise();
   activateWindow();
 }
 

@@ -12,7 +12,8 @@ class FormWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  // `owner` is the window that this one stays above, or none.
+  // `owner` is the window that this one stays above, or none. It is no parent: a control's name is looked for
+  // within one window.
   FormWindow(Form& form, Binder& binder, const QString& name, QWidget* owner = nullptr);
 
   // Offers a key to the form before any control sees it. True when the key goes no further.
@@ -34,6 +35,7 @@ class FormWindow : public QMainWindow {
   void Activate();
 
   Form& form_;
+  QWidget* owner_;
   float painted_left_;
   float painted_top_;
   bool activated_ = false;

@@ -1,5 +1,7 @@
 #include "desktop/windows.h"
 
+#include <utility>
+
 #include "desktop/form1_window.h"
 #include "desktop/form2_window.h"
 #include "desktop/form3_window.h"
@@ -8,13 +10,13 @@
 
 namespace kestrum {
 
-Windows::Windows(Forms& forms, Binder& binder)
-    : binder_(binder),
-      main_(std::make_unique<Form1Window>(forms.form1, binder)),
-      minimal_(std::make_unique<Form5Window>(forms.form5, binder)) {
-  new Form2Window(forms.form2, binder, main_.get());
-  new Form3Window(forms.form3, binder, main_.get());
-  new Form4Window(forms.form4, binder, main_.get());
+Windows::Windows(Forms& forms, Binder& binder) : binder_(binder) {
+  auto main = std::make_unique<Form1Window>(forms.form1, binder);
+  windows_.push_back(std::make_unique<Form2Window>(forms.form2, binder, main.get()));
+  windows_.push_back(std::make_unique<Form3Window>(forms.form3, binder, main.get()));
+  windows_.push_back(std::make_unique<Form4Window>(forms.form4, binder, main.get()));
+  windows_.push_back(std::make_unique<Form5Window>(forms.form5, binder));
+  windows_.push_back(std::move(main));
 }
 
 Windows::~Windows() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "desktop/binder.h"
 #include "desktop/form_window.h"
@@ -19,8 +20,7 @@ class Windows {
  private:
   Binder& binder_;
   FormKeys keys_;
-  std::unique_ptr<FormWindow> main_;  // owns the windows that stay above it
-  std::unique_ptr<FormWindow> minimal_;
+  std::vector<std::unique_ptr<FormWindow>> windows_;
 };
 
 }  // namespace kestrum

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QLabel>
+#include <QMainWindow>
 #include <QMenuBar>
 
 #include "desktop/desktop_fixture.h"
