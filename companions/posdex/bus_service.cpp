@@ -25,7 +25,7 @@ QString Text(const char* latin1) {
 
 // The session bus's address, empty when there is none. A missing bus is not started from here.
 QString BusAddress() {
-  const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!address.isEmpty()) return address;
   QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
   if (folder.isEmpty()) folder = QStringLiteral("/run/user/%1").arg(getuid());

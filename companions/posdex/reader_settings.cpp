@@ -6,7 +6,7 @@
 namespace kestrum::posdex {
 namespace {
 
-constexpr qint64 kLongestConf = 64 * 1024;
+constexpr qint64 kLongestConf = 65536;
 constexpr qsizetype kQuotedLength = 40;
 
 // Text of unknown origin for a message: one short line without control characters.

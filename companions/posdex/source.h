@@ -30,9 +30,9 @@ class Source : public QObject {
 
  public:
   /// The longest line that is looked at, in bytes; gpsd's own reports are far longer than any sentence.
-  static constexpr qsizetype kLongestLine = 16 * 1024;
+  static constexpr qsizetype kLongestLine = 16384;
   /// At most this many bytes wait to be read, so that no stream can fill the memory.
-  static constexpr qint64 kReadBuffer = 64 * 1024;
+  static constexpr qint64 kReadBuffer = 65536;
 
   virtual void Start() = 0;
 

@@ -130,7 +130,7 @@ TEST_F(SerialSourceTest, GarbageIsNamedAndOutlived) {
   Start();
   for (int i = 0; i < 60; ++i) {
     QByteArray garbage(500, '\0');
-    for (qsizetype k = 0; k < garbage.size(); ++k) garbage[k] = static_cast<char>(k * 31 + i * 17);
+    for (qsizetype k = 0; k < garbage.size(); ++k) garbage[k] = static_cast<char>(k * 31 + qsizetype{17} * i);
     pty.Write(garbage + "\n");
     RunFor(100);
   }
