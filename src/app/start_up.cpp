@@ -12,7 +12,6 @@ void Application::Start(const StartOptions& options) {
   }
   form.cmdFT817OnOff.caption = kPowerOffCaption;
   InitApp();
-  // A box of the steps above may have been open when the end came.
   if (ports_.program.Ended()) return;
   form.left = state.settings.MainLeft;
   form.top = state.settings.MainTop;
@@ -38,10 +37,14 @@ void Application::InitApp() {
   Form1& form = forms.form1;
   state.settings.CalibrationFiles[0] = ports_.program.PathOf("\\Calibration1.cfg");
   state.settings.CalibrationFiles[1] = ports_.program.PathOf("\\Calibration2.cfg");
+  // The end may come while one of the two steps that can show a box has it open; rig and reader then stay
+  // untouched.
   config.LoadCfg();
+  if (ports_.program.Ended()) return;
   gps.PrepareLabels();
   form.ProgressBar1.maximum = 255;
   gps.LoadGps(true);
+  if (ports_.program.Ended()) return;
   table.DefaultCalibration(false);
   main_window.ShowDDEPanel();
   panel.ApplySelection();

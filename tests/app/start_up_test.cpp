@@ -281,6 +281,21 @@ TEST(StartUp, EndsQuietlyWhenTheEndComesUnderItsFirstMessage) {
   EXPECT_FALSE(car.form1.visible);
   EXPECT_FALSE(car.form1.tmrMain.enabled);
   EXPECT_EQ(car.world.files.files["/car/Kestrum.cfg"], "something else\r\n");
+  // Neither the reader nor the rig is set up any more.
+  EXPECT_TRUE(car.world.program.started.empty());
+  EXPECT_TRUE(car.world.serial.events.empty());
+}
+
+TEST(StartUp, LeavesTheRigAloneWhenTheEndComesUnderTheMessageOfTheMissingReader) {
+  ScriptedCar car;
+  car.world.windows.titles.clear();
+  car.WriteConfig(ScriptedCar::UsualSettings());
+  car.world.dialogs.while_open = [&car] { car.app.ExitWithoutAsking(); };
+  car.Start();
+  ASSERT_EQ(car.world.dialogs.messages.size(), 1U);
+  EXPECT_EQ(car.world.dialogs.messages[0].text, "Posdex.exe Not found");
+  EXPECT_TRUE(car.world.program.Ended());
+  EXPECT_TRUE(car.world.serial.events.empty());
 }
 
 }  // namespace
