@@ -20,7 +20,7 @@ constexpr double kFullBarHeight_twips = 456;
 
 // Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory.").
 QString ToolTip(const std::string& text) {
-  const QString plain = ToQtLines(text);
+  QString plain = ToQtLines(text);
   if (!Qt::mightBeRichText(plain)) return plain;
   return QLatin1String("<p style='white-space:pre'>") + plain.toHtmlEscaped() + QLatin1String("</p>");
 }

@@ -54,6 +54,7 @@ void Binder::Bind(CheckBox& box, QCheckBox* widget, const QString& name) {
 
 void Binder::BindGroup(const std::vector<OptionEntry>& group) {
   std::vector<OptionButton*> members;
+  members.reserve(group.size());
   for (const OptionEntry& entry : group) members.push_back(&entry.control);
   for (const OptionEntry& entry : group) {
     OptionButton& option = entry.control;

@@ -7,8 +7,8 @@ namespace kestrum {
 
 void Binder::Sync() {
   if (program_.Ended()) return;
-  // By index: painting may show a window whose first events come back here.
-  for (std::size_t i = 0; i < watches_.size(); ++i) watches_[i]();
+  // Painting may show a window whose first events come back here; the list itself never changes then.
+  for (const std::function<void()>& look : watches_) look();
 }
 
 void Binder::Enter(const Handler& handler) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "desktop/text_convert.h"
 
@@ -122,6 +124,41 @@ Attempt WriteBesideAndRename(const std::string& path, std::string_view bytes, co
   return result;
 }
 
+// Zero, or the number of the error; the file then has its old size again: half a block must not stand there,
+// the next one would begin in the middle of a line. Calls nothing that a forked child may not.
+int AppendOrUndo(int file, std::string_view bytes, std::optional<off_t> old_size) {
+  if (WriteAll(file, bytes) && SyncFile(file)) return 0;
+  const int fault = errno;
+  if (old_size && ::ftruncate(file, *old_size) != 0) errno = 0;
+  return fault;
+}
+
+// The kernel cuts a write short when the process is killed. So a child does it: killing the program leaves
+// the child alone, and the block is whole or not there.
+int AppendUnkillably(int file, std::string_view bytes, off_t old_size) {
+  std::array<int, 2> ends{};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return AppendOrUndo(file, bytes, old_size);
+  const Descriptor answer(ends[0]);
+  Descriptor teller(ends[1]);
+  const pid_t child = ::fork();
+  if (child < 0) return AppendOrUndo(file, bytes, old_size);
+  if (child == 0) {
+    const int fault = AppendOrUndo(file, bytes, old_size);
+    // When nobody listens any more there is nothing to be done about it.
+    [[maybe_unused]] const ssize_t told = ::write(teller.number(), &fault, sizeof(fault));
+    ::_exit(0);
+  }
+  teller.Close();
+  int fault = EIO;
+  ssize_t got = 0;
+  do {
+    got = ::read(answer.number(), &fault, sizeof(fault));
+  } while (got < 0 && errno == EINTR);
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  return got == static_cast<ssize_t>(sizeof(fault)) ? fault : EIO;
+}
+
 }  // namespace
 
 PosixFileStore::PosixFileStore(const QString& folder)
@@ -171,13 +208,9 @@ FileFault PosixFileStore::Append(const std::string& path, std::string_view bytes
   if (!file.valid()) return LastFault();
   struct stat before {};
   if (::fstat(file.number(), &before) != 0) return LastFault();
-  if (!WriteAll(file.number(), bytes) || !SyncFile(file.number())) {
-    const FileFault fault = LastFault();
-    // Half a block must not stand there: the next one would begin in the middle of a line.
-    if (S_ISREG(before.st_mode) && ::ftruncate(file.number(), before.st_size) != 0) errno = 0;
-    return fault;
-  }
-  if (!file.Close()) return LastFault();
+  errno = S_ISREG(before.st_mode) ? AppendUnkillably(file.number(), bytes, before.st_size)
+                                  : AppendOrUndo(file.number(), bytes, std::nullopt);
+  if (errno != 0 || !file.Close()) return LastFault();
   if (is_new) SyncFolderOf(target);
   return std::nullopt;
 }
