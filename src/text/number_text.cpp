@@ -4,7 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 
 namespace kestrum {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kSingleDigits = 7;
 constexpr int kDoubleDigits = 15;
+constexpr std::string_view kBlanks = " \t";
 
 struct Decimal {
   bool negative = false;
@@ -24,24 +26,45 @@ void DropTrailingZeros(Decimal& number) {
   number.digits.erase(last == std::string::npos ? 0 : last + 1);
 }
 
+// Whole numbers are most of what is shown, and need no rounding while they have few enough digits.
+template <typename Number>
+bool IsShortWhole(Number size, int significant) {
+  constexpr std::array<std::int64_t, kDoubleDigits + 1> kPowersOfTen = [] {
+    std::array<std::int64_t, kDoubleDigits + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+  }();
+  const auto limit = static_cast<Number>(kPowersOfTen.at(static_cast<std::size_t>(significant)));
+  return size < limit && size == static_cast<Number>(static_cast<std::int64_t>(size));
+}
+
 template <typename Number>
 Decimal ToDecimal(Number value, int significant) {
   Decimal result;
   if (!std::isfinite(value) || value == 0) return result;
+  result.negative = value < 0;
+  const Number size = std::fabs(value);
   std::array<char, 64> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+  if (IsShortWhole(size, significant)) {
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(size));
+    result.digits.assign(buffer.data(), end.ptr);
+    result.point = static_cast<int>(result.digits.size());
+    DropTrailingZeros(result);
+    return result;
+  }
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), size,
                                  std::chars_format::scientific, significant - 1);
   const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
   const auto exponent_at = text.find('e');
-  for (const char c : text.substr(0, exponent_at)) {
-    if (c != '.') result.digits += c;
-  }
+  // One digit, the point, and the others.
+  result.digits = text.front();
+  if (exponent_at > 2) result.digits += text.substr(2, exponent_at - 2);
   int exponent = 0;
   auto exponent_text = text.substr(exponent_at + 1);
   if (exponent_text.front() == '+') exponent_text.remove_prefix(1);
   std::from_chars(exponent_text.data(), exponent_text.data() + exponent_text.size(), exponent);
   result.point = exponent + 1;
-  result.negative = value < 0;
   DropTrailingZeros(result);
   return result;
 }
@@ -93,21 +116,33 @@ void RoundHalfAway(Decimal& number, int decimals) {
   Increment(number);
 }
 
-}  // namespace
-
-double Val(std::string_view text) {
-  std::string number;
+// Of the sign, digits and point that the text begins with.
+std::size_t NumberLength(std::string_view text) {
   bool point = false;
-  for (const char c : text) {
-    if (c == ' ' || c == '\t') continue;
-    const bool sign = (c == '-' || c == '+') && number.empty();
+  std::size_t length = 0;
+  for (; length < text.size(); ++length) {
+    const char c = text[length];
+    const bool sign = (c == '-' || c == '+') && length == 0;
     const bool first_point = c == '.' && !point;
     const bool digit = c >= '0' && c <= '9';
     if (!sign && !first_point && !digit) break;
     point = point || first_point;
-    number += c;
   }
-  if (!number.empty() && number.front() == '+') number.erase(0, 1);
+  return length;
+}
+
+}  // namespace
+
+double Val(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  std::string squeezed;
+  if (text.find_first_of(kBlanks) != std::string_view::npos) {
+    std::copy_if(text.begin(), text.end(), std::back_inserter(squeezed),
+                 [](char c) { return kBlanks.find(c) == std::string_view::npos; });
+    text = squeezed;
+  }
+  std::string_view number = text.substr(0, NumberLength(text));
+  if (number.starts_with('+')) number.remove_prefix(1);
   double value = 0;
   const auto result =
       std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
