@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kSingleDigits = 7;
 constexpr int kDoubleDigits = 15;
-constexpr std::string_view kBlanks = " \t";
 
 struct Decimal {
   bool negative = false;
@@ -116,32 +115,33 @@ void RoundHalfAway(Decimal& number, int decimals) {
   Increment(number);
 }
 
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
 // Of the sign, digits and point that the text begins with.
 std::size_t NumberLength(std::string_view text) {
-  bool point = false;
   std::size_t length = 0;
-  for (; length < text.size(); ++length) {
-    const char c = text[length];
-    const bool sign = (c == '-' || c == '+') && length == 0;
-    const bool first_point = c == '.' && !point;
-    const bool digit = c >= '0' && c <= '9';
-    if (!sign && !first_point && !digit) break;
-    point = point || first_point;
-  }
+  const auto skip_digits = [&] {
+    while (length < text.size() && text[length] >= '0' && text[length] <= '9') ++length;
+  };
+  if (text.starts_with('-') || text.starts_with('+')) ++length;
+  skip_digits();
+  if (length < text.size() && text[length] == '.') ++length;
+  skip_digits();
   return length;
 }
 
 }  // namespace
 
 double Val(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  std::string squeezed;
-  if (text.find_first_of(kBlanks) != std::string_view::npos) {
-    std::copy_if(text.begin(), text.end(), std::back_inserter(squeezed),
-                 [](char c) { return kBlanks.find(c) == std::string_view::npos; });
-    text = squeezed;
-  }
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   std::string_view number = text.substr(0, NumberLength(text));
+  std::string squeezed;
+  if (number.size() < text.size() && IsBlank(text[number.size()])) {
+    std::copy_if(text.begin(), text.end(), std::back_inserter(squeezed), [](char c) { return !IsBlank(c); });
+    number = std::string_view(squeezed).substr(0, NumberLength(squeezed));
+  }
   if (number.starts_with('+')) number.remove_prefix(1);
   double value = 0;
   const auto result =

@@ -1,0 +1,215 @@
+#include <unistd.h>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <sstream>
+#include <string_view>
+
+#include "app/application.h"
+#include "desktop/desktop.h"
+#include "desktop/system_clock.h"
+#include "desktop/windows.h"
+#include "instant_rig.h"
+#include "measured_car.h"
+#include "rows.h"
+
+// The real program in this process: its windows, its serial port, its bus, its files.
+namespace kestrum::bench {
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+constexpr double kReplyWindowMs = 50;
+constexpr int kReadings = 1000;
+constexpr int kCycles = 250;
+
+double MsSince(SteadyClock::time_point from) {
+  return Milliseconds(SteadyClock::now() - from).count();
+}
+
+// Processor time of this thread, in ms.
+double ProcessorMs() {
+  timespec now{};
+  ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double ResidentMb() {
+  std::istringstream pages(process::ReadFile("/proc/self/statm"));
+  long total = 0;
+  long resident = 0;
+  pages >> total >> resident;
+  return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+void LetEventsRun(std::chrono::milliseconds duration) {
+  QEventLoop loop;
+  QTimer::singleShot(duration, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+// Waits for the rig's answer instead of the whole reply window.
+class HastyClock : public SystemClock {
+ public:
+  explicit HastyClock(InstantRig& rig) : rig_(rig) {}
+  void Sleep(std::chrono::milliseconds longest) override { seen_ = rig_.WaitForMoreThan(seen_, longest); }
+
+ private:
+  InstantRig& rig_;
+  int seen_ = 0;
+};
+
+// As main() builds it, with a clock of our choice.
+struct Program {
+  explicit Program(Clock& clock)
+      : application(PortsWith(clock)), windows(application.forms, desktop.binder()) {}
+
+  void Start() {
+    desktop.binder().Enter([this] { application.Start({.start_logging = true}); });
+    LetEventsRun(std::chrono::seconds(2));
+  }
+  void Cycle() {
+    desktop.binder().Enter([this] { application.cycle.MainCycle(); });
+  }
+  Ports PortsWith(Clock& clock) {
+    const Ports real = desktop.ports();
+    return {real.serial, real.links,   real.dialogs, clock,     real.pump,
+            real.beeper, real.program, real.windows, real.files};
+  }
+
+  Desktop desktop;
+  Application application;
+  Windows windows;
+};
+
+void MeasureReadings(Program& program) {
+  program.application.forms.form1.tmrMain.Stop();
+  program.desktop.binder().Sync();
+  std::vector<double> over;
+  std::vector<double> processor_us;
+  double processor_total = 0;
+  for (int reading = 0; reading < kReadings; ++reading) {
+    const auto from = SteadyClock::now();
+    const double busy_from = ProcessorMs();
+    program.application.rig.ReadRssi();
+    const double busy = ProcessorMs() - busy_from;
+    over.push_back(MsSince(from) - kReplyWindowMs);
+    processor_us.push_back(busy * 1e3);
+    processor_total += busy;
+  }
+  Print({"One S-meter read, wall time over the required 50 ms",
+         "ms",
+         over,
+         {1, 3},
+         "the system wakes the program late"});
+  Print({"One S-meter read, processor time", "us", processor_us, {}, {}});
+  Print({"1,000 S-meter reads, processor time", "ms", {processor_total}, {}, {}});
+}
+
+void MeasureCycles(Program& program) {
+  std::vector<double> over;
+  std::vector<double> processor_ms;
+  for (int cycle = 0; cycle < kCycles; ++cycle) {
+    const auto from = SteadyClock::now();
+    const double busy_from = ProcessorMs();
+    program.Cycle();
+    processor_ms.push_back(ProcessorMs() - busy_from);
+    over.push_back(MsSince(from) - kReplyWindowMs);
+  }
+  Print({"One cycle, wall time over the required 50 ms",
+         "ms",
+         over,
+         {1, 3},
+         "painting the changed readouts without a graphics card takes the processor time of the next row; "
+         "the rest is the system waking the program late"});
+  Print({"One cycle with its painting, processor time", "ms", processor_ms, {}, {}});
+}
+
+// How much later than its interval after the last cycle each tick of the main timer comes.
+void MeasureTicks(Program& program, int interval_ms, std::size_t ticks) {
+  Timer& timer = program.application.forms.form1.tmrMain;
+  const Handler cycle = timer.tick;
+  std::vector<double> late;
+  QEventLoop loop;
+  SteadyClock::time_point started;
+  timer.tick = [&] {
+    late.push_back(MsSince(started) - interval_ms);
+    cycle();
+    started = SteadyClock::now();
+    if (late.size() >= ticks) loop.quit();
+  };
+  program.desktop.binder().Enter([&] {
+    program.application.state.settings.TimeIntervalMs = static_cast<std::int16_t>(interval_ms);
+    program.application.timing.ApplyInterval();
+    timer.Start();
+    started = SteadyClock::now();
+  });
+  loop.exec();
+  timer.Stop();
+  program.desktop.binder().Sync();
+  timer.tick = cycle;
+  Print({"Ticks of tmrMain at " + std::to_string(interval_ms) + " ms, how late", "ms", late, {}, {}});
+}
+
+void MeasureTimes(InstantRig& rig) {
+  SystemClock clock;
+  Program program(clock);
+  program.Start();
+  if (rig.WaitForMoreThan(-1, {}) == 0) LetEventsRun(std::chrono::seconds(5));
+  MeasureReadings(program);
+  MeasureCycles(program);
+  MeasureTicks(program, 100, 100);
+  MeasureTicks(program, 1000, 10);
+  MeasureTicks(program, 5000, 4);
+}
+
+void MeasureMemory(InstantRig& rig) {
+  constexpr int kFew = 1000;
+  constexpr int kMany = 20000;
+  const std::string why = "see the next rows";
+  HastyClock clock(rig);
+  Program program(clock);
+  program.Start();
+  Print({"Resident memory at start", "MB", {ResidentMb()}, {60, {}}, why});
+  for (int cycle = 0; cycle < kFew; ++cycle) program.Cycle();
+  const double few = ResidentMb();
+  Print({"Resident memory after 1,000 cycles", "MB", {few}, {60, {}}, why});
+  for (int cycle = kFew; cycle < kMany; ++cycle) program.Cycle();
+  const double many = ResidentMb();
+  Print({"Resident memory after 20,000 cycles", "MB", {many}, {60, {}}, why});
+  Print({"Growth from 1,000 to 20,000 cycles", "MB", {many - few}, {0.5, {}}, "not flat"});
+}
+
+int Main(int argc, char** argv) {
+  const std::string_view what = argc == 2 ? argv[1] : "";
+  if (what != "times" && what != "memory") {
+    std::fprintf(stderr, "usage: program_bench times|memory\n");
+    return 2;
+  }
+  const MeasuredCar car("FT817");
+  InstantRig rig;
+  MeasuredCar::Configure({1, 5000, false});
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(car.runtime_folder()));
+  qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(car.bus()));
+  qputenv("KESTRUM_COM1", QByteArray::fromStdString(rig.path()));
+  const QApplication toolkit(argc, argv);
+  if (what == "times") {
+    MeasureTimes(rig);
+  } else {
+    MeasureMemory(rig);
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace kestrum::bench
+
+int main(int argc, char** argv) {
+  return kestrum::bench::Main(argc, argv);
+}
