@@ -33,9 +33,11 @@ class LinksTest : public ::testing::Test {
     QFile::remove(socket);
     address_ = QStringLiteral("unix:path=") + socket;
     bus_.setStandardErrorFile(QProcess::nullDevice());
-    bus_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                               QStringLiteral("--address=") + address_});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(socket); }, 5000));
+    bus_.start(QStringLiteral("dbus-daemon"),
+               {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                QStringLiteral("--address=") + address_});
+    // It prints the address once it listens.
+    ASSERT_TRUE(bus_.waitForReadyRead(5000));
     qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toLocal8Bit());
   }
   void StopBus() {

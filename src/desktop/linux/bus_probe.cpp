@@ -50,7 +50,7 @@ BusProbe::~BusProbe() {
 }
 
 QByteArray BusProbe::SessionAddress() {
-  const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+  QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
   if (!address.isEmpty()) return address;
   const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
   const QByteArray socket = runtime + "/bus";

@@ -32,12 +32,12 @@ QString GroupOf(const QByteArray& path) {
 }  // namespace
 
 QString SerialDevice(int number, const QString& application_folder) {
-  const QString named = qEnvironmentVariable(qPrintable(QStringLiteral("KESTRUM_COM%1").arg(number)));
+  QString named = qEnvironmentVariable(qPrintable(QStringLiteral("KESTRUM_COM%1").arg(number)));
   if (!named.isEmpty()) return named;
   // A link to a device that is unplugged still stands for it: no other device may take its place.
   const QFileInfo link(QStringLiteral("%1/com%2").arg(application_folder).arg(number));
   if (link.exists() || link.isSymLink()) return link.absoluteFilePath();
-  const QString first = QStringLiteral("/dev/ttyUSB%1").arg(number - 1);
+  QString first = QStringLiteral("/dev/ttyUSB%1").arg(number - 1);
   for (const QString& device : {first, QStringLiteral("/dev/ttyACM%1").arg(number - 1),
                                 QStringLiteral("/dev/ttyS%1").arg(number - 1)}) {
     if (QFileInfo::exists(device)) return device;
