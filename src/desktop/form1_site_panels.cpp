@@ -93,6 +93,8 @@ QWidget* Form1Window::BuildDdePanel(QWidget* parent) {
   int place = 0;
   for (const Field& field : fields) {
     auto* value = new ElidedLabel(panel);
+    // A whole longitude as the reader sends it, and a little air; the columns of both rows are of one width.
+    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("00532.00000E")));
     binder_.Bind(field.label, value, QLatin1String(field.name));
     grid->addLayout(Headed(tr(field.heading), value), place / 2, place % 2);
     ++place;

@@ -126,7 +126,8 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
 }
 
 ListBox* Form3Window::List(Label& label, const QString& name, QWidget* parent) {
-  auto* list = new ListBox(26, 20, parent);
+  auto* list = new ListBox(28, 20, parent);
+  list->AlignFieldsAt({5, 16});
   binder_.Bind(label, list, name);
   return list;
 }

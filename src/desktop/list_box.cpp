@@ -4,6 +4,7 @@
 #include <QFontInfo>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextOption>
 
 namespace kestrum {
 
@@ -19,9 +20,28 @@ ListBox::ListBox(int columns, int lines, QWidget* parent)
   setFont(fixed);
 }
 
+void ListBox::AlignFieldsAt(const std::vector<int>& characters) {
+  aligned_ = true;
+  QList<QTextOption::Tab> stops;
+  for (const int character : characters) {
+    stops.append(QTextOption::Tab(fontMetrics().averageCharWidth() * character, QTextOption::LeftTab));
+  }
+  QTextOption option = document()->defaultTextOption();
+  option.setTabs(stops);
+  document()->setDefaultTextOption(option);
+}
+
 void ListBox::ShowText(const QString& text) {
   const int top = verticalScrollBar()->value();
-  setPlainText(text);
+  QString shown = text;
+  // Three blanks go before the second field and two before the third, so five stand before a third without a
+  // second.
+  if (aligned_) {
+    shown.replace(QStringLiteral("     "), QStringLiteral("\t\t"));
+    shown.replace(QStringLiteral("   "), QStringLiteral("\t"));
+    shown.replace(QStringLiteral("  "), QStringLiteral("\t"));
+  }
+  setPlainText(shown);
   verticalScrollBar()->setValue(top);
   PaintMark();
 }

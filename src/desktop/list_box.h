@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <vector>
 
 namespace kestrum {
 
@@ -11,6 +12,9 @@ class ListBox : public QPlainTextEdit {
  public:
   // `columns` by `lines` characters is the size that it asks for.
   ListBox(int columns, int lines, QWidget* parent);
+
+  // From now on the fields of a line, which two or more blanks part, stand in columns at these characters.
+  void AlignFieldsAt(const std::vector<int>& characters);
 
   // Replaces the text and keeps the scroll position where it can.
   void ShowText(const QString& text);
@@ -27,6 +31,7 @@ class ListBox : public QPlainTextEdit {
   int columns_;
   int lines_;
   int marked_line_ = -1;
+  bool aligned_ = false;
 };
 
 }  // namespace kestrum

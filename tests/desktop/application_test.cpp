@@ -23,7 +23,7 @@ namespace {
 // The whole program in a scripted car, behind real windows that nobody sees.
 class ApplicationTest : public ::testing::Test {
  protected:
-  void Start(Settings settings = ScriptedCar::UsualSettings()) {
+  void Start(const Settings& settings = ScriptedCar::UsualSettings()) {
     car.WriteConfig(settings);
     windows_ = std::make_unique<Windows>(car.app.forms, binder);
     binder.Enter([this] { car.Start(); });

@@ -305,14 +305,16 @@ TEST_F(BinderTest, NothingReachesAProgramThatHasEnded) {
 
 TEST_F(BinderTest, TheListMarksTheSelectedPoint) {
   forms.form3.Label1.caption =
-      "Default values\r\n-----------------------\r\n000   S0  0 uV\r\n010   S1  0.2 uV";
+      "Default values\r\n-----------------------\r\n0   S0  0 uV\r\n162   S9 + 10dB  158 uV\r\n200     60 uV";
   forms.form3.selected_point = 1;
   binder.Sync();
   auto* list = Find<ListBox>(QStringLiteral("Form3"), QStringLiteral("Label1"));
   EXPECT_EQ(list->toPlainText(),
-            QStringLiteral("Default values\n-----------------------\n000   S0  0 uV\n010   S1  0.2 uV"));
+            QStringLiteral(
+                "Default values\n-----------------------\n0\tS0\t0 uV\n162\tS9 + 10dB\t158 uV\n200\t\t60 uV"))
+      << "in columns";
   ASSERT_EQ(list->extraSelections().size(), 1);
-  EXPECT_EQ(list->extraSelections().at(0).cursor.block().text(), QStringLiteral("010   S1  0.2 uV"));
+  EXPECT_EQ(list->extraSelections().at(0).cursor.block().text(), QStringLiteral("162\tS9 + 10dB\t158 uV"));
 }
 
 TEST_F(BinderTest, ThePictureKeepsItsSizeInTwipsAndPaintsItsShapes) {
