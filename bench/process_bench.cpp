@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -133,16 +132,13 @@ void MeasureSideBySide() {
     next += kPace;
     std::this_thread::sleep_until(next);
   }
-  Print({"1,000 readings of an FT817: rigctl, whole process, processor time",
-         "ms",
-         client.ForAThousand(),
-         {},
-         {}});
-  Print({"1,000 readings of an FT817: Kestrum with position, records and windows, processor time",
-         "ms",
-         logger.ForAThousand(),
-         {},
-         {}});
+  Print({"1,000 readings of an FT817: rigctl, processor time", "ms", client.ForAThousand(), {}, {}});
+  Print(
+      {"1,000 readings of an FT817: the whole of Kestrum, with position, records and windows, processor time",
+       "ms",
+       logger.ForAThousand(),
+       {},
+       {}});
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QTimer>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -106,9 +107,13 @@ void MeasureReadings(Program& program) {
          "ms",
          over,
          {1, 3},
-         "the system wakes the program late"});
+         "the work itself fits, see the next row; the processor was not free when its turn came"});
   Print({"One S-meter read, processor time", "us", processor_us, {}, {}});
-  Print({"1,000 S-meter reads, processor time", "ms", {processor_total}, {}, {}});
+  Print({"1,000 readings of an FT817: the read alone inside Kestrum, processor time",
+         "ms",
+         {processor_total},
+         {},
+         {}});
 }
 
 void MeasureCycles(Program& program) {
@@ -121,12 +126,15 @@ void MeasureCycles(Program& program) {
     processor_ms.push_back(ProcessorMs() - busy_from);
     over.push_back(MsSince(from) - kReplyWindowMs);
   }
+  auto sorted = processor_ms;
+  std::sort(sorted.begin(), sorted.end());
+  const bool work_fits = sorted[sorted.size() / 2] < 0.9;
   Print({"One cycle, wall time over the required 50 ms",
          "ms",
          over,
          {1, 3},
-         "painting the changed readouts without a graphics card takes the processor time of the next row; "
-         "the rest is the system waking the program late"});
+         work_fits ? "the work itself fits, see the next row; the processor was not free when its turn came"
+                   : "painting the readouts without a graphics card takes the time of the next row"});
   Print({"One cycle with its painting, processor time", "ms", processor_ms, {}, {}});
 }
 
@@ -156,11 +164,10 @@ void MeasureTicks(Program& program, int interval_ms, std::size_t ticks) {
   Print({"Ticks of tmrMain at " + std::to_string(interval_ms) + " ms, how late", "ms", late, {}, {}});
 }
 
-void MeasureTimes(InstantRig& rig) {
+void MeasureTimes() {
   SystemClock clock;
   Program program(clock);
   program.Start();
-  if (rig.WaitForMoreThan(-1, {}) == 0) LetEventsRun(std::chrono::seconds(5));
   MeasureReadings(program);
   MeasureCycles(program);
   MeasureTicks(program, 100, 100);
@@ -171,18 +178,17 @@ void MeasureTimes(InstantRig& rig) {
 void MeasureMemory(InstantRig& rig) {
   constexpr int kFew = 1000;
   constexpr int kMany = 20000;
-  const std::string why = "see the next rows";
   HastyClock clock(rig);
   Program program(clock);
   program.Start();
-  Print({"Resident memory at start", "MB", {ResidentMb()}, {60, {}}, why});
+  Print({"Resident memory at start", "MB", {ResidentMb()}, {60, {}}, {}});
   for (int cycle = 0; cycle < kFew; ++cycle) program.Cycle();
   const double few = ResidentMb();
-  Print({"Resident memory after 1,000 cycles", "MB", {few}, {60, {}}, why});
+  Print({"Resident memory after 1,000 cycles", "MB", {few}, {60, {}}, {}});
   for (int cycle = kFew; cycle < kMany; ++cycle) program.Cycle();
   const double many = ResidentMb();
-  Print({"Resident memory after 20,000 cycles", "MB", {many}, {60, {}}, why});
-  Print({"Growth from 1,000 to 20,000 cycles", "MB", {many - few}, {0.5, {}}, "not flat"});
+  Print({"Resident memory after 20,000 cycles", "MB", {many}, {60, {}}, {}});
+  Print({"Growth from 1,000 to 20,000 cycles", "MB", {many - few}, {0.5, {}}, {}});
 }
 
 int Main(int argc, char** argv) {
@@ -200,7 +206,7 @@ int Main(int argc, char** argv) {
   qputenv("KESTRUM_COM1", QByteArray::fromStdString(rig.path()));
   const QApplication toolkit(argc, argv);
   if (what == "times") {
-    MeasureTimes(rig);
+    MeasureTimes();
   } else {
     MeasureMemory(rig);
   }
