@@ -2,10 +2,12 @@
 #include <cstdio>
 #include <cstring>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "app/application.h"
 #include "desktop/desktop.h"
+#include "desktop/platform_factory.h"
 #include "desktop/windows.h"
 
 namespace {
@@ -50,7 +52,12 @@ bool ReadOptions(std::span<char*> arguments, kestrum::StartOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (AnswerOnly(std::span(argv, static_cast<std::size_t>(argc)).subspan(1))) return 0;
+  const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
+  if (AnswerOnly(arguments.subspan(1))) return 0;
+  if (const std::string reason = kestrum::WhyNoDisplay(arguments); !reason.empty()) {
+    std::fprintf(stderr, "Kestrum: %s\n", reason.c_str());
+    return 1;
+  }
   const QApplication toolkit(argc, argv);
   kestrum::StartOptions options;
   if (!ReadOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options)) return 2;

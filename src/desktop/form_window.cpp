@@ -48,6 +48,11 @@ FormWindow::FormWindow(Form& form, Binder& binder, const QString& name, QWidget*
   binder.Follow<std::string>(form.caption, [this](const std::string& text) { setWindowTitle(ToQt(text)); });
   FollowPosition();
   binder.FollowFrom<bool>(false, form.visible, [this](const bool& visible) { ShowOrHide(visible); });
+  binder.FollowFrom<unsigned>(0, form.calls_to_front, [this](const unsigned&) {
+    if (!isVisible()) return;
+    raise();
+    activateWindow();
+  });
 }
 
 void FormWindow::FollowPosition() {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "platform/file_store.h"
@@ -37,6 +38,10 @@ bool ClaimSingleInstance();
 
 // File name of an executable called "Posdex.exe" in a configuration or a message.
 QString ExecutableName(const QString& name);
+
+// Why no window can be shown, as a sentence; empty when nothing speaks against it. Asked before the toolkit
+// starts; `arguments` are those of the command line.
+std::string WhyNoDisplay(std::span<char*> arguments);
 
 // Calls `ask_to_end` as a window event when the system asks the process to end.
 void OnEndRequests(QObject* context, std::function<void()> ask_to_end);

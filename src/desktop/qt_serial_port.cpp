@@ -67,6 +67,10 @@ bool QtSerialPort::Open() {
     return true;
   }
   trouble_ = settings_are_good ? WhyDeviceIsClosed(device) : QString();
+  // The device itself may be used, so somebody else holds it.
+  if (trouble_.isEmpty() && port_.error() == QSerialPort::PermissionError) {
+    trouble_ = tr("%1 is in use by another program. Close it, then choose the port again.").arg(device);
+  }
   if (trouble_.isEmpty()) {
     trouble_ =
         tr("%1 cannot be opened with \"%2\": %3.").arg(device, ToQt(Trim(settings_)), port_.errorString());

@@ -188,9 +188,16 @@ struct Form {
   float top = 0;   // twips
   bool visible = false;
   bool loaded = false;
+  unsigned calls_to_front = 0;        // rises with every Show
   Handler activate;                   // the window comes to the front
   Handler close;                      // the user closes the window; the handler hides it
   std::function<bool(Key)> key_down;  // before the controls see the key; true when it is consumed
+
+  // Shows the window; one that is open already comes to the front.
+  void Show() {
+    visible = true;
+    ++calls_to_front;
+  }
 };
 
 }  // namespace kestrum

@@ -71,7 +71,7 @@ void TimingWindow::Open() {
   form.Label1.caption = " mSec";
   form.Label2.caption = " km";
   form.loaded = true;
-  form.visible = true;
+  form.Show();
 }
 
 void TimingWindow::ChooseType(bool by_distance) {

@@ -19,7 +19,8 @@ class Dialogs {
   virtual std::string AskText(const std::string& title, const std::string& prompt,
                               const std::string& proposal) = 0;
 
-  // Nobody is there to answer any more: an open box is cancelled, every later call returns at once as cancelled.
+  // Nobody is there to answer any more: an open box is cancelled, every later call returns at once as
+  // cancelled.
   virtual void Dismiss() = 0;
 };
 

@@ -115,7 +115,7 @@ void CalibrationEditor::Open() {
   Form3& form = forms_.form3;
   if (!form.loaded) Load();
   Refresh();
-  form.visible = true;
+  form.Show();
 }
 
 void CalibrationEditor::Close() {

@@ -33,7 +33,7 @@ void InfoWindow::Open() {
   if (state_.InfoRequest == kInfoText) LoadInfo("Kestrum.txt");
   if (state_.InfoRequest == kTableHints) form.Text1.text = TableHints();
   form.loaded = true;
-  form.visible = true;
+  form.Show();
 }
 
 void InfoWindow::LoadInfo(const std::string& file_name) {

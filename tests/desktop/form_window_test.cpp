@@ -38,6 +38,20 @@ TEST_F(FormWindowTest, AShownWindowIsActivatedOnceEachTime) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return activations > first; }, 3000));
 }
 
+TEST_F(FormWindowTest, ShowingAnOpenWindowBringsItToTheFront) {
+  forms.form3.Show();
+  forms.form2.Show();
+  binder.Sync();
+  QWidget* info = Window(QStringLiteral("Form2"));
+  QWidget* editor = Window(QStringLiteral("Form3"));
+  for (QWidget* window : {editor, info}) {
+    (window == editor ? static_cast<Form&>(forms.form3) : forms.form2).Show();
+    binder.Sync();
+    EXPECT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }, 3000))
+        << qPrintable(window->objectName());
+  }
+}
+
 TEST_F(FormWindowTest, ClosingAsksTheHandlerAndDoesNotHideByItself) {
   ShowForm1();
   int closes = 0;

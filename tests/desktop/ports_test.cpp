@@ -164,5 +164,27 @@ TEST(SystemClockTest, SleepBlocksAndElapsedNeverJumps) {
   EXPECT_LE(qAbs(same.secsTo(QDateTime::currentDateTime())), 2);
 }
 
+TEST(WhyNoDisplay, IsToldOnlyWithoutAnyDisplay) {
+  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+  const QByteArray display = qgetenv("DISPLAY");
+  const QByteArray wayland = qgetenv("WAYLAND_DISPLAY");
+  for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) qunsetenv(name);
+  char program[] = "Kestrum";
+  char option[] = "-platform";
+  char* const arguments[] = {program, option};
+  char* bare[] = {arguments[0]};
+  char* chosen[] = {arguments[0], arguments[1]};
+  EXPECT_NE(WhyNoDisplay(bare).find("there is no display"), std::string::npos);
+  EXPECT_EQ(WhyNoDisplay(chosen), "");
+  for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+    qputenv(name, "something");
+    EXPECT_EQ(WhyNoDisplay(bare), "") << name;
+    qunsetenv(name);
+  }
+  qputenv("QT_QPA_PLATFORM", platform);
+  if (!display.isNull()) qputenv("DISPLAY", display);
+  if (!wayland.isNull()) qputenv("WAYLAND_DISPLAY", wayland);
+}
+
 }  // namespace
 }  // namespace kestrum::test

@@ -1,18 +1,22 @@
 #include <fcntl.h>
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
 #include <array>
 #include <ctime>
 #include <thread>
 
+#include "desktop/platform_factory.h"
 #include "desktop/qt_serial_port.h"
 
 namespace kestrum {
@@ -182,6 +186,51 @@ TEST_F(SerialTest, SaysWhyAPortDoesNotOpen) {
   EXPECT_FALSE(port_.Open());
   EXPECT_EQ(port_.Trouble(), "/etc/hostname is not a serial port.");
   qunsetenv("KESTRUM_COM6");
+}
+
+TEST_F(SerialTest, SaysThatAnotherProgramHoldsThePort) {
+  ASSERT_TRUE(port_.Open());
+  QtSerialPort second(dir_.path());
+  second.SetPort(1);
+  second.SetSettings(" 9600,N,8,2");
+  EXPECT_FALSE(second.Open());
+  EXPECT_EQ(second.Trouble(), dir_.filePath(QStringLiteral("com1")).toStdString() +
+                                  " is in use by another program. Close it, then choose the port again.");
+  EXPECT_TRUE(port_.IsOpen());
+}
+
+// As a user without rights: the group is named only when joining it would help.
+TEST_F(SerialTest, SaysWhichGroupToJoin) {
+  const QString device = dir_.filePath(QStringLiteral("tty"));
+  const QByteArray path = QFile::encodeName(device);
+  ASSERT_EQ(::close(::open(path.constData(), O_CREAT | O_WRONLY, 0660)), 0);
+  ASSERT_EQ(::chmod(dir_.path().toLocal8Bit().constData(), 0755), 0);
+  const auto why = [&](mode_t mode) {
+    EXPECT_EQ(::chmod(path.constData(), mode), 0);
+    std::array<int, 2> line{};
+    EXPECT_EQ(::pipe(line.data()), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+      if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(1);
+      const std::string text = WhyDeviceIsClosed(device).toStdString();
+      ::_exit(::write(line[1], text.data(), text.size()) < 0 ? 1 : 0);
+    }
+    ::close(line[1]);
+    std::array<char, 400> text{};
+    const ssize_t got = ::read(line[0], text.data(), text.size());
+    ::close(line[0]);
+    ::waitpid(child, nullptr, 0);
+    return std::string(text.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+  };
+  const struct group* owner = ::getgrgid(::getegid());
+  ASSERT_NE(owner, nullptr);
+  const std::string name = device.toStdString();
+  if (::geteuid() == 0) {
+    EXPECT_EQ(why(0660), "No permission for " + name + ". Join the group \"" + owner->gr_name +
+                             "\" and log in again: sudo usermod -aG " + owner->gr_name + " $USER");
+  }
+  EXPECT_EQ(why(0000),
+            "No permission for " + name + ", and no group may use it: its owner must change its rights.");
 }
 
 TEST_F(SerialTest, TheDeviceOfANumber) {

@@ -1,5 +1,9 @@
 #include "desktop/platform_factory.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include "desktop/linux/bus_links.h"
 #include "desktop/linux/posix_file_store.h"
 
@@ -16,6 +20,17 @@ std::unique_ptr<FileStore> MakeFileStore(const QString& folder) {
 QString ExecutableName(const QString& name) {
   const QString ending = QStringLiteral(".exe");
   return name.endsWith(ending, Qt::CaseInsensitive) ? name.chopped(ending.size()) : name;
+}
+
+std::string WhyNoDisplay(std::span<char*> arguments) {
+  constexpr std::array kDisplays = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+  const bool has_display = std::any_of(kDisplays.begin(), kDisplays.end(),
+                                       [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+  const bool chosen = std::any_of(arguments.begin(), arguments.end(),
+                                  [](std::string_view argument) { return argument == "-platform"; });
+  if (has_display || chosen) return {};
+  return "there is no display to show the windows on. Start it from a desktop session, or with "
+         "QT_QPA_PLATFORM=offscreen to run it without windows.";
 }
 
 }  // namespace kestrum

@@ -21,10 +21,11 @@ using std::chrono::milliseconds;
 constexpr milliseconds kLongestDrain{200};
 constexpr milliseconds kDrainStep{5};
 
-// The name of the group that owns the device; empty when it has none.
+// The name of the group that may read and write the device; empty when none may.
 QString GroupOf(const QByteArray& path) {
+  constexpr mode_t kGroupMay = S_IRGRP | S_IWGRP;
   struct stat about {};
-  if (::stat(path.constData(), &about) != 0) return {};
+  if (::stat(path.constData(), &about) != 0 || (about.st_mode & kGroupMay) != kGroupMay) return {};
   const group* const owner = ::getgrgid(about.st_gid);
   return owner != nullptr ? QString::fromLocal8Bit(owner->gr_name) : QString();
 }
@@ -52,9 +53,14 @@ QString WhyDeviceIsClosed(const QString& device) {
   }
   if (::access(path.constData(), R_OK | W_OK) != 0) {
     const QString group = GroupOf(path);
+    if (group.isEmpty()) {
+      return QStringLiteral(
+                 "No permission for %1, and no group may use it: its owner must change its rights.")
+          .arg(device);
+    }
     return QStringLiteral(
                "No permission for %1. Join the group \"%2\" and log in again: sudo usermod -aG %2 $USER")
-        .arg(device, group.isEmpty() ? QStringLiteral("dialout") : group);
+        .arg(device, group);
   }
   struct stat about {};
   if (::stat(path.constData(), &about) == 0 && !S_ISCHR(about.st_mode)) {
