@@ -69,6 +69,7 @@ class Application {
   MainWindow main_window;
 
  private:
+  bool reader_loaded_ = false;  // the links to the GPS reader are ours to end
   bool started_ = false;
   bool exiting_ = false;
 };

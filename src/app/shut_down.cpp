@@ -18,7 +18,8 @@ void Application::Shutdown(bool may_ask) {
   if (exiting_ || ports_.program.Ended()) return;
   exiting_ = true;
   if (!started_) {  // nothing of the user's can have changed, and half-loaded settings must not be saved
-    gps.LoadGps(false);
+    // A refused second instance must not close the reader of the first.
+    if (reader_loaded_) gps.LoadGps(false);
     ports_.program.End();
     return;
   }

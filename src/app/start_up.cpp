@@ -43,6 +43,7 @@ void Application::InitApp() {
   if (ports_.program.Ended()) return;
   gps.PrepareLabels();
   form.ProgressBar1.maximum = 255;
+  reader_loaded_ = true;
   gps.LoadGps(true);
   if (ports_.program.Ended()) return;
   table.DefaultCalibration(false);

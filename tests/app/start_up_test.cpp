@@ -286,6 +286,15 @@ TEST(StartUp, EndsQuietlyWhenTheEndComesUnderItsFirstMessage) {
   EXPECT_TRUE(car.world.serial.events.empty());
 }
 
+TEST(StartUp, ASecondInstanceThatIsEndedUnderItsMessageLeavesTheReaderToTheFirst) {
+  ScriptedCar car;
+  car.world.program.another_instance = true;
+  car.world.dialogs.while_open = [&car] { car.app.ExitWithoutAsking(); };
+  car.Start();
+  EXPECT_TRUE(car.world.program.Ended());
+  EXPECT_TRUE(car.world.windows.closed.empty());
+}
+
 TEST(StartUp, LeavesTheRigAloneWhenTheEndComesUnderTheMessageOfTheMissingReader) {
   ScriptedCar car;
   car.world.windows.titles.clear();
