@@ -1,0 +1,96 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "gps_tap.h"
+#include "log_blocks.h"
+#include "support_process/child.h"
+#include "support_process/daemons.h"
+#include "support_process/files.h"
+
+namespace kestrum::end_to_end {
+
+// What the tests vary in Kestrum.cfg.
+struct CarSetup {
+  int rig = 2;  // 1 FT817, 2 FT840, 3 FT847, 4 FT857, 5 FT897
+  int port = 1;
+  int interval_ms = 20;
+  bool by_distance = false;
+  std::string frequency = "3630";
+  std::string log_file;  // empty for RSSI-GPS.log in the folder
+  std::string power_caption = "&Off";
+  std::string antenna = "Antenna1, PWR 10W";
+};
+// The file that has these settings, for a program in `folder`.
+std::string ConfigText(const CarSetup& setup, const std::string& folder);
+
+// What drivesim has written down about the rig's line.
+class RigLog {
+ public:
+  explicit RigLog(std::string path) : path_(std::move(path)) {}
+  // Commands received so far, e.g. "00 00 00 00 F7".
+  std::vector<std::string> Commands() const;
+  std::size_t Count(const std::string& command) const;
+  // Whether a line ends so, e.g. "com1 vanished".
+  bool Says(const std::string& end_of_line) const;
+  std::size_t CountLines(const std::string& end_of_line) const;
+
+ private:
+  std::string path_;
+};
+
+inline const std::string kReadMeter = "00 00 00 00 F7";   // FT840
+inline const std::string kReadStatus = "00 00 00 00 E7";  // FT817 and its relatives
+
+// A car with everything in it: an application folder with programs and configuration, a session bus, a
+// simulated drive with its rig and its receiver.
+class Car {
+ public:
+  // `programs` is the folder that the executables are built in.
+  explicit Car(const std::string& programs);
+  ~Car();
+  Car(const Car&) = delete;
+  Car& operator=(const Car&) = delete;
+
+  std::string File(const std::string& name) const { return scratch_.File(name); }
+  std::string Read(const std::string& name) const { return process::ReadFile(File(name)); }
+  std::string config() const { return Read("Kestrum.cfg"); }
+  std::vector<Block> Log() const { return ParseLog(Read("RSSI-GPS.log")); }
+  void Configure(const CarSetup& setup) const;
+
+  // The simulated drive; its receiver is tapped and can be read at the link "receiver".
+  void Drive(const std::string& rig, int speedup = 1);
+  void TellDrive(const std::string& line) const { drive_->Tell(line); }
+  GpsTap& tap() { return *tap_; }
+  const RigLog& rig() const { return rig_; }
+
+  using Environment = std::vector<std::pair<std::string, std::optional<std::string>>>;
+  // Kestrum with a bus of this car, offscreen. The environment changes ours.
+  std::unique_ptr<process::Child> StartKestrum(const std::vector<std::string>& arguments,
+                                               const Environment& changes = {});
+  std::unique_ptr<process::Child> StartReader();
+  // Until the reader answers and the logger has had time to hear of it: only a reader that it knows of can be
+  // closed by it.
+  bool WaitForReader();
+  // One of the reader's texts as the bus has it; empty when nobody answers.
+  std::string AskReader(const std::string& item) const;
+  std::vector<pid_t> Readers() const { return process::ProcessesOf(File("Posdex")); }
+  bool WaitForCommands(const std::string& command, std::size_t count) const;
+  // Everything that runs from the folder, the drive left out.
+  bool NothingLeft() const;
+
+ private:
+  process::Call CallOf(const std::string& program, const std::vector<std::string>& arguments);
+
+  process::Scratch scratch_;
+  process::PrivateBus bus_;
+  RigLog rig_;
+  std::unique_ptr<process::Child> drive_;
+  std::unique_ptr<GpsTap> tap_;
+};
+
+}  // namespace kestrum::end_to_end

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kestrum::process {
+
+// How a program is started.
+struct Call {
+  std::vector<std::string> words;  // path of the executable and its arguments
+  // Variables to set; without a value they are taken away.
+  std::vector<std::pair<std::string, std::optional<std::string>>> environment;
+  std::string folder;          // to start in; empty for this one
+  bool reads_from_us = false;  // else its standard input is empty
+};
+
+// A program that is running. Killed at the end if it has not ended by itself.
+class Child {
+ public:
+  explicit Child(const Call& call);
+  ~Child();
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  pid_t pid() const { return pid_; }
+  bool Running();
+  void Signal(int number) const;
+  // The next line of its standard output, waited for at most 20 s.
+  std::string ReadLine() const;
+  // A line to its standard input.
+  void Tell(const std::string& line) const;
+  void CloseInput();
+  // Exit code; -1 when it has not ended within the time, minus the signal's number when one killed it.
+  int Wait(std::chrono::milliseconds patience = std::chrono::seconds(20));
+  void Kill();
+
+ private:
+  void Reap(int options);
+
+  pid_t pid_ = -1;
+  int input_ = -1;
+  int output_ = -1;
+  std::optional<int> outcome_;
+};
+
+// Processor time of a process so far; zero when there is none.
+std::chrono::milliseconds ProcessorTime(pid_t pid);
+// Whether the process handles the signal itself.
+bool Handles(pid_t pid, int number);
+// The processes whose executable is this file.
+std::vector<pid_t> ProcessesOf(const std::filesystem::path& executable);
+
+}  // namespace kestrum::process
