@@ -67,13 +67,9 @@ std::size_t RigLog::Count(const std::string& command) const {
 }
 
 bool RigLog::Says(const std::string& end_of_line) const {
-  return CountLines(end_of_line) > 0;
-}
-
-std::size_t RigLog::CountLines(const std::string& end_of_line) const {
   const auto lines = process::Split(process::ReadFile(path_), "\n");
-  return static_cast<std::size_t>(std::count_if(
-      lines.begin(), lines.end(), [&](const std::string& line) { return line.ends_with(end_of_line); }));
+  return std::any_of(lines.begin(), lines.end(),
+                     [&](const std::string& line) { return line.ends_with(end_of_line); });
 }
 
 Car::Car(const std::string& programs) : bus_(scratch_.path().string()), rig_(File("rig-commands.txt")) {

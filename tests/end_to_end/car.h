@@ -37,7 +37,6 @@ class RigLog {
   std::size_t Count(const std::string& command) const;
   // Whether a line ends so, e.g. "com1 vanished".
   bool Says(const std::string& end_of_line) const;
-  std::size_t CountLines(const std::string& end_of_line) const;
 
  private:
   std::string path_;

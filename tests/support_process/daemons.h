@@ -27,7 +27,6 @@ class Gpsd {
   Gpsd(std::uint16_t port, std::string device);
   void Start();
   void Kill() { daemon_.reset(); }
-  bool Running() { return daemon_ && daemon_->Running(); }
 
  private:
   std::uint16_t port_;

@@ -69,9 +69,7 @@ class Panel : public testing::Test {
   void UnderABox(std::function<void()> look) { under_box_ = std::move(look); }
   const std::vector<SeenBox>& boxes() const { return boxes_; }
 
-  Application& app() { return *app_; }
   Desktop& desktop() { return *desktop_; }
-  std::string Folder() const { return folder_; }
   std::string File(const std::string& name) const { return folder_ + "/" + name; }
   std::vector<Block> Log() const { return ParseLog(process::ReadFile(File("RSSI-GPS.log"))); }
 
