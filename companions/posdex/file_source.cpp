@@ -15,8 +15,8 @@ constexpr int kLoopPauseMs = 1000;
 
 }  // namespace
 
-FileSource::FileSource(const SourceSpec& spec, const QString& folder)
-    : spec_(spec), path_(QDir(folder).absoluteFilePath(spec.path)) {
+FileSource::FileSource(const SourceChoice& choice, const QString& folder)
+    : choice_(choice), path_(QDir(folder).absoluteFilePath(choice.path)) {
   next_.setSingleShot(true);
   retry_.setSingleShot(true);
   next_.setTimerType(Qt::PreciseTimer);
@@ -29,8 +29,8 @@ void FileSource::Start() {
 }
 
 QString FileSource::Description() const {
-  return (spec_.loop ? QStringLiteral("recording %1, repeated") : QStringLiteral("recording %1"))
-      .arg(spec_.path);
+  return (choice_.loop ? QStringLiteral("recording %1, repeated") : QStringLiteral("recording %1"))
+      .arg(choice_.path);
 }
 
 void FileSource::Open() {
@@ -82,7 +82,7 @@ void FileSource::Play() {
 
 void FileSource::AtEnd() {
   Feed("\n");
-  if (spec_.loop) {
+  if (choice_.loop) {
     retry_.start(kLoopPauseMs);
   } else {
     SetState(SourceState::Link::kEnded);

@@ -17,7 +17,7 @@ class FileSource : public Source {
   Q_OBJECT
 
  public:
-  FileSource(const SourceSpec& spec, const QString& folder);
+  FileSource(const SourceChoice& choice, const QString& folder);
   void Start() override;
   QString Description() const override;
 
@@ -27,7 +27,7 @@ class FileSource : public Source {
   void AtEnd();
   qint64 PauseBeforeMs(QByteArrayView line);
 
-  SourceSpec spec_;
+  SourceChoice choice_;
   QString path_;
   QFile file_;
   NmeaDecoder decoder_;

@@ -25,7 +25,7 @@ QString ReceiverTrouble(const QByteArray& report) {
   return {};
 }
 
-GpsdSource::GpsdSource(const SourceSpec& spec) : spec_(spec) {
+GpsdSource::GpsdSource(const SourceChoice& choice) : choice_(choice) {
   socket_.setReadBufferSize(kReadBuffer);
   for (QTimer* timer : {&retry_, &connect_limit_, &silence_}) timer->setSingleShot(true);
   connect(&retry_, &QTimer::timeout, this, &GpsdSource::Connect);
@@ -58,15 +58,15 @@ void GpsdSource::Start() {
 }
 
 QString GpsdSource::Description() const {
-  const bool is_v6 = spec_.host.contains(QLatin1Char(':'));
-  const QString host = is_v6 ? QLatin1Char('[') + spec_.host + QLatin1Char(']') : spec_.host;
-  return QStringLiteral("gpsd on %1:%2").arg(host, QString::number(spec_.port));
+  const bool is_v6 = choice_.host.contains(QLatin1Char(':'));
+  const QString host = is_v6 ? QLatin1Char('[') + choice_.host + QLatin1Char(']') : choice_.host;
+  return QStringLiteral("gpsd on %1:%2").arg(host, QString::number(choice_.port));
 }
 
 void GpsdSource::Connect() {
   splitter().Clear();
   connect_limit_.start(kConnectLimitMs);
-  socket_.connectToHost(spec_.host, spec_.port);
+  socket_.connectToHost(choice_.host, choice_.port);
 }
 
 void GpsdSource::Ask() {

@@ -16,7 +16,7 @@ class GpsdSource : public Source {
   Q_OBJECT
 
  public:
-  explicit GpsdSource(const SourceSpec& spec);
+  explicit GpsdSource(const SourceChoice& choice);
   ~GpsdSource() override;
   GpsdSource(const GpsdSource&) = delete;
   GpsdSource& operator=(const GpsdSource&) = delete;
@@ -32,7 +32,7 @@ class GpsdSource : public Source {
   void Fail(const QString& reason);
   void OnSilence();
 
-  SourceSpec spec_;
+  SourceChoice choice_;
   QTcpSocket socket_;
   QTimer retry_;
   QTimer connect_limit_;

@@ -45,43 +45,43 @@ ParsedSource ParseGpsd(const QString& rest) {
   const bool bracketed = rest.startsWith(QLatin1Char('['));
   const qsizetype end = rest.indexOf(bracketed ? QLatin1Char(']') : QLatin1Char(':'));
   if (bracketed && end < 0) return Refused(QStringLiteral("no ] after the host in %1").arg(Quoted(rest)));
-  SourceSpec spec;
-  spec.host = bracketed ? rest.mid(1, end - 1) : rest.left(end);
-  if (spec.host.isEmpty()) return Refused(QStringLiteral("no host after gpsd:"));
+  SourceChoice choice;
+  choice.host = bracketed ? rest.mid(1, end - 1) : rest.left(end);
+  if (choice.host.isEmpty()) return Refused(QStringLiteral("no host after gpsd:"));
   const QString tail = end < 0 ? QString() : rest.mid(bracketed ? end + 1 : end);
-  if (tail.isEmpty()) return {spec, {}};
+  if (tail.isEmpty()) return {choice, {}};
   const std::optional<int> port = WholeNumber(QStringView(tail).mid(1), 1, 65535);
   if (!tail.startsWith(QLatin1Char(':')) || !port) {
     return Refused(QStringLiteral("bad gpsd port %1").arg(Quoted(tail)));
   }
-  spec.port = static_cast<quint16>(*port);
-  return {spec, {}};
+  choice.port = static_cast<quint16>(*port);
+  return {choice, {}};
 }
 
 ParsedSource ParseSerial(const QString& rest) {
-  SourceSpec spec;
-  spec.kind = SourceSpec::Kind::kSerial;
+  SourceChoice choice;
+  choice.kind = SourceChoice::Kind::kSerial;
   const qsizetype at = rest.lastIndexOf(QLatin1Char('@'));
-  spec.path = at < 0 ? rest : rest.left(at);
-  if (spec.path.isEmpty()) return Refused(QStringLiteral("no device after serial:"));
+  choice.path = at < 0 ? rest : rest.left(at);
+  if (choice.path.isEmpty()) return Refused(QStringLiteral("no device after serial:"));
   if (at >= 0) {
     const std::optional<int> baud = WholeNumber(QStringView(rest).mid(at + 1), 50, 4000000);
     if (!baud) return Refused(QStringLiteral("bad baud rate %1").arg(Quoted(rest.mid(at + 1))));
-    spec.baud = *baud;
+    choice.baud = *baud;
   }
-  return {spec, {}};
+  return {choice, {}};
 }
 
 ParsedSource ParseFile(const QString& rest) {
-  SourceSpec spec;
-  spec.kind = SourceSpec::Kind::kFile;
-  spec.path = rest;
-  if (spec.path.endsWith(QLatin1String("?loop"))) {
-    spec.loop = true;
-    spec.path.chop(5);
+  SourceChoice choice;
+  choice.kind = SourceChoice::Kind::kFile;
+  choice.path = rest;
+  if (choice.path.endsWith(QLatin1String("?loop"))) {
+    choice.loop = true;
+    choice.path.chop(5);
   }
-  if (spec.path.isEmpty()) return Refused(QStringLiteral("no path after file:"));
-  return {spec, {}};
+  if (choice.path.isEmpty()) return Refused(QStringLiteral("no path after file:"));
+  return {choice, {}};
 }
 
 QString TextOf(const QByteArray& bytes) {
@@ -91,7 +91,7 @@ QString TextOf(const QByteArray& bytes) {
 }
 
 // The complaint about one line of posdex.conf, empty when it is fine.
-QString TakeConfLine(const QString& line, SourceSpec& source) {
+QString TakeConfLine(const QString& line, SourceChoice& source) {
   const QString trimmed = line.trimmed();
   if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('#')) || trimmed.startsWith(QLatin1Char(';')))
     return {};
@@ -112,7 +112,7 @@ ParsedSource ParseSource(const QString& text) {
   const QString trimmed = text.trimmed();
   if (HasControlCharacter(trimmed))
     return Refused(QStringLiteral("bad characters in %1").arg(Quoted(trimmed)));
-  if (trimmed == QLatin1String("gpsd")) return {SourceSpec{}, {}};
+  if (trimmed == QLatin1String("gpsd")) return {SourceChoice{}, {}};
   if (trimmed.startsWith(QLatin1String("gpsd:"))) return ParseGpsd(trimmed.mid(5));
   if (trimmed.startsWith(QLatin1String("serial:"))) return ParseSerial(trimmed.mid(7));
   if (trimmed.startsWith(QLatin1String("file:"))) return ParseFile(trimmed.mid(5));

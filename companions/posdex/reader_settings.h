@@ -8,7 +8,7 @@
 namespace kestrum::posdex {
 
 /// Where the NMEA sentences come from.
-struct SourceSpec {
+struct SourceChoice {
   enum class Kind { kGpsd, kSerial, kFile };
   Kind kind = Kind::kGpsd;
   QString host = QStringLiteral("localhost");  ///< gpsd
@@ -17,11 +17,11 @@ struct SourceSpec {
   int baud = 4800;                             ///< serial
   bool loop = false;                           ///< file: start again at its end
 
-  bool operator==(const SourceSpec&) const = default;
+  bool operator==(const SourceChoice&) const = default;
 };
 
 struct ParsedSource {
-  std::optional<SourceSpec> source;
+  std::optional<SourceChoice> source;
   QString complaint;  ///< set when there is no source
 };
 
@@ -29,7 +29,7 @@ struct ParsedSource {
 ParsedSource ParseSource(const QString& text);
 
 struct ReaderSettings {
-  SourceSpec source;
+  SourceChoice source;
   QString complaint;  ///< one line for the user about what could not be read; empty when all was well
 };
 
@@ -44,7 +44,7 @@ struct CommandLine {
   bool help = false;
   bool version = false;
   bool minimised = false;
-  std::optional<SourceSpec> source;
+  std::optional<SourceChoice> source;
   QString complaint;  ///< set when the arguments make no sense
 };
 

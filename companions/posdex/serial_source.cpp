@@ -21,7 +21,8 @@ QString ReasonOf(const QSerialPort& port) {
 
 }  // namespace
 
-SerialSource::SerialSource(const SourceSpec& spec, const QString& folder) : spec_(spec), folder_(folder) {
+SerialSource::SerialSource(const SourceChoice& choice, const QString& folder)
+    : choice_(choice), folder_(folder) {
   port_.setReadBufferSize(kReadBuffer);
   retry_.setSingleShot(true);
   connect(&retry_, &QTimer::timeout, this, &SerialSource::Open);
@@ -45,12 +46,12 @@ void SerialSource::Start() {
 }
 
 QString SerialSource::Description() const {
-  return QStringLiteral("serial port %1 at %2 baud").arg(spec_.path, QString::number(spec_.baud));
+  return QStringLiteral("serial port %1 at %2 baud").arg(choice_.path, QString::number(choice_.baud));
 }
 
 QString SerialSource::DevicePath() const {
-  const QString beside = QDir(folder_).absoluteFilePath(spec_.path);
-  return QFileInfo::exists(beside) ? beside : QDir(QStringLiteral("/dev")).absoluteFilePath(spec_.path);
+  const QString beside = QDir(folder_).absoluteFilePath(choice_.path);
+  return QFileInfo::exists(beside) ? beside : QDir(QStringLiteral("/dev")).absoluteFilePath(choice_.path);
 }
 
 void SerialSource::Open() {
@@ -61,7 +62,7 @@ void SerialSource::Open() {
     return;
   }
   port_.setPortName(device);
-  port_.setBaudRate(spec_.baud);
+  port_.setBaudRate(choice_.baud);
   if (!port_.open(QIODevice::ReadOnly)) {
     Fail(ReasonOf(port_));
     return;

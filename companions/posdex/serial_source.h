@@ -12,7 +12,7 @@ class SerialSource : public Source {
   Q_OBJECT
 
  public:
-  SerialSource(const SourceSpec& spec, const QString& folder);
+  SerialSource(const SourceChoice& choice, const QString& folder);
   void Start() override;
   QString Description() const override;
 
@@ -22,7 +22,7 @@ class SerialSource : public Source {
   void OnSilence();
   QString DevicePath() const;
 
-  SourceSpec spec_;
+  SourceChoice choice_;
   QString folder_;
   QString opened_;  ///< what the device's name stood for when it was opened
   QSerialPort port_;

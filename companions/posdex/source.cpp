@@ -25,16 +25,16 @@ int Backoff::NextMs() {
   return wait_ms;
 }
 
-std::unique_ptr<Source> MakeSource(const SourceSpec& spec, const QString& folder) {
-  switch (spec.kind) {
-    case SourceSpec::Kind::kSerial:
-      return std::make_unique<SerialSource>(spec, folder);
-    case SourceSpec::Kind::kFile:
-      return std::make_unique<FileSource>(spec, folder);
-    case SourceSpec::Kind::kGpsd:
+std::unique_ptr<Source> MakeSource(const SourceChoice& choice, const QString& folder) {
+  switch (choice.kind) {
+    case SourceChoice::Kind::kSerial:
+      return std::make_unique<SerialSource>(choice, folder);
+    case SourceChoice::Kind::kFile:
+      return std::make_unique<FileSource>(choice, folder);
+    case SourceChoice::Kind::kGpsd:
       break;
   }
-  return std::make_unique<GpsdSource>(spec);
+  return std::make_unique<GpsdSource>(choice);
 }
 
 }  // namespace kestrum::posdex

@@ -72,6 +72,6 @@ class Backoff {
 
 /// Builds the source. A relative path is looked up in `folder`; a serial device that is not there names one
 /// in /dev.
-std::unique_ptr<Source> MakeSource(const SourceSpec& spec, const QString& folder);
+std::unique_ptr<Source> MakeSource(const SourceChoice& choice, const QString& folder);
 
 }  // namespace kestrum::posdex

@@ -14,7 +14,7 @@ using fuzz::Require;
 // A source that is fed by hand and never connects.
 class FedSource : public GpsdSource {
  public:
-  FedSource() : GpsdSource(SourceSpec{}) {}
+  FedSource() : GpsdSource(SourceChoice{}) {}
   using GpsdSource::Feed;
 };
 

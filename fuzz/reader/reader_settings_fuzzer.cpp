@@ -7,20 +7,21 @@ namespace {
 
 using fuzz::Require;
 
-void CheckSource(const SourceSpec& source) {
+void CheckSource(const SourceChoice& source) {
   Require(source.port > 0, "a port to connect to");
   Require(source.baud >= 50 && source.baud <= 4000000, "a speed that exists");
-  const bool named = source.kind == SourceSpec::Kind::kGpsd ? !source.host.isEmpty() : !source.path.isEmpty();
+  const bool named =
+      source.kind == SourceChoice::Kind::kGpsd ? !source.host.isEmpty() : !source.path.isEmpty();
   Require(named, "a source has a name");
 }
 
-QString Written(const SourceSpec& source) {
+QString Written(const SourceChoice& source) {
   switch (source.kind) {
-    case SourceSpec::Kind::kSerial:
+    case SourceChoice::Kind::kSerial:
       return QStringLiteral("serial:%1@").arg(source.path) + QString::number(source.baud);
-    case SourceSpec::Kind::kFile:
+    case SourceChoice::Kind::kFile:
       return QStringLiteral("file:") + source.path + (source.loop ? QStringLiteral("?loop") : QString());
-    case SourceSpec::Kind::kGpsd:
+    case SourceChoice::Kind::kGpsd:
       break;
   }
   const bool bracket = source.host.contains(QLatin1Char(':')) || source.host.startsWith(QLatin1Char('['));

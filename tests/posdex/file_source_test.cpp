@@ -28,11 +28,11 @@ class FileSourceTest : public testing::Test {
     Open(loop);
   }
   void Open(bool loop) {
-    SourceSpec spec;
-    spec.kind = SourceSpec::Kind::kFile;
-    spec.path = Q("drive.nmea");
-    spec.loop = loop;
-    source_ = MakeSource(spec, folder_.path());
+    SourceChoice choice;
+    choice.kind = SourceChoice::Kind::kFile;
+    choice.path = Q("drive.nmea");
+    choice.loop = loop;
+    source_ = MakeSource(choice, folder_.path());
     QObject::connect(source_.get(), &Source::LineReceived, [this](const QByteArray& line) {
       lines_.append(line);
       times_ms_.append(clock_.elapsed());

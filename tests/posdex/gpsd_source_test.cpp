@@ -16,10 +16,10 @@ class GpsdSourceTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(server_.listen(QHostAddress::LocalHost)); }
   void Start() {
-    SourceSpec spec;
-    spec.host = Q("127.0.0.1");
-    spec.port = server_.serverPort();
-    source_ = MakeSource(spec, {});
+    SourceChoice choice;
+    choice.host = Q("127.0.0.1");
+    choice.port = server_.serverPort();
+    source_ = MakeSource(choice, {});
     QObject::connect(source_.get(), &Source::LineReceived,
                      [this](const QByteArray& line) { lines_.append(line); });
     QObject::connect(source_.get(), &Source::StateChanged,
@@ -124,10 +124,10 @@ TEST_F(GpsdSourceTest, AskingTwiceInVainEndsADeadConnection) {
 TEST_F(GpsdSourceTest, KeepsTryingWhenNobodyListens) {
   const quint16 port = server_.serverPort();
   server_.close();
-  SourceSpec spec;
-  spec.host = Q("127.0.0.1");
-  spec.port = port;
-  source_ = MakeSource(spec, {});
+  SourceChoice choice;
+  choice.host = Q("127.0.0.1");
+  choice.port = port;
+  source_ = MakeSource(choice, {});
   QObject::connect(source_.get(), &Source::StateChanged,
                    [this](const SourceState& state) { states_.append(state); });
   source_->Start();
@@ -155,10 +155,10 @@ TEST(ReceiverTrouble, IsReadFromTheReportsOfGpsd) {
 }
 
 TEST(GpsdSource, TellsItsName) {
-  SourceSpec spec;
-  EXPECT_EQ(GpsdSource(spec).Description(), Q("gpsd on localhost:2947"));
-  spec.host = Q("::1");
-  EXPECT_EQ(GpsdSource(spec).Description(), Q("gpsd on [::1]:2947"));
+  SourceChoice choice;
+  EXPECT_EQ(GpsdSource(choice).Description(), Q("gpsd on localhost:2947"));
+  choice.host = Q("::1");
+  EXPECT_EQ(GpsdSource(choice).Description(), Q("gpsd on [::1]:2947"));
 }
 
 TEST(Backoff, GrowsToTwoSeconds) {

@@ -12,20 +12,20 @@
 namespace kestrum::posdex {
 namespace {
 
-using Kind = SourceSpec::Kind;
+using Kind = SourceChoice::Kind;
 
-SourceSpec Gpsd(const char* host, quint16 port) {
+SourceChoice Gpsd(const char* host, quint16 port) {
   return {Kind::kGpsd, Q(host), port, {}, 4800, false};
 }
-SourceSpec Serial(const char* device, int baud) {
+SourceChoice Serial(const char* device, int baud) {
   return {Kind::kSerial, Q("localhost"), 2947, Q(device), baud, false};
 }
-SourceSpec File(const char* path, bool loop) {
+SourceChoice File(const char* path, bool loop) {
   return {Kind::kFile, Q("localhost"), 2947, Q(path), 4800, loop};
 }
 
 TEST(ReaderSettings, ReadsSources) {
-  const std::vector<std::pair<const char*, SourceSpec>> rows{
+  const std::vector<std::pair<const char*, SourceChoice>> rows{
       {"gpsd", Gpsd("localhost", 2947)},
       {"gpsd:pi.local", Gpsd("pi.local", 2947)},
       {"gpsd:pi.local:3000", Gpsd("pi.local", 3000)},
@@ -84,10 +84,10 @@ TEST(ReaderSettings, RefusesMalformedSourcesAndSaysWhy) {
 TEST(ReaderSettings, ReadsConfigurations) {
   struct Row {
     QByteArray bytes;
-    SourceSpec source;
+    SourceChoice source;
     const char* complaint;
   };
-  const SourceSpec standard = Gpsd("localhost", 2947);
+  const SourceChoice standard = Gpsd("localhost", 2947);
   const std::vector<Row> rows{
       {"", standard, ""},
       {"# nothing but a comment", standard, ""},
@@ -118,7 +118,7 @@ TEST(ReaderSettings, ReadsConfigurations) {
 TEST(ReaderSettings, EveryPrefixOfAConfigurationGivesASourceOrTheDefault) {
   const QByteArray whole = "# the receiver\nsource=serial:/dev/ttyUSB0@4800\nsource=gpsd:pi:2947\n";
   for (qsizetype length = 0; length <= whole.size(); ++length) {
-    const SourceSpec source = ParseConf(whole.left(length)).source;
+    const SourceChoice source = ParseConf(whole.left(length)).source;
     EXPECT_TRUE(source.kind == Kind::kGpsd || source.kind == Kind::kSerial) << length;
     EXPECT_FALSE(source.kind == Kind::kGpsd && source.host.isEmpty()) << length;
   }
@@ -128,7 +128,7 @@ TEST(ReaderSettings, LoadsTheFileOrDoesWithout) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(Q("posdex.conf"));
   EXPECT_TRUE(LoadConf(path).complaint.isEmpty());
-  EXPECT_TRUE(LoadConf(path).source == SourceSpec{});
+  EXPECT_TRUE(LoadConf(path).source == SourceChoice{});
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write("source=file:a\n");

@@ -25,10 +25,10 @@ class SerialSourceTest : public testing::Test {
     ASSERT_TRUE(QFile::link(pty.Device(), link_));
   }
   void Start() {
-    SourceSpec spec;
-    spec.kind = SourceSpec::Kind::kSerial;
-    spec.path = Q("gps");
-    reader_ = std::make_unique<Reader>(MakeSource(spec, folder_.path()));
+    SourceChoice choice;
+    choice.kind = SourceChoice::Kind::kSerial;
+    choice.path = Q("gps");
+    reader_ = std::make_unique<Reader>(MakeSource(choice, folder_.path()));
     reader_->Start();
   }
   bool WaitForValidity(const char* validity, int limit_ms) const {
