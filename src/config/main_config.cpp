@@ -47,8 +47,8 @@ class LineReader {
 
   template <typename... Number>
   void Numbers(Number&... numbers) {
-    const std::string line = Replace(Text(), ',', ' ');
-    rest_ = line;
+    line_ = Replace(Text(), ',', ' ');
+    rest_ = line_;
     (TakeNumber(numbers), ...);
     if (!Field().empty()) ok_ = false;
   }
@@ -78,7 +78,8 @@ class LineReader {
 
   const std::vector<std::string>& lines_;
   std::size_t next_ = 1;  // the version line has been read
-  std::string_view rest_;
+  std::string line_;
+  std::string_view rest_;  // of line_
   bool ok_ = true;
 };
 

@@ -28,12 +28,9 @@ void DropTrailingZeros(Decimal& number) {
 // Whole numbers are most of what is shown, and need no rounding while they have few enough digits.
 template <typename Number>
 bool IsShortWhole(Number size, int significant) {
-  constexpr std::array<std::int64_t, kDoubleDigits + 1> kPowersOfTen = [] {
-    std::array<std::int64_t, kDoubleDigits + 1> powers{1};
-    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
-    return powers;
-  }();
-  const auto limit = static_cast<Number>(kPowersOfTen.at(static_cast<std::size_t>(significant)));
+  std::int64_t first_too_long = 1;
+  for (int digit = 0; digit < significant; ++digit) first_too_long *= 10;
+  const auto limit = static_cast<Number>(first_too_long);
   return size < limit && size == static_cast<Number>(static_cast<std::int64_t>(size));
 }
 

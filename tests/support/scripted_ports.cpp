@@ -1,6 +1,7 @@
 #include "support/scripted_ports.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrum::test {
 
@@ -52,7 +53,7 @@ void ScriptedSerial::Write(std::string_view bytes) {
 std::string ScriptedSerial::ReadAll() {
   if (!open_) return {};
   if (!replies.empty()) {
-    const std::string reply = replies.front();
+    std::string reply = std::move(replies.front());
     replies.pop_front();
     return reply;
   }
@@ -99,7 +100,7 @@ std::string ScriptedDialogs::AskText(const std::string& title, const std::string
   inputs.push_back({title, prompt, proposal});
   if (while_open) while_open();
   if (answers.empty() || dismissed) return {};
-  const std::string answer = answers.front();
+  std::string answer = std::move(answers.front());
   answers.pop_front();
   return answer;
 }
