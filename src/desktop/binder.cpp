@@ -9,6 +9,12 @@ void Binder::Sync() {
   if (program_.Ended()) return;
   // Painting may show a window whose first events come back here; the list itself never changes then.
   for (const std::function<void()>& look : watches_) look();
+  SyncTimers();
+}
+
+void Binder::SyncTimers() {
+  if (program_.Ended()) return;
+  for (const std::function<void()>& look : timer_watches_) look();
 }
 
 void Binder::Enter(const Handler& handler) {
@@ -26,6 +32,7 @@ void Binder::Enter(const std::function<void()>& write, const Handler& handler) {
 
 void Binder::Clear() {
   watches_.clear();
+  timer_watches_.clear();
   for (QObject* timer : timers_) delete timer;
   timers_.clear();
 }
@@ -45,7 +52,7 @@ void Binder::Bind(Timer& timer) {
   const auto state = [&timer] {
     return std::tuple(timer.enabled, timer.interval_ms, timer.restarts, timer.stops);
   };
-  Watch([&timer, ticker, state, painted = std::tuple(false, 0, 0U, 0U)]() mutable {
+  timer_watches_.emplace_back([&timer, ticker, state, painted = std::tuple(false, 0, 0U, 0U)]() mutable {
     if (painted == state()) return;
     painted = state();
     // An interval of zero stands still, as a timer without an interval.
@@ -55,6 +62,7 @@ void Binder::Bind(Timer& timer) {
       ticker->stop();
     }
   });
+  timer_watches_.back()();
 }
 
 }  // namespace kestrum

@@ -46,6 +46,8 @@ class Binder : public QObject {
 
   // Paints what has changed; cheap when nothing has. Does nothing once the program has ended.
   void Sync();
+  // Timers alone: starts and stops them as they stand now.
+  void SyncTimers();
   // Runs a handler that an event has reached, then paints what it changed. Nothing runs once the program has
   // ended.
   void Enter(const Handler& handler);
@@ -101,6 +103,7 @@ class Binder : public QObject {
   const Program& program_;
   std::vector<std::function<void()>> watches_;
   std::vector<QObject*> timers_;
+  std::vector<std::function<void()>> timer_watches_;
 };
 
 }  // namespace kestrum

@@ -9,7 +9,8 @@ namespace kestrum {
 Desktop::Desktop()
     : serial_(QCoreApplication::applicationDirPath()),
       dialogs_(program_, [this] { binder_.Sync(); }),
-      pump_(program_, [this] { binder_.Sync(); }),
+      pump_(
+          program_, [this] { binder_.SyncTimers(); }, [this] { binder_.Sync(); }),
       links_(MakeLinks()),
       files_(MakeFileStore(QCoreApplication::applicationDirPath())) {
   // The main window is hidden while the minimal display is open; only Program::End ends the program.

@@ -38,10 +38,22 @@ QSize FitLabel::minimumSizeHint() const {
 }
 
 QFont FitLabel::FittingFont() const {
+  Fitted wanted{text(), contentsRect().size(), font(), largest_scale_};
+  // All digits count as the widest one: the text does not change its size from reading to reading.
+  for (QChar& character : wanted.shape) {
+    if (character.isDigit()) character = QLatin1Char('0');
+  }
+  if (fitted_for_ == wanted) return fitted_;
+  fitted_for_ = wanted;
+  fitted_ = Fit(wanted.shape);
+  return fitted_;
+}
+
+QFont FitLabel::Fit(const QString& text) const {
   const QRectF room = contentsRect();
   const auto fits = [&](double scale) {
     const QFontMetricsF metrics(Scaled(scale));
-    return metrics.horizontalAdvance(text()) <= room.width() && metrics.height() <= room.height();
+    return metrics.horizontalAdvance(text) <= room.width() && metrics.height() <= room.height();
   };
   double low = kSmallestScale;
   double high = largest_scale_;

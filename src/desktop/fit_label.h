@@ -25,10 +25,22 @@ class FitLabel : public QLabel {
 
  private:
   QFont Scaled(double scale) const;
+  QFont Fit(const QString& text) const;
 
   double scale_;
   QString room_;
   double largest_scale_;
+
+  // The last fit; a readout changes its digits all the time, but seldom its shape.
+  struct Fitted {
+    QString shape;
+    QSize room;
+    QFont base;
+    double largest_scale = 0;
+    bool operator==(const Fitted&) const = default;
+  };
+  mutable Fitted fitted_for_;
+  mutable QFont fitted_;
 };
 
 // A label that shortens its text with "…" where it is too long, instead of widening the window. text() stays

@@ -7,18 +7,19 @@
 
 namespace kestrum {
 
-QtEventPump::QtEventPump(const Program& program, std::function<void()> before_events)
-    : program_(program), before_events_(std::move(before_events)) {}
+QtEventPump::QtEventPump(const Program& program, std::function<void()> before_pump,
+                         std::function<void()> before_wait)
+    : program_(program), before_pump_(std::move(before_pump)), before_wait_(std::move(before_wait)) {}
 
 void QtEventPump::Pump() {
   if (program_.Ended()) return;
-  before_events_();
+  before_pump_();
   QCoreApplication::processEvents();
 }
 
 void QtEventPump::PumpFor(std::chrono::milliseconds longest) {
   if (program_.Ended()) return;
-  before_events_();
+  before_wait_();
   QEventLoop loop;
   QTimer deadline;
   deadline.setSingleShot(true);

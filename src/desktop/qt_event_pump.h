@@ -9,15 +9,17 @@ namespace kestrum {
 
 class QtEventPump : public EventPump {
  public:
-  // `before_events` paints what the program has changed since the last event.
-  QtEventPump(const Program& program, std::function<void()> before_events);
+  // `before_pump` sets the timers as the program has left them; painting waits until the handler is through,
+  // so a cycle paints once. `before_wait` paints too, since a wait may last.
+  QtEventPump(const Program& program, std::function<void()> before_pump, std::function<void()> before_wait);
 
   void Pump() override;
   void PumpFor(std::chrono::milliseconds longest) override;
 
  private:
   const Program& program_;
-  std::function<void()> before_events_;
+  std::function<void()> before_pump_;
+  std::function<void()> before_wait_;
 };
 
 }  // namespace kestrum

@@ -41,7 +41,8 @@ TEST_F(EndRequestsTest, EachSignalArrivesAsAnEvent) {
 }
 
 TEST_F(EndRequestsTest, ASignalIsHeardDuringAPump) {
-  QtEventPump pump(program_, [] {});
+  QtEventPump pump(
+      program_, [] {}, [] {});
   QTimer::singleShot(20, qApp, [] { ::raise(SIGTERM); });
   pump.PumpFor(std::chrono::milliseconds(200));
   EXPECT_EQ(requests_, 1);
