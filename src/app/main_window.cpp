@@ -88,7 +88,6 @@ void MainWindow::ShowPlaceholders() {
 void MainWindow::ShowToolTips() {
   Form1& form = application_.forms.form1;
   const std::string degree(kDegree);
-  form.lblLoggingInto.tool_tip = "Program puts the logged data here ! .";
   form.lblTxLat.tool_tip = "Latitude from TX";
   form.lblTxLong.tool_tip = "Longitude from TX";
   form.lblTxHeight.tool_tip = "TX height in metres.";
@@ -102,8 +101,6 @@ void MainWindow::ShowToolTips() {
   form.lblRxVal.tool_tip = "GPS RX Ok.";
   form.lblPelorus.tool_tip = "Relative heading to TX site. Front of the car is 0" + degree;
   form.lblOpticalDistance.tool_tip = "Maximal Optical distance.";
-  form.lblFieldStrenght.tool_tip = "Recalc RSSI-value to mV/m or uV, dBm across 50 Ohm Click me to change.";
-  form.lblRSSI.tool_tip = "Latest RSSI-value reading from set.";
   form.lblFreq.tool_tip = "Frequency where the set is recieving.";
   form.lblCatCmd.tool_tip = "Cmd's  send or recieved to the tranceiver";
   form.lblCatCount.tool_tip = "Measurements in buffer now.";
@@ -111,8 +108,6 @@ void MainWindow::ShowToolTips() {
   form.chkLock.tool_tip = "Lock dial knob of Cat controlled rig.";
   form.cmdFT817OnOff.tool_tip = "Switch FT817 On/Off.";
   form.txtFrequency.tool_tip = "Type the frequency you want to set the tranceiver on. ";
-  form.lblLog.tool_tip = "The data for the logfile.";
-  form.sldSquelch.tool_tip = "Squelch adjust only if averaged";
 }
 
 }  // namespace kestrum
