@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,19 +11,32 @@ namespace kestrum {
 // Description of a failed file operation in the system's words; nothing when it worked.
 using FileFault = std::optional<std::string>;
 
-// Whole files. Paths are full paths in the 8-bit code page.
+// Whole files. Paths are full paths in the 8-bit code page. The functions may be called from the worker's
+// thread too; none waits for a reader or a writer at the other end of a pipe or device.
 class FileStore {
  public:
   virtual ~FileStore() = default;
 
   virtual bool Exists(const std::string& path) const = 0;
-  // Puts the whole content into `bytes`, which stays untouched on a fault.
-  virtual FileFault Read(const std::string& path, std::string& bytes) const = 0;
+  // Size in bytes of a regular file; nothing when there is none.
+  virtual std::optional<std::uint64_t> Size(const std::string& path) const = 0;
+  // Puts the whole content into `bytes`, which stays untouched on a fault. What is no regular file, or is
+  // longer than `most_bytes`, is a fault.
+  virtual FileFault Read(const std::string& path, std::string& bytes,
+                         std::uint64_t most_bytes = std::numeric_limits<std::uint64_t>::max()) const = 0;
+  // The same for what stands behind the first `offset` bytes: empty at or beyond the end.
+  virtual FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
+                             std::uint64_t most_bytes = std::numeric_limits<std::uint64_t>::max()) const = 0;
   // Replaces the file: after a power cut the old or the new content stands there, never half of one. Where
   // the folder does not allow that, it is written in place.
   virtual FileFault Replace(const std::string& path, std::string_view bytes) = 0;
-  // Appends with one write and returns once the bytes are on the disk. Creates the file if needed.
+  // Appends with one write and returns once the bytes are on the disk. Creates the file if needed. After a
+  // fault the file has its old length again.
   virtual FileFault Append(const std::string& path, std::string_view bytes) = 0;
+  // A file that is not there is no fault.
+  virtual FileFault Remove(const std::string& path) = 0;
+  // Replaces what stands at `to`.
+  virtual FileFault Rename(const std::string& from, const std::string& to) = 0;
 };
 
 }  // namespace kestrum

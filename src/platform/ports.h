@@ -9,10 +9,12 @@
 #include "platform/serial_port.h"
 #include "platform/text_links.h"
 #include "platform/window_lookup.h"
+#include "platform/worker.h"
 
 namespace kestrum {
 
-// The outside world, handed in by whoever builds the program. All of it is used on one thread.
+// The outside world, handed in by whoever builds the program. All of it is used on one thread, but for
+// the files, which the worker's jobs use too.
 struct Ports {
   SerialPort& serial;
   TextLinks& links;
@@ -23,6 +25,7 @@ struct Ports {
   Program& program;
   WindowLookup& windows;
   FileStore& files;
+  Worker& worker;
 };
 
 }  // namespace kestrum

@@ -18,8 +18,9 @@ class Program {
   // Whether another instance of the same user is running.
   virtual bool AnotherInstanceRuns() = 0;
 
-  // Full path of a file of the application folder; `name` begins with a backslash, which becomes the
-  // platform's separator.
+  // Full path of a file name as the program or the user gives it: an absolute path stays, anything else is a
+  // file in the application folder, whatever the working directory is. A leading backslash is a separator and
+  // no part of the name; an empty name stays empty.
   virtual std::string PathOf(const std::string& name) const = 0;
 
   // Path that StartCompanion would start: "\Posdex.exe" names the executable in the application folder, with
@@ -27,6 +28,10 @@ class Program {
   virtual std::string CompanionPath(const std::string& name) const = 0;
   // Starts it without waiting; false when that is not possible.
   virtual bool StartCompanion(const std::string& name, ShowStyle style) = 0;
+
+  // Tells of data that an end loses, where it is seen after the windows have gone: standard error and the
+  // exit code of the process.
+  virtual void ReportLoss(const std::string& text) = 0;
 
   // From here on no event, timer or link reaches the program any more; the windows close.
   virtual void End() = 0;

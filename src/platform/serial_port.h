@@ -20,7 +20,7 @@ class SerialPort {
   virtual bool IsOpen() const = 0;
 
   // Hands the bytes to the line without waiting for them to leave it. Does nothing when closed; a line that
-  // fails closes the port.
+  // fails closes the port. A line that takes no bytes has not failed: what waits for it is dropped.
   virtual void Write(std::string_view bytes) = 0;
   // Everything received up to now, which empties the input buffer. Never waits.
   virtual std::string ReadAll() = 0;

@@ -84,6 +84,12 @@ void ScriptedDialogs::Show(const std::string& title, const std::string& text, Ic
   if (while_open) while_open();
 }
 
+void ScriptedDialogs::Notify(const std::string& title, const std::string& text, Icon icon) {
+  if (dismissed) return;
+  ++notices;
+  messages.push_back({title, text, icon});
+}
+
 bool ScriptedDialogs::AskYesNo(const std::string& title, const std::string& text, Icon icon) {
   if (dismissed) return false;
   questions.push_back({title, text, icon});
@@ -126,27 +132,86 @@ bool ScriptedWindows::Exists(const std::string& title) {
   return titles.contains(title);
 }
 
-FileFault MemoryFiles::Read(const std::string& path, std::string& bytes) const {
+std::string ScriptedProgram::PathOf(const std::string& name) const {
+  if (name.empty() || name.front() == '/') return name;
+  return folder + "/" + (name.front() == '\\' ? name.substr(1) : name);
+}
+
+std::optional<std::uint64_t> MemoryFiles::Size(const std::string& path) const {
+  const auto file = files.find(path);
+  if (file == files.end()) return {};
+  return file->second.size();
+}
+
+FileFault MemoryFiles::Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const {
+  return ReadFrom(path, 0, bytes, most_bytes);
+}
+
+FileFault MemoryFiles::ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
+                                std::uint64_t most_bytes) const {
   if (!read_fault.empty()) return read_fault;
   const auto file = files.find(path);
   if (file == files.end()) return "No such file or directory";
-  bytes = file->second;
+  const std::string& content = file->second;
+  std::string rest = offset < content.size() ? content.substr(offset) : std::string();
+  if (rest.size() > most_bytes) return "File too large";
+  bytes = std::move(rest);
   return {};
+}
+
+FileFault MemoryFiles::WriteFault(const std::string& path) const {
+  const bool fails = !write_fault.empty() && (faulty_path.empty() || faulty_path == path);
+  return fails ? FileFault(write_fault) : FileFault();
 }
 
 FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
   ++replaces;
-  if (!write_fault.empty()) return write_fault;
+  if (FileFault fault = WriteFault(path)) return fault;
   files[path] = bytes;
   return {};
 }
 
 FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
   ++appends;
-  if (!write_fault.empty()) return write_fault;
+  if (FileFault fault = WriteFault(path)) return fault;
   appended_lines += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
   if (!forget_appends) files[path] += bytes;
   return {};
+}
+
+FileFault MemoryFiles::Remove(const std::string& path) {
+  files.erase(path);
+  return {};
+}
+
+FileFault MemoryFiles::Rename(const std::string& from, const std::string& to) {
+  if (FileFault fault = WriteFault(to)) return fault;
+  const auto file = files.find(from);
+  if (file == files.end()) return "No such file or directory";
+  files[to] = std::move(file->second);
+  files.erase(from);
+  return {};
+}
+
+void ScriptedWorker::Post(std::function<void()> job, std::function<void()> done) {
+  ++jobs;
+  waiting_.emplace_back(std::move(job), std::move(done));
+  if (!hold) Release();
+}
+
+bool ScriptedWorker::Finish(std::chrono::milliseconds /*longest*/) {
+  if (hangs) return waiting_.empty();
+  Release();
+  return true;
+}
+
+void ScriptedWorker::Release() {
+  while (!waiting_.empty()) {
+    const auto [job, done] = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (job) job();
+    if (done) done();
+  }
 }
 
 std::string Bytes(const std::vector<int>& values) {

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -102,6 +103,9 @@ class ScriptedDialogs : public Dialogs {
   bool AskYesNo(const std::string& title, const std::string& text, Icon icon) override;
   std::string AskText(const std::string& title, const std::string& prompt,
                       const std::string& proposal) override;
+  // Recorded among the messages; nothing happens under it, since nobody waits for it.
+  void Notify(const std::string& title, const std::string& text, Icon icon) override;
+  int notices = 0;  // how many of the messages were notices
   void Dismiss() override { dismissed = true; }
 };
 
@@ -135,9 +139,11 @@ class ScriptedProgram : public Program {
   std::string Folder() const override { return folder; }
   std::string ExeName() const override { return "Kestrum"; }
   bool AnotherInstanceRuns() override { return another_instance; }
-  std::string PathOf(const std::string& name) const override { return folder + "/" + name.substr(1); }
+  std::string PathOf(const std::string& name) const override;
   std::string CompanionPath(const std::string& name) const override { return PathOf(name); }
   bool StartCompanion(const std::string& name, ShowStyle style) override;
+  std::vector<std::string> losses;
+  void ReportLoss(const std::string& text) override { losses.push_back(text); }
   void End() override { ended_ = true; }
   bool Ended() const override { return ended_; }
 
@@ -159,16 +165,40 @@ class MemoryFiles : public FileStore {
  public:
   std::map<std::string, std::string> files;
   std::string read_fault;       // when not empty, the operation fails with this description
-  std::string write_fault;      // Replace and Append
+  std::string write_fault;      // Replace, Append and Rename
+  std::string faulty_path;      // when not empty, only writing to this path fails
   bool forget_appends = false;  // count them only, for drives that last for days
   int replaces = 0;
   int appends = 0;
   std::size_t appended_lines = 0;
 
   bool Exists(const std::string& path) const override { return files.contains(path); }
-  FileFault Read(const std::string& path, std::string& bytes) const override;
+  std::optional<std::uint64_t> Size(const std::string& path) const override;
+  FileFault Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const override;
+  FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
+                     std::uint64_t most_bytes) const override;
   FileFault Replace(const std::string& path, std::string_view bytes) override;
   FileFault Append(const std::string& path, std::string_view bytes) override;
+  FileFault Remove(const std::string& path) override;
+  FileFault Rename(const std::string& from, const std::string& to) override;
+
+ private:
+  FileFault WriteFault(const std::string& path) const;
+};
+
+// Writes at once, unless told to hold: then jobs wait for Release or Finish.
+class ScriptedWorker : public Worker {
+ public:
+  bool hold = false;      // a slow disk
+  bool hangs = false;     // Finish gives up
+  std::size_t jobs = 0;
+
+  void Post(std::function<void()> job, std::function<void()> done) override;
+  bool Finish(std::chrono::milliseconds longest) override;
+  void Release();
+
+ private:
+  std::deque<std::pair<std::function<void()>, std::function<void()>>> waiting_;
 };
 
 struct ScriptedPorts {
@@ -181,8 +211,9 @@ struct ScriptedPorts {
   ScriptedProgram program;
   ScriptedWindows windows;
   MemoryFiles files;
+  ScriptedWorker worker;
 
-  Ports ports() { return {serial, links, dialogs, clock, pump, beeper, program, windows, files}; }
+  Ports ports() { return {serial, links, dialogs, clock, pump, beeper, program, windows, files, worker}; }
 };
 
 // Five bytes as a text, e.g. Bytes({0, 0, 0, 0, 0xE7}).
