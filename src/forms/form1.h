@@ -46,6 +46,7 @@ struct Form1 : Form {
   Label lblIntervalHeading{"Interval in mSec"};
   Label lblInterval;
   Label lblStatusCaption;  // rig and port, calibration in use
+  Label lblHint;           // why nothing is measured, or what start-up found
 
   // Receive site
   Frame frmRxSite{"RxSite"};
