@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include "desktop/binder.h"
+#include "desktop/box_text.h"
 #include "desktop/control_colors.h"
 #include "desktop/list_box.h"
 #include "desktop/meter_bar.h"
@@ -18,11 +19,22 @@ namespace {
 
 constexpr double kFullBarHeight_twips = 456;
 
-// Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory.").
+// No window becomes larger than the screen by what a file holds.
+constexpr int kMostOfLabel = 1000;
+constexpr int kMostOfHeading = 60;
+constexpr int kMostOfToolTip = 2000;
+constexpr qsizetype kLongLine = 160;
+
+// Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory."). Only mark-up
+// breaks long lines.
 QString ToolTip(const std::string& text) {
-  QString plain = ToQtLines(text);
-  if (!Qt::mightBeRichText(plain)) return plain;
-  return QLatin1String("<p style='white-space:pre'>") + plain.toHtmlEscaped() + QLatin1String("</p>");
+  QString plain = Shortened(ToQtLines(text), kMostOfToolTip);
+  const QStringList lines = plain.split(QLatin1Char('\n'));
+  const bool is_long =
+      std::any_of(lines.begin(), lines.end(), [](const QString& line) { return line.size() > kLongLine; });
+  if (!is_long && !Qt::mightBeRichText(plain)) return plain;
+  return QStringLiteral("<p style='white-space:%1'>%2</p>")
+      .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain).toHtmlEscaped());
 }
 
 }  // namespace
@@ -31,7 +43,7 @@ void Binder::BindCommon(const Control& control, QWidget* widget, const QString& 
   widget->setObjectName(name);
   Follow<std::string>(control.tool_tip, [widget](const std::string& text) {
     widget->setToolTip(ToolTip(text));
-    widget->setAccessibleDescription(ToQtLines(text));
+    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   FollowFrom<bool>(true, control.enabled, [widget](const bool& enabled) { widget->setEnabled(enabled); });
   FollowFrom<bool>(true, control.visible, [widget](const bool& visible) { widget->setVisible(visible); });
@@ -43,7 +55,7 @@ void Binder::Bind(Label& label, QLabel* widget, const QString& name) {
   BindCommon(label, widget, name);
   widget->setTextFormat(Qt::PlainText);  // "&" and "<" stand for themselves
   Follow<std::string>(label.caption, [widget](const std::string& text) {
-    widget->setText(ToQtLines(text));
+    widget->setText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   auto* events = new UserEvents(widget);
@@ -63,8 +75,8 @@ void Binder::Bind(TextBox& box, ListBox* widget, const QString& name) {
 void Binder::Bind(Frame& frame, QGroupBox* widget, const QString& name) {
   BindCommon(frame, widget, name);
   Follow<std::string>(frame.caption, [widget](const std::string& text) {
-    widget->setTitle(ToQt(text));
-    widget->setAccessibleName(ToQt(text));
+    widget->setTitle(Shortened(ToQt(text), kMostOfHeading));
+    widget->setAccessibleName(widget->title());
   });
 }
 
@@ -72,12 +84,12 @@ void Binder::Bind(StatusPanel& panel, QLabel* widget, const QString& name) {
   widget->setObjectName(name);
   widget->setTextFormat(Qt::PlainText);
   Follow<std::string>(panel.text, [widget](const std::string& text) {
-    widget->setText(ToQtLines(text));
+    widget->setText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
     widget->setToolTip(ToolTip(text));
-    widget->setAccessibleDescription(ToQtLines(text));
+    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
 }
 
@@ -127,10 +139,12 @@ void Binder::Bind(Picture& picture, PictureWidget* widget, const QString& name) 
 
 void Binder::Bind(MenuItem& item, QAction* action, const QString& name) {
   action->setObjectName(name);
-  Follow<std::string>(item.caption, [action](const std::string& text) { action->setText(ToQt(text)); });
+  Follow<std::string>(item.caption, [action](const std::string& text) {
+    action->setText(Shortened(ToQt(text), kMostOfHeading));
+  });
   Follow<std::string>(item.tool_tip, [action](const std::string& text) {
     action->setToolTip(ToolTip(text));
-    action->setWhatsThis(ToQtLines(text));
+    action->setWhatsThis(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   Follow<std::string>(item.status_tip,
                       [action](const std::string& text) { action->setStatusTip(ToQt(text)); });

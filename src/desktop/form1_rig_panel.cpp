@@ -26,7 +26,8 @@ void KeepPlace(QWidget* widget) {
 }  // namespace
 
 QLabel* Form1Window::Value(Label& label, const QString& name, QWidget* parent) {
-  auto* value = new QLabel(parent);
+  auto* value = new ElidedLabel(parent);
+  value->AskUpTo(kMostOfValue);
   binder_.Bind(label, value, name);
   return value;
 }
@@ -88,6 +89,7 @@ void Form1Window::AddTuning(QBoxLayout* rows, QWidget* panel) {
   auto* entry = new QLineEdit(panel);
   entry->setAccessibleName(tr("Frequency in kHz"));
   entry->setMinimumWidth(Characters(entry, 16));
+  entry->setMaxLength(kMostOfNumber);
   auto* set = new QPushButton(panel);
   auto* down = new QPushButton(panel);
   auto* up = new QPushButton(panel);

@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -66,6 +67,8 @@ QWidget* Form1Window::BuildTxPanel(QWidget* parent) {
   antenna->setAccessibleName(tr("TX antenna"));
   antenna->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   antenna->setMinimumContentsLength(12);
+  antenna->setEditable(true);
+  antenna->lineEdit()->setMaxLength(kMostOfAntenna);
   antenna->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   auto* take_fix = new QPushButton(panel);
   auto* rows = new QVBoxLayout(panel);

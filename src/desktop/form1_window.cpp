@@ -81,8 +81,9 @@ void Form1Window::BuildMenus() {
 void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
   for (std::size_t i = 0; i < form_.StatusBar1.size(); ++i) {
-    auto* panel = new QLabel(statusBar());
+    auto* panel = new ElidedLabel(statusBar());
     panel->setIndent(Characters(panel, 1));
+    panel->AskUpTo(kMostOfPanel);
     statusBar()->addWidget(panel, 1);
     binder_.Bind(form_.StatusBar1.at(i), panel, QStringLiteral("StatusBar1_%1").arg(i));
   }
@@ -92,6 +93,7 @@ QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   auto* rows = new QVBoxLayout;
   rows->setSpacing(0);
   auto* into = new QLineEdit(parent);
+  into->setMaxLength(kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
   into->setAccessibleName(tr("Logging state"));

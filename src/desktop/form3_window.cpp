@@ -68,7 +68,8 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
     return widget;
   };
   const auto label = [this, panel](Label& control, const char* name) {
-    auto* widget = new QLabel(panel);
+    auto* widget = new ElidedLabel(panel);
+    widget->AskUpTo(kMostOfValue);
     binder_.Bind(control, widget, QLatin1String(name));
     return widget;
   };
@@ -113,6 +114,7 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   ++row;
   auto* edit = new QLineEdit(panel);
   edit->setAccessibleName(tr("Signal input in uV"));
+  edit->setMaxLength(kMostOfNumber);
   grid->addWidget(edit, row, 0);
   grid->addWidget(label(form_.lbluV, "lbluV"), row, 1);
   grid->addWidget(button(form_.cmduVStore, "cmduVStore"), row, 2);

@@ -1,12 +1,12 @@
 #include "desktop/form4_window.h"
 
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "desktop/fit_label.h"
 #include "desktop/layout_parts.h"
 
 namespace kestrum {
@@ -34,7 +34,9 @@ QGroupBox* Form4Window::BuildEntry(const Entry& entry, QWidget* parent) {
   auto* line = new QHBoxLayout(panel);
   auto* edit = new QLineEdit(panel);
   edit->setMinimumWidth(Characters(edit, 12));
-  auto* unit = new QLabel(panel);
+  edit->setMaxLength(kMostOfNumber);
+  auto* unit = new ElidedLabel(panel);
+  unit->AskUpTo(kMostOfValue);
   unit->setMinimumWidth(Characters(unit, 14));
   line->addWidget(edit, 1);
   line->addWidget(unit);

@@ -101,6 +101,8 @@ struct ComboBox : Control {
   std::string text;
   std::vector<std::string> items;
   Handler enter_pressed;  // the key is consumed
+  // Enter, a choice from the list, or leaving the box after typing takes the text over.
+  Handler taken;
 };
 
 struct Slider : Control {
