@@ -13,7 +13,9 @@ function(kestrum_target target)
             -Wnon-virtual-dtor
             -Woverloaded-virtual
             -Wimplicit-fallthrough
-            -Werror)
+            -Werror
+            # Readings are rounded after every operation, on processors that could fuse two of them too.
+            -ffp-contract=off)
   # GCC 12 sees overlapping copies in every "literal" + string (its bug 105651).
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict)

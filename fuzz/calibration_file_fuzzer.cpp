@@ -36,9 +36,9 @@ void CheckBetween(const S2FtableRows& rows, std::size_t raw, const std::string& 
   float low = 0;
   for (std::size_t row = raw + 1; row-- > 0 && low <= 0;) low = std::max(low, SingleVal(rows[row][1]));
   std::size_t above = raw + 1;
-  while (above < kCurrentRow && SingleVal(rows[above][1]) <= low) ++above;
+  while (above < kCurrentRow && SingleVal(rows[above].microvolt) <= low) ++above;
   Require(above < kCurrentRow, "no interpolation without an upper point", result);
-  const float high = SingleVal(rows[above][1]);
+  const float high = SingleVal(rows[above].microvolt);
   const double value = Val(result);
   const double rounding = 0.051 + 1e-5 * std::fabs(high);
   Require(value >= low - rounding && value <= high + rounding, "a voltage lies between its points", result);

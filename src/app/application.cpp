@@ -16,11 +16,11 @@ Application::Application(const Ports& ports)
       rx_site(state, forms.form1, gps, circle),
       tx_site(state, forms.form1, ports, rx_site),
       minimal(state, forms, ports),
-      log(state, forms, ports, table, minimal),
+      log(state, forms, ports, minimal),
       timing(state, forms, ports, s_meter),
       logging(state, forms.form1, ports, link, rig, panel, log),
       info(state, forms, ports),
-      cycle(state, forms, ports, rig, s_meter, gps, rx_site, log, timing),
+      cycle(state, forms, ports, s_meter, gps, rx_site, log, timing),
       main_window(*this) {
   Wire();
 }
@@ -31,8 +31,13 @@ void Application::Wire() {
   };
   rig.on_reading = [this] { s_meter.ShowReading(); };
   s_meter.follow_reading = [this] { editor.FollowReading(); };
-  panel.block_ends = [this] { log.FlushPending(); };
+  rig.block_ends = [this] { log.EndBlock(); };
+  tx_site.block_ends = [this] { log.EndBlock(); };
+  tx_site.antenna_taken = [this] { log.AntennaTaken(); };
   panel.band_crossed = [this] { table.DefaultCalibration(false); };
+  panel.frequency_applied = [this] { editor.Refresh(); };
+  table.changed = [this] { editor.Refresh(); };
+  config.ends_now = [this] { EndsWithoutShutdown(); };
   panel.show_rig_text = [this](const std::string& text) { table.ShowStatusCaption(text, ""); };
   timing.distance_mode_chosen = [this] { cycle.ForgetReference(); };
 
@@ -46,6 +51,13 @@ void Application::Wire() {
   logging.Wire();
   info.Wire();
   main_window.Wire();
+}
+
+// The factory settings are on the disk, and nothing may follow them: no reading, no record, no second save.
+void Application::EndsWithoutShutdown() {
+  exiting_ = true;
+  forms.form1.tmrMain.Stop();
+  forms.form1.tmrAverageRSSI.Stop();
 }
 
 void Application::ExitApp() {

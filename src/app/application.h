@@ -44,6 +44,7 @@ class Application {
   void InitApp();
   void ShowInitialTexts();
   void Shutdown(bool may_ask);
+  void EndsWithoutShutdown();
 
   Ports ports_;
 

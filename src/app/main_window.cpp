@@ -71,20 +71,6 @@ void MainWindow::ShowDDEPanel() {
   form.frmDDE.visible = show;
 }
 
-void MainWindow::ShowPlaceholders() {
-  Form1& form = application_.forms.form1;
-  const std::string degree(kDegree);
-  form.lblRxLat.caption = "????.???";
-  form.lblRxLong.caption = "?????.???";
-  form.lblRxBearing.caption = "???" + degree;
-  form.lblRxHeight.caption = "??? m";
-  form.lblRxDist.caption = "??? km";
-  form.lblRxVal.caption = "No GPS";
-  form.lblOpticalDistance.caption = "??.? km";
-  form.lblPelorus.caption = "???" + degree;
-  form.lblTextBearing.caption = "?";
-}
-
 void MainWindow::ShowToolTips() {
   Form1& form = application_.forms.form1;
   const std::string degree(kDegree);

@@ -12,9 +12,8 @@ class MainWindow {
   explicit MainWindow(Application& application);
 
   void Wire();
-  // Tool tips, placeholders and captions of start-up.
+  // Tool tips of start-up.
   void ShowToolTips();
-  void ShowPlaceholders();
   // The panel of raw GPS fields, by ShowDDE.
   void ShowDDEPanel();
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "config/hint_line.h"
+
 namespace kestrum {
 namespace {
 
@@ -10,13 +12,11 @@ constexpr std::chrono::milliseconds kFixWait{100};
 
 }  // namespace
 
-MeasurementCycle::MeasurementCycle(State& state, Forms& forms, const Ports& ports, RigCommands& rig,
-                                   SMeter& s_meter, GpsLinks& gps, RxSite& rx_site, LogFile& log,
-                                   TimingWindow& timing)
+MeasurementCycle::MeasurementCycle(State& state, Forms& forms, const Ports& ports, SMeter& s_meter,
+                                   GpsLinks& gps, RxSite& rx_site, LogFile& log, TimingWindow& timing)
     : state_(state),
       forms_(forms),
       ports_(ports),
-      rig_(rig),
       s_meter_(s_meter),
       gps_(gps),
       rx_site_(rx_site),
@@ -66,24 +66,18 @@ void MeasurementCycle::ApplyAverageRequest() {
   ports_.pump.Pump();
 }
 
-void MeasurementCycle::TakeReading() {
-  if (!state_.settings.AverageRSSI) {
-    rig_.ReadRssi();
-    return;
-  }
-  state_.RssiRaw = s_meter_.AveragedRssi();
-  s_meter_.AverageRSSIValue(0, true);
-  // So that raw value and converted value of the record belong together.
-  s_meter_.ShowRSSIStype();
+Reading MeasurementCycle::TakeReading() {
+  return state_.settings.AverageRSSI ? s_meter_.TakeAverage() : s_meter_.ReadNow();
 }
 
 void MeasurementCycle::MeasureByTime() {
-  TakeReading();
+  Reading reading = TakeReading();
   ports_.pump.Pump();
   if (ports_.program.Ended()) return;
+  // Whatever has changed rig, mode, frequency or table meanwhile: this reading belongs to none of the blocks.
+  if (reading.on != s_meter_.On()) reading = TakeReading();
   gps_.GetAllDDE();
-  rx_site_.SetGPSdata();
-  Record();
+  Record(reading);
 }
 
 void MeasurementCycle::MeasureByDistance() {
@@ -94,17 +88,18 @@ void MeasurementCycle::MeasureByDistance() {
   const bool valid = gps_.GetGPSdataStartLast();
   gps_.ShowFixAge();
   if (!valid || rx_site_.DistanceFromReference() < state_.settings.DistanceIntervalKm) return;
-  TakeReading();
-  rx_site_.SetGPSdata();
-  Record();
-  if (reference_valid_) rx_site_.ReferenceFromTxSlots();
+  Record(TakeReading());
+  if (reference_valid_) rx_site_.MoveReference();
 }
 
 void MeasurementCycle::TakeReference() {
+  state_.waiting_for_fix = true;
   do {
     reference_valid_ = gps_.GetGPSdataStartLast();
     gps_.ShowFixAge();
     CycleIndicator();
+    state_.waiting_for_fix = !reference_valid_;
+    ShowHint(state_, forms_.form1);
     if (reference_valid_) {
       ports_.pump.Pump();
     } else {
@@ -113,14 +108,13 @@ void MeasurementCycle::TakeReference() {
     if (ports_.program.Ended()) return;
   } while (!reference_valid_);
   rx_site_.CalcPosABStart();
-  TakeReading();
-  rx_site_.SetGPSdata();
-  Record();
+  Record(TakeReading());
 }
 
-void MeasurementCycle::Record() {
+void MeasurementCycle::Record(const Reading& reading) {
+  const Site site = rx_site_.SetGPSdata();
   gps_.ShowFixAge();
-  log_.AddLogRecord();
+  log_.AddLogRecord(ports_.clock.Now(), site, reading);
 }
 
 }  // namespace kestrum

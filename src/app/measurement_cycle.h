@@ -13,8 +13,8 @@ namespace kestrum {
 // The heartbeat: each tick of tmrMain runs one measurement cycle.
 class MeasurementCycle {
  public:
-  MeasurementCycle(State& state, Forms& forms, const Ports& ports, RigCommands& rig, SMeter& s_meter,
-                   GpsLinks& gps, RxSite& rx_site, LogFile& log, TimingWindow& timing);
+  MeasurementCycle(State& state, Forms& forms, const Ports& ports, SMeter& s_meter, GpsLinks& gps,
+                   RxSite& rx_site, LogFile& log, TimingWindow& timing);
 
   // One cycle. A tick that comes while a cycle waits is ignored: cycles never nest.
   void MainCycle();
@@ -26,16 +26,16 @@ class MeasurementCycle {
 
  private:
   void ApplyAverageRequest();
-  void TakeReading();
+  Reading TakeReading();
   void MeasureByTime();
   void MeasureByDistance();
   void TakeReference();
-  void Record();
+  // Makes the record of a reading and the position now, and adds it to the log.
+  void Record(const Reading& reading);
 
   State& state_;
   Forms& forms_;
   Ports ports_;
-  RigCommands& rig_;
   SMeter& s_meter_;
   GpsLinks& gps_;
   RxSite& rx_site_;
@@ -43,7 +43,7 @@ class MeasurementCycle {
   TimingWindow& timing_;
   bool running_ = false;
   bool reference_valid_ = false;
-  int spinner_ = 0;  // 0 to 4
+  int spinner_ = 0;  // 0 to 3
 };
 
 }  // namespace kestrum

@@ -39,10 +39,10 @@ void Application::Shutdown(bool may_ask) {
   if (link.IsOpen()) link.CloseCatPort();
   gps.LoadGps(false);
   tx_site.StoreAntennas();
-  config.SaveCfg();
+  config.SaveAtEnd();
   // The windows stay until a longer block has been written: who closes the program sees when it is safe.
   if (log.LogCount < 2) CloseAllWindows(forms);
-  log.FlushLog(settings.LogFileName);
+  log.FlushAtEnd();
   CloseAllWindows(forms);
   ports_.program.End();
 }

@@ -18,6 +18,8 @@ void Application::Start(const StartOptions& options) {
   s_meter.ShowAtStart();
   ShowInitialTexts();
   log.StampStart();
+  log.AntennaTaken();
+  log.RecoverLastDrive();
   log.ShowLoggingState(true);
   form.cmdLoggin.caption = kLoggingOffCaption;
   form.lblLoggingInto.tool_tip = "Program puts the logged data here ! .";
@@ -62,7 +64,7 @@ void Application::InitApp() {
 
 void Application::ShowInitialTexts() {
   forms.form1.caption = VersionedTitle;
-  main_window.ShowPlaceholders();
+  rx_site.ShowPlaceholders();
   main_window.ShowToolTips();
   s_meter.ShowRSSIStype();
   main_window.ShowDDEPanel();

@@ -93,6 +93,10 @@ void CatLink::Comment(const std::string& text) {
 
 void CatLink::CommentNotOpen() {
   Comment("Comport not open !");
+  ShowTrouble();
+}
+
+void CatLink::ShowTrouble() {
   form_.StatusBar1[2].tool_tip = ports_.serial.Trouble();
 }
 

@@ -50,6 +50,8 @@ class CatLink {
   void Comment(const std::string& text);
   // "Comport not open !", and the panel's tool tip says why.
   void CommentNotOpen();
+  // The tool tip of the third status panel: why the port is closed.
+  void ShowTrouble();
 
  private:
   State& state_;

@@ -6,12 +6,12 @@
 #include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
 #include "config/app_title.h"
+#include "config/hint_line.h"
 #include "text/number_text.h"
 
 namespace kestrum {
 namespace {
 
-constexpr double kBandLimitKhz = 30000;
 constexpr std::array kSpeeds{1200, 4800, 9600, 19200, 38400, 57600};
 
 }  // namespace
@@ -61,28 +61,27 @@ void FrontPanel::ApplyFrequency(const std::string& text) {
     rig_.CatPowerOnOff(true);
     form_.tmrMain.Stop();  // the power command has started it again
   }
-  CrossBand(TypedKhz(text));
-  if (ports_.program.Ended()) return;
+  const double khz = TypedKhz(text);
+  if (Accepts(khz)) {
+    if (khz != TypedKhz(form_.lblFreq.caption)) Run(rig_.block_ends);
+    CrossBand(khz);
+    if (ports_.program.Ended()) return;
+  }
   rig_.SetFrequency(text);
   form_.ProgressBar1.value = 0;
   form_.cmdSetFreq.enabled = true;
-  form_.tmrMain.Start();
+  StartMeasuring(state_, form_);
+  Run(frequency_applied);
+}
+
+bool FrontPanel::Accepts(double khz) const {
+  const int rig_model = state_.settings.RigModel;
+  return InFreqRange(rig_model, khz) && !(rig_model == kFT817 && PowerIsOff(form_));
 }
 
 void FrontPanel::CrossBand(double khz) {
-  const bool above = khz > kBandLimitKhz;
-  const int rig_model = state_.settings.RigModel;
-  const bool refused = !InFreqRange(rig_model, khz) || (rig_model == kFT817 && PowerIsOff(form_));
-  if (refused || above == state_.AboveHF) return;
-
-  // The block that ends now was measured on the old frequency, and its header takes the text of the box.
-  const std::string new_text = form_.txtFrequency.text;
-  std::string old_text = form_.lblFreq.caption;
-  if (!ContainsText(old_text, " kHz")) old_text += " kHz";
-  form_.txtFrequency.text = old_text;
-  Run(block_ends);
-  if (ports_.program.Ended()) return;
-  form_.txtFrequency.text = new_text;
+  const bool above = khz > kHfLimitKhz;
+  if (above == state_.AboveHF) return;
   state_.AboveHF = above;
   Run(band_crossed);
 }
@@ -138,8 +137,7 @@ void FrontPanel::ShowStep(const std::string& down) {
 }
 
 void FrontPanel::ChooseRig(int rig_model) {
-  Run(block_ends);
-  if (ports_.program.Ended()) return;
+  if (rig_model != state_.settings.RigModel) Run(rig_.block_ends);
   if (rig_model == kFT817) form_.cmdFT817OnOff.caption = kPowerOffCaption;
   state_.settings.RigModel = rig_model;
   ShowRig();
@@ -147,6 +145,7 @@ void FrontPanel::ChooseRig(int rig_model) {
   rig_.SetMode(0);
   rig_.CatLock(state_.settings.DialLock);
   ShowRigText();
+  ShowHint(state_, form_);
 }
 
 void FrontPanel::NotYetImplemented() {

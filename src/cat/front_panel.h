@@ -13,8 +13,8 @@ class FrontPanel {
   FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig);
 
   // Set by the application.
-  Handler block_ends;    // rig or band are about to change: buffered records belong to the old ones
-  Handler band_crossed;  // AboveHF has just changed
+  Handler band_crossed;                                   // AboveHF has just changed
+  Handler frequency_applied;                              // the rig has been tuned
   std::function<void(const std::string&)> show_rig_text;  // "Cat FT817 Com1" for the status label
 
   // Hangs the handlers below on the controls.
@@ -46,7 +46,9 @@ class FrontPanel {
   void cmdFT817OnOff_Click();
 
  private:
-  // Ends the block and changes the band when the rig takes this frequency and it lies on the other side.
+  // Whether the set takes this frequency now.
+  bool Accepts(double khz) const;
+  // Changes the band when the frequency lies on its other side.
   void CrossBand(double khz);
   void Step(int direction);
   void ShowStep(const std::string& down);

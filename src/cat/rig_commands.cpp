@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "cat/frequency_digits.h"
+#include "config/hint_line.h"
 #include "text/number_text.h"
 
 namespace kestrum {
@@ -54,73 +55,81 @@ void FillFrame(CatFrame& frame, int rig_model, double khz) {
 RigCommands::RigCommands(State& state, Form1& form, const Ports& ports, CatLink& link)
     : state_(state), form_(form), ports_(ports), link_(link) {}
 
-void RigCommands::ReadRssi() {
+bool RigCommands::ReadRssi() {
+  bool answered = false;
   switch (state_.settings.RigModel) {
     case kFT817:
     case kFT857:
     case kFT897:
-      ReadReceiveStatus();
+      answered = ReadReceiveStatus();
       break;
     case kFT840:
-      ReadMeter();
+      answered = ReadMeter();
       break;
     case kFT847:
-      ReadStatusFiveBytes();
+      answered = ReadStatusFiveBytes();
       break;
     default:
       break;
   }
   Run(on_reading);
+  return answered;
 }
 
-void RigCommands::ReadReceiveStatus() {
+bool RigCommands::ReadReceiveStatus() {
   // Kept on purpose: FT857 and FT897 have no power button, yet they are read only while it shows "on".
-  if (PowerIsOff(form_)) return;
+  if (PowerIsOff(form_)) return false;
   if (!link_.IsOpen()) {
     state_.RssiRaw = 0;
     link_.CommentNotOpen();
-    return;
+    return false;
   }
   const auto reply = link_.Transact(kReadReceiveStatus);
   if (reply.bytes[4] != 0) {
     state_.RssiRaw = 0;
     link_.Comment(reply.nothing_received ? "Nothing rx-ed!" : "Wrong CatCmd rx-ed!");
-    return;
+    return !reply.nothing_received;
   }
   // The reply proper is one byte, so silence and short replies pass as readings too; kept on purpose.
   state_.RssiRaw = static_cast<std::int16_t>((reply.bytes[0] & 15) * 16);
   link_.Comment("Done");
+  return !reply.nothing_received;
 }
 
-void RigCommands::ReadMeter() {
+bool RigCommands::ReadMeter() {
   if (!link_.IsOpen()) {
     state_.RssiRaw = 0;
     link_.CommentNotOpen();
-    return;
+    return false;
   }
   const auto reply = link_.Transact(kReadMeter);
   if (reply.bytes[4] == kReadMeter) {
     state_.RssiRaw = reply.bytes[0];
     link_.Comment("Done");
-    return;
+    return true;
   }
   state_.RssiRaw = 0;
   link_.Comment(reply.bytes[4] != 0 ? "Wrong CatCmd rx-ed!" : "Nothing rx-ed!");
+  return !reply.nothing_received;
 }
 
-void RigCommands::ReadStatusFiveBytes() {
+bool RigCommands::ReadStatusFiveBytes() {
   // Kept on purpose: this set alone says nothing about a closed port and keeps its last reading.
-  if (!link_.IsOpen()) return;
+  if (!link_.IsOpen()) {
+    link_.ShowTrouble();
+    return false;
+  }
   const auto reply = link_.Transact(kReadReceiveStatus);
   if (reply.bytes[4] != kReadReceiveStatus) {
     state_.RssiRaw = 0;
     // Kept on purpose: a wrong reply of this set has always been told with these words.
     link_.Comment("Comport not open !");
-    return;
+    return !reply.nothing_received;
   }
   // Five bits in steps of 32 leave the calibration table, which ends at 255.
   state_.RssiRaw = static_cast<std::int16_t>(std::min((reply.bytes[0] & 31) * 32, 255));
   link_.Comment("Done");
+  return true;
 }
 
 void RigCommands::SetFrequency(const std::string& text) {
@@ -146,6 +155,7 @@ void RigCommands::SetMode(int mode) {
   }
   if (mode < 1 || mode > kModeCount) return;
   const auto index = static_cast<std::size_t>(mode - 1);
+  if (mode != state_.settings.RigMode) Run(block_ends);
   for (auto* button : buttons) button->checked = button == buttons[index];
   state_.settings.RigMode = static_cast<std::int16_t>(mode);
 
@@ -194,6 +204,8 @@ void RigCommands::CatPowerOnOff(bool on) {
     // Kept on purpose: tmrMain stays stopped, a sleeping set has nothing to tell.
     caption = kPowerOffCaption;
     link_.SendDirect({{0, 0, 0, 0, 143}}, "0, 0, 0, 0, [143]");
+    state_.measuring_stopped = true;
+    ShowHint(state_, form_);
     return;
   }
   caption = kPowerOnCaption;
@@ -202,7 +214,7 @@ void RigCommands::CatPowerOnOff(bool on) {
   SetFrequency(form_.lblFreq.caption);
   ports_.clock.Sleep(kSetNeeds);
   SetMode(state_.settings.RigMode);
-  form_.tmrMain.Start();
+  StartMeasuring(state_, form_);
 }
 
 }  // namespace kestrum

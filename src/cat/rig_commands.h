@@ -13,9 +13,12 @@ class RigCommands {
 
   // Called after every S-meter read, whatever its outcome: shows RssiRaw.
   Handler on_reading;
+  // What the header of a block tells is about to change: buffered records belong to the old one.
+  Handler block_ends;
 
-  // Reads the S-meter into RssiRaw, then calls on_reading.
-  void ReadRssi();
+  // Reads the S-meter into RssiRaw, then calls on_reading. What the set sent is a reading of its own: false
+  // when nothing came, also where silence counts as the value 0.
+  bool ReadRssi();
   // Frequency text in kHz. Out of range: a beep and nothing else. A switched-off FT817: nothing at all.
   void SetFrequency(const std::string& text);
   // 1 to 7 selects that mode's button; 0 takes the mode from the buttons. Stores RigMode and sends it.
@@ -26,9 +29,10 @@ class RigCommands {
   void CatPowerOnOff(bool on);
 
  private:
-  void ReadReceiveStatus();    // FT817, FT857, FT897
-  void ReadMeter();            // FT840
-  void ReadStatusFiveBytes();  // FT847
+  // Each tells whether anything came from the set.
+  bool ReadReceiveStatus();    // FT817, FT857, FT897
+  bool ReadMeter();            // FT840
+  bool ReadStatusFiveBytes();  // FT847
 
   State& state_;
   Form1& form_;

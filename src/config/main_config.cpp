@@ -1,10 +1,13 @@
 #include "config/main_config.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "config/app_title.h"
@@ -16,7 +19,11 @@ namespace kestrum {
 namespace {
 
 constexpr const char* kFileName = "\\Kestrum.cfg";
+constexpr const char* kKept = ".bad";
 constexpr std::size_t kFixedLines = 22;
+constexpr std::uint64_t kLargestFile = 1 << 20;
+constexpr std::size_t kLongestValue = 64;   // of a coordinate, a height, a frequency or a caption
+constexpr std::size_t kLongestText = 4096;  // of a path or an antenna
 
 // Sign and digits with at most one point, nothing else.
 bool IsNumber(std::string_view text) {
@@ -113,6 +120,18 @@ bool ReadSettings(const std::vector<std::string>& lines, Settings& settings) {
   return true;
 }
 
+// No text is longer than what its field can hold: such a file is none of ours.
+bool FieldsFit(const Settings& settings) {
+  const auto fits = [](std::size_t longest) {
+    return [longest](const std::string& text) { return text.size() <= longest; };
+  };
+  const std::array values = {settings.TxLat, settings.TxLong, settings.TxHeight, settings.FrequencyText,
+                             settings.OnOffCaption};
+  return std::all_of(values.begin(), values.end(), fits(kLongestValue)) &&
+         std::all_of(settings.TxAntennas.begin(), settings.TxAntennas.end(), fits(kLongestText)) &&
+         settings.CalibrationFiles[2].size() <= kLongestText && settings.LogFileName.size() <= kLongestText;
+}
+
 // A file cut off inside its last fixed line: the power caption is then only a piece of itself.
 bool CutInPowerCaption(std::string_view bytes, const std::vector<std::string>& lines) {
   const bool line_ended = bytes.ends_with('\n') || bytes.ends_with('\r');
@@ -146,31 +165,47 @@ void MainConfig::LoadCfg() {
     state_.InfoRequest = 1;
     return;
   }
-  std::string bytes;
-  if (ports_.files.Read(path, bytes)) {
-    RejectFile();
+  // Too long to be ours, or to be copied: it is moved aside by the first save.
+  keep_before_save_ = ports_.files.Size(path).value_or(0) > kLargestFile;
+  if (keep_before_save_) {
+    RejectFile(path);
     return;
   }
-  const auto lines = SplitLines(bytes);
+  std::string bytes;
+  if (const FileFault fault = ports_.files.Read(path, bytes, kLargestFile)) {
+    TellUnreadable(path, *fault);
+    return;
+  }
+  const auto lines = SplitLines(WithoutUtf8Mark(bytes));
   Settings loaded = state_.settings;
   const bool good = !lines.empty() && SameText(lines.front(), VersionedTitle) &&
-                    ReadSettings(lines, loaded) && !CutInPowerCaption(bytes, lines);
+                    ReadSettings(lines, loaded) && !CutInPowerCaption(bytes, lines) && FieldsFit(loaded);
   if (!good) {
-    RejectFile();
+    ports_.files.Replace(path + kKept, bytes);
+    RejectFile(path);
     return;
   }
   state_.settings = loaded;
-  state_.AboveHF = Val(loaded.FrequencyText) > 30000;
+  state_.AboveHF = Val(loaded.FrequencyText) > kHfLimitKhz;
   form_.cmdFT817OnOff.caption = loaded.OnOffCaption;
 }
 
-void MainConfig::RejectFile() {
-  // Before the message: should the program be ended under the box, the defaults are what it saves.
+// In both: the defaults before the message. Should the program be ended under it, they are what counts.
+void MainConfig::RejectFile(const std::string& path) {
   SetDefaults();
   ports_.dialogs.Show(AppTitle,
-                      "LoadCfg\r\nInvalide version of " + ports_.program.PathOf(kFileName) +
-                          "\r\n\r\nI load default values now!",
+                      "LoadCfg\r\nInvalide version of " + path + "\r\n\r\nI load default values now!",
                       Icon::kExclamation);
+}
+
+void MainConfig::TellUnreadable(const std::string& path, const std::string& reason) {
+  SetDefaults();
+  unreadable_ = true;
+  ports_.dialogs.Show(AppTitle, "LoadCfg\r\n" + path + "\r\n" + reason, Icon::kExclamation);
+}
+
+void MainConfig::SaveAtEnd() {
+  if (!unreadable_) SaveCfg();
 }
 
 void MainConfig::SaveCfg() {
@@ -202,8 +237,15 @@ void MainConfig::SaveCfg() {
   // Gaps in the list close up at the next load; kept on purpose, the list is filled up to its first gap.
   std::copy_if(settings.TxAntennas.begin(), settings.TxAntennas.end(), std::back_inserter(lines),
                [](const std::string& antenna) { return !antenna.empty(); });
-  const FileFault fault = ports_.files.Replace(ports_.program.PathOf(kFileName), JoinLines(lines));
-  if (fault) ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + *fault, Icon::kCritical);
+  const std::string path = ports_.program.PathOf(kFileName);
+  FileFault fault;
+  if (std::exchange(keep_before_save_, false)) fault = ports_.files.Rename(path, path + kKept);
+  if (!fault) fault = ports_.files.Replace(path, JoinLines(lines));
+  if (!fault) {
+    unreadable_ = false;
+    return;
+  }
+  ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + *fault, Icon::kCritical);
 }
 
 void MainConfig::SetDefaults() {
@@ -242,6 +284,7 @@ void MainConfig::mnuDefaultCfg_Click() {
   SetDefaults();
   SaveCfg();
   if (ports_.program.Ended()) return;
+  Run(ends_now);
   ports_.dialogs.Show(AppTitle, "Restart me", Icon::kInformation);
   // Kept on purpose: no shutdown steps, so that nothing overwrites the defaults just written.
   ports_.program.End();

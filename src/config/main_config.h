@@ -12,11 +12,17 @@ class MainConfig {
  public:
   MainConfig(State& state, Form1& form, const Ports& ports);
 
+  // Set by the application: the program is about to end without its shutdown steps.
+  Handler ends_now;
+
   // Fills the settings from the file. A missing file gives the defaults and requests the info text; one of
-  // another version, or a torn one, gives a message and the defaults.
+  // another version, or a torn one, gives a message and the defaults. The rejected
+  // file is kept as "Kestrum.cfg.bad".
   void LoadCfg();
   // Writes the whole file; a fault is reported in a message box.
   void SaveCfg();
+  // The save at the end of the program: a file that could not be read is the user's and stays as it is.
+  void SaveAtEnd();
   // Factory values. Window positions, the power caption and antenna entries 1 to 20 stay as they are: kept on
   // purpose, they belong to the user's desk and not to the set-up.
   void SetDefaults();
@@ -27,11 +33,14 @@ class MainConfig {
   void mnuDefaultCfg_Click();
 
  private:
-  void RejectFile();
+  void RejectFile(const std::string& path);
+  void TellUnreadable(const std::string& path, const std::string& reason);
 
   State& state_;
   Form1& form_;
   Ports ports_;
+  bool unreadable_ = false;        // and so not overwritten
+  bool keep_before_save_ = false;  // the first save moves the file aside
 };
 
 }  // namespace kestrum

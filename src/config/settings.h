@@ -11,6 +11,7 @@ enum Rig : std::int32_t { kFT817 = 1, kFT840 = 2, kFT847 = 3, kFT857 = 4, kFT897
 // RigMode
 enum Mode : std::int16_t { kUsb = 1, kLsb = 2, kCw = 3, kCwn = 4, kAm = 5, kAmn = 6, kFm = 7 };
 
+inline constexpr double kHfLimitKhz = 30000;   // above it the default calibration table is a tenth
 inline constexpr int kDistanceTickMs = 1100;   // tick of the main timer while logging by distance
 inline constexpr int kLowestAverageMs = 1100;  // averaging needs at least this main interval
 
@@ -52,6 +53,11 @@ struct State {
   int InfoRequest = 0;          // 0 nothing, 1 info text, 2 table hints
   std::int16_t RssiRaw = 0;     // raw S-meter value, normally 0 to 255
   bool AverageRequest = false;  // the next cycle toggles averaging
+
+  // Told in the hint line.
+  bool measuring_stopped = false;  // switching the FT817 off has stopped tmrMain
+  bool waiting_for_fix = false;    // the first cycle of distance mode waits
+  int recovered_records = 0;       // of the last drive, found in a journal at start-up
 };
 
 }  // namespace kestrum

@@ -1,10 +1,12 @@
 #include "logging/log_file.h"
 
-#include <vector>
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "cat/rig_text.h"
 #include "config/app_title.h"
-#include "logging/log_record.h"
+#include "config/hint_line.h"
 #include "text/number_text.h"
 #include "text/text.h"
 #include "text/text_file.h"
@@ -13,83 +15,167 @@ namespace kestrum {
 namespace {
 
 constexpr int kRecordsPerBlock = 100;
+constexpr const char* kDefaultFile = "\\RSSI-GPS.log";
+
+std::string WithKhz(const std::string& frequency) {
+  return ContainsText(frequency, " kHz") ? frequency : frequency + " kHz";
+}
 
 }  // namespace
 
-LogFile::LogFile(State& state, Forms& forms, const Ports& ports, const CalibrationTable& table,
-                 MinimalDisplay& minimal)
-    : state_(state), forms_(forms), ports_(ports), table_(table), minimal_(minimal) {}
+LogFile::LogFile(State& state, Forms& forms, const Ports& ports, MinimalDisplay& minimal)
+    : state_(state),
+      forms_(forms),
+      ports_(ports),
+      minimal_(minimal),
+      journal_(ports.files, ports.worker, ports.program.PathOf("\\Kestrum.pending"),
+               ports.program.PathOf(kDefaultFile)) {}
 
 void LogFile::StampStart() {
   LogBuffer[0] = "Start @" + StartStampText(ports_.clock.Now());
   forms_.form1.lblLog.caption = LogBuffer[0];
 }
 
-void LogFile::AddLogRecord() {
-  const TableRow& current = table_.Current();
+void LogFile::AddLogRecord(const DateTime& now, const Site& site, const Reading& reading) {
   ++LogCount;
   auto& record = LogBuffer.at(static_cast<std::size_t>(LogCount));
-  record = LogRecord(ports_.clock.Now(), forms_.form1, state_.RssiRaw, current);
+  record = LogRecord(now, site, reading);
   forms_.form1.lblLog.caption = record;
   ShowCount();
-  if (forms_.form1.mnuMinimalDisplay.checked) minimal_.ShowRecord(current[0], current[1], current[2]);
+  if (!NotLogging) AddToJournal(record);
+  if (forms_.form1.mnuMinimalDisplay.checked) {
+    minimal_.ShowRecord(site, reading.raw, SignalText(reading.converted));
+  }
   if (LogCount >= kRecordsPerBlock) FlushLog(state_.settings.LogFileName);
 }
 
 void LogFile::FlushLog(const std::string& file_name) {
-  if (NotLogging) {
-    EmptyBuffer();
-    return;
-  }
-  std::string path = file_name;
-  if (path.empty()) {
-    path = ports_.program.PathOf("\\RSSI-GPS.log");
-    state_.settings.LogFileName = path;
-    ShowLoggingState(false);
-  }
-  const std::string header = LogHeader();
-  forms_.form1.lblLog.tool_tip = header;
-  const std::string dashes(header.size(), '-');
-  std::vector<std::string> lines = {dashes, header, dashes};
-  for (std::size_t index = 1; index < LogBuffer.size(); ++index) {
-    if (!LogBuffer[index].empty()) lines.push_back(LogBuffer[index]);
-  }
-  const FileFault fault = ports_.files.Append(path, JoinLines(lines));
-  // Emptied before a message is shown: records that come in under the open box start a new block.
-  EmptyBuffer();
-  if (fault) ReportFault(*fault, path);
+  Flush(file_name, Heading());
 }
 
 void LogFile::FlushPending() {
   if (LogCount > 0) FlushLog(state_.settings.LogFileName);
 }
 
-std::string LogFile::LogHeader() const {
+void LogFile::EndBlock() {
+  if (LogCount == 0) return;
+  BlockHeading heading = Heading();
+  const Settings& settings = state_.settings;
+  heading.rig_text = RigModeText(settings.RigModel, settings.RigMode, WithKhz(forms_.form1.lblFreq.caption));
+  heading.antenna = antenna_;
+  Flush(settings.LogFileName, heading);
+}
+
+void LogFile::AntennaTaken() {
+  const std::string& present = forms_.form1.cmbTxAntenna.text;
+  if (present == antenna_) return;
+  EndBlock();
+  antenna_ = present;
+}
+
+void LogFile::Flush(const std::string& file_name, const BlockHeading& heading) {
+  if (NotLogging) {
+    if (kept_) {
+      const auto records = Records();
+      kept_->insert(kept_->end(), records.begin(), records.end());
+    }
+    EmptyBuffer();
+    return;
+  }
+  std::string path = file_name;
+  if (path.empty()) {
+    path = ports_.program.PathOf(kDefaultFile);
+    state_.settings.LogFileName = path;
+    ShowLoggingState(false);
+  }
+  const std::string header = BlockHeader(ports_.clock.Now(), heading);
+  forms_.form1.lblLog.tool_tip = header;
+  const auto records = Records();
+  EmptyBuffer();
+  WriteRecords(path, header, records);
+}
+
+void LogFile::WriteRecords(const std::string& path, const std::string& header,
+                           const std::vector<std::string>& records) {
+  journal_.Write(ports_.program.PathOf(path), {header, JoinLines(records)},
+                 [this, path](const FileFault& fault) {
+                   if (fault) ReportFault(*fault, path);
+                 });
+}
+
+std::vector<std::string> LogFile::Records() const {
+  std::vector<std::string> records;
+  std::copy_if(LogBuffer.begin() + 1, LogBuffer.end(), std::back_inserter(records),
+               [](const std::string& record) { return !record.empty(); });
+  return records;
+}
+
+std::string LogFile::Path() const {
+  const std::string& name = state_.settings.LogFileName;
+  return ports_.program.PathOf(name.empty() ? kDefaultFile : name);
+}
+
+BlockHeading LogFile::Heading() const {
   const Settings& settings = state_.settings;
   const Form1& form = forms_.form1;
-  return BlockStampText(ports_.clock.Now()) + ", " + settings.TxLat + ", " + settings.TxLong + ", " +
-         settings.TxHeight + ", " + RigModeText(settings.RigModel, settings.RigMode, form.txtFrequency.text) +
-         ", " + TrimLeft(form.cmbTxAntenna.text);
+  return {settings.TxLat, settings.TxLong, settings.TxHeight,
+          RigModeText(settings.RigModel, settings.RigMode, form.txtFrequency.text), form.cmbTxAntenna.text};
+}
+
+std::string LogFile::LogHeader() const {
+  return BlockHeader(ports_.clock.Now(), Heading());
+}
+
+void LogFile::RecoverLastDrive() {
+  journal_.Recover(Path(), [this](const Recovery& recovery) {
+    state_.recovered_records = static_cast<int>(recovery.records);
+    ShowHint(state_, forms_.form1);
+    if (recovery.fault) ReportFault(*recovery.fault, JournalPath(state_.settings.LogFileName));
+  });
+}
+
+void LogFile::AddToJournal(const std::string& record) {
+  if (!journal_.IsOpen()) journal_.Begin(Path(), LogHeader());
+  journal_.Add(record);
+}
+
+void LogFile::FlushAtEnd() {
+  finishing_ = true;
+  FlushLog(state_.settings.LogFileName);
+  if (!journal_.Finish()) ports_.program.ReportLoss("Error saving data: the disk does not answer");
 }
 
 void LogFile::ShowLoggingState(bool off) {
+  const bool starts = NotLogging && !off;
   NotLogging = off;
   TextBox& box = forms_.form1.lblLoggingInto;
   box.text = off ? "Not logging now !" : "Data to " + state_.settings.LogFileName;
   box.SelectAll();
+  if (!starts) return;
+  // What was collected before logging was switched on belongs to the next block too.
+  for (const std::string& record : Records()) AddToJournal(record);
 }
 
 void LogFile::mnuSaveLogfile_Click() {
   if (LogCount == 0) return;
+  kept_.emplace();
   const std::string answer = ports_.dialogs.AskText(
       VersionedTitle, "Give filename to log the data.\r\n\r\nApplication path = " + ports_.program.Folder(),
       state_.settings.LogFileName);
+  const std::vector<std::string> kept =
+      std::exchange(kept_, std::nullopt).value_or(std::vector<std::string>());
   if (ports_.program.Ended() || answer.empty()) return;
   state_.settings.LogFileName = answer;
   // Kept on purpose: naming a file is a wish to have the data in it, so from here on blocks are written even
   // where cmdLoggin still offers to start.
+  const std::string header = LogHeader();
+  for (auto first = kept.begin(); first != kept.end();) {
+    const auto last = first + std::min<std::ptrdiff_t>(kRecordsPerBlock, kept.end() - first);
+    WriteRecords(answer, header, {first, last});
+    first = last;
+  }
   ShowLoggingState(false);
-  FlushPending();
+  EndBlock();
 }
 
 void LogFile::EmptyBuffer() {
@@ -103,8 +189,13 @@ void LogFile::ShowCount() {
 }
 
 void LogFile::ReportFault(const std::string& description, const std::string& file_name) {
-  ports_.dialogs.Show(VersionedTitle, "Error saving data \r\n" + description + "\r\n" + file_name,
-                      Icon::kCritical);
+  const std::string text = "Error saving data \r\n" + description + "\r\n" + file_name;
+  if (finishing_) {
+    ports_.program.ReportLoss(text);
+    ports_.dialogs.Show(VersionedTitle, text, Icon::kCritical);
+  } else {
+    ports_.dialogs.Notify(VersionedTitle, text, Icon::kCritical);
+  }
 }
 
 }  // namespace kestrum

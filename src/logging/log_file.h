@@ -1,13 +1,16 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "config/settings.h"
 #include "forms/forms.h"
+#include "logging/journal.h"
+#include "logging/log_record.h"
 #include "platform/ports.h"
 #include "position/minimal_display.h"
-#include "signal/calibration_table.h"
 
 namespace kestrum {
 
@@ -15,8 +18,7 @@ namespace kestrum {
 // and rig.
 class LogFile {
  public:
-  LogFile(State& state, Forms& forms, const Ports& ports, const CalibrationTable& table,
-          MinimalDisplay& minimal);
+  LogFile(State& state, Forms& forms, const Ports& ports, MinimalDisplay& minimal);
 
   std::array<std::string, 101> LogBuffer;  // 0 holds the start stamp and is never written
   int LogCount = 0;                        // index of the last record, 0 when empty
@@ -25,12 +27,22 @@ class LogFile {
   // "Start @" and date and time, kept at index 0 and shown in lblLog.
   void StampStart();
   // Stores and shows one record; a full buffer is flushed.
-  void AddLogRecord();
-  // Appends the buffer as one block when logging is on, then empties it either way. An empty name stands for
-  // the default file. A fault is reported once and the records are lost.
+  void AddLogRecord(const DateTime& now, const Site& site, const Reading& reading);
+  // Hands the buffer to the disk as one block when logging is on, then empties it either way. An empty name
+  // stands for the default file. A fault is reported once and the records are lost.
   void FlushLog(const std::string& file_name);
   // FlushLog to LogFileName when there are records.
   void FlushPending();
+  // The same before something changes that the header tells: with the frequency sent last and the antenna
+  // taken over last, whatever the boxes hold already.
+  void EndBlock();
+  // The text of the antenna box counts from now on.
+  void AntennaTaken();
+  // A journal that the last drive has left becomes a block of its log.
+  void RecoverLastDrive();
+  // The flush at the end of the program: waits until everything is on the disk. What is lost now is told in a
+  // box while one can be seen, and by the end of the process.
+  void FlushAtEnd();
   // Date and time, TX site, rig, mode and frequency, antenna.
   std::string LogHeader() const;
   // off: "Not logging now !", else "Data to " and the file name; the text is selected for copying.
@@ -42,13 +54,23 @@ class LogFile {
  private:
   void EmptyBuffer();
   void ShowCount();
+  std::string Path() const;
+  BlockHeading Heading() const;
+  void Flush(const std::string& file_name, const BlockHeading& heading);
+  void WriteRecords(const std::string& path, const std::string& header,
+                    const std::vector<std::string>& records);
+  std::vector<std::string> Records() const;
+  void AddToJournal(const std::string& record);
   void ReportFault(const std::string& description, const std::string& file_name);
 
   State& state_;
   Forms& forms_;
   Ports ports_;
-  const CalibrationTable& table_;
   MinimalDisplay& minimal_;
+  Journal journal_;
+  std::string antenna_;                           // taken over last
+  std::optional<std::vector<std::string>> kept_;  // what fills the buffer while a file is named for it
+  bool finishing_ = false;
 };
 
 }  // namespace kestrum

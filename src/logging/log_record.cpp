@@ -4,6 +4,7 @@
 
 #include "text/number_text.h"
 #include "text/text.h"
+#include "text/text_file.h"
 
 namespace kestrum {
 namespace {
@@ -15,6 +16,10 @@ std::string TwoDigits(int number) {
 
 std::string FourDigits(int number) {
   return TwoDigits(number / 100) + TwoDigits(number);
+}
+
+std::string OneField(const std::string& text) {
+  return Replace(Replace(Replace(text, ',', ' '), '\r', ' '), '\n', ' ');
 }
 
 }  // namespace
@@ -31,24 +36,38 @@ std::string StartStampText(const DateTime& now) {
   return TwoDigits(now.month) + "-" + TwoDigits(now.day) + "-" + TwoDigits(now.year) + " " + TimeText(now);
 }
 
-std::string LogRecord(const DateTime& now, const Form1& form, std::int16_t rssi_raw,
-                      const TableRow& current) {
+std::string LogRecord(const DateTime& now, const Site& site, const Reading& reading) {
+  const TableRow& converted = reading.converted;
   const std::array<std::string, 11> fields = {
       TimeText(now),
-      form.lblRxVal.caption,
-      form.lblRxLat.caption,
-      form.lblRxLong.caption,
-      form.lblRxDist.caption,
-      form.lblRxHeight.caption,
-      form.lblRxBearing.caption,
-      ShortNumber(rssi_raw),
-      current[0],
-      TrimLeft(current[1]) + " uV",
-      TrimLeft(current[2]) + " mV/m",
+      site.validity,
+      site.latitude,
+      site.longitude,
+      site.distance,
+      site.height,
+      site.bearing,
+      ShortNumber(reading.raw),
+      converted.s,
+      TrimLeft(converted.microvolt) + " uV",
+      TrimLeft(converted.millivolt_per_metre) + " mV/m",
   };
-  std::string record = fields.front();
-  for (std::size_t field = 1; field < fields.size(); ++field) record += ", " + fields[field];
+  std::string record = OneField(fields.front());
+  for (std::size_t field = 1; field < fields.size(); ++field) record += ", " + OneField(fields[field]);
   return record;
+}
+
+std::string SignalText(const TableRow& converted) {
+  return converted.s + ", " + converted.microvolt + " uV, " + converted.millivolt_per_metre + " mV/m";
+}
+
+std::string BlockHeader(const DateTime& now, const BlockHeading& heading) {
+  return BlockStampText(now) + ", " + heading.tx_latitude + ", " + heading.tx_longitude + ", " +
+         heading.tx_height + ", " + heading.rig_text + ", " + TrimLeft(heading.antenna);
+}
+
+std::string BlockHead(const std::string& header) {
+  const std::string dashes(header.size(), '-');
+  return JoinLines({dashes, header, dashes});
 }
 
 }  // namespace kestrum

@@ -116,9 +116,10 @@ void TimingWindow::ShowTimingLabels() {
   }
   // Last, so that the labels behind the box already tell the truth.
   if (too_fast) {
-    ports_.dialogs.Show(AppTitle,
-                        "Timer must be >=" + ShortNumber(kLowestAverageMs) + " mSec to average RSSI",
-                        Icon::kExclamation);
+    // It may come from inside a cycle, which must not wait for an answer.
+    ports_.dialogs.Notify(AppTitle,
+                          "Timer must be >=" + ShortNumber(kLowestAverageMs) + " mSec to average RSSI",
+                          Icon::kExclamation);
   }
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "position/single.h"
 #include "text/number_text.h"
+#include "text/single.h"
 #include "text/text.h"
 
 namespace kestrum {

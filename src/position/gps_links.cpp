@@ -9,6 +9,7 @@ namespace kestrum {
 namespace {
 
 constexpr const char* kTopic = "Posdex|form1";
+constexpr std::size_t kLongestText = 64;
 constexpr const char* kReader = "\\Posdex.exe";
 
 struct LabelPlan {
@@ -65,8 +66,10 @@ void GpsLinks::LoadGps(bool start) {
   }
   // The links wait for a reader that is still starting, and take up one that is started by hand later.
   for (LinkLabel* label : GpsLabels(form_)) {
-    ports_.links.LinkAutomatic(label->link_topic, label->link_item,
-                               [label](const std::string& text) { label->caption = text; });
+    ports_.links.LinkAutomatic(label->link_topic, label->link_item, [label](const std::string& text) {
+      // What is longer is no text of a receiver.
+      label->caption = text.size() <= kLongestText ? text : std::string();
+    });
   }
 }
 
@@ -89,17 +92,27 @@ bool GpsLinks::GetGPSdataStartLast() {
 }
 
 void GpsLinks::ShowGpsFields() {
-  form_.lblRxVal.caption = FixIsValid(record.validity) ? "GPS Ok" : "No GPS";
-  form_.lblRxLat.caption = record.latitude;
-  form_.lblRxLong.caption = record.longitude;
+  site.validity = FixIsValid(record.validity) ? "GPS Ok" : "No GPS";
+  site.latitude = record.latitude;
+  site.longitude = record.longitude;
   // Kept on purpose: the receiver's height is read from the fifth field, the one of the speed label, as feet.
   // Logs and optical distances of earlier drives were made that way.
   const std::string& height = record.speed;
   if (NothingReceived(height)) {
-    form_.lblRxVal.caption = "No GPS";
+    site.validity = "No GPS";
   } else {
-    form_.lblRxHeight.caption = FeetToMetres(height) + " m";
+    site.height = FeetToMetres(height) + " m";
   }
+  ShowSite();
+}
+
+void GpsLinks::ShowSite() {
+  form_.lblRxVal.caption = site.validity;
+  form_.lblRxLat.caption = site.latitude;
+  form_.lblRxLong.caption = site.longitude;
+  form_.lblRxDist.caption = site.distance;
+  form_.lblRxHeight.caption = site.height;
+  form_.lblRxBearing.caption = site.bearing;
 }
 
 void GpsLinks::ShowFixAge() {

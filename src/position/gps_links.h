@@ -8,6 +8,7 @@
 
 #include "forms/form1.h"
 #include "platform/ports.h"
+#include "position/site.h"
 #include "text/text.h"
 
 namespace kestrum {
@@ -33,6 +34,7 @@ class GpsLinks {
   GpsLinks(Form1& form, const Ports& ports);
 
   GpsRecord record;
+  Site site;  // as shown; distance and bearing are the way's to fill in
 
   // At start-up: topic, item and tool tip of the six labels, and the speed units on a click.
   void PrepareLabels();
@@ -44,6 +46,8 @@ class GpsLinks {
   bool GetGPSdataStartLast();
   // Position, height and "GPS Ok" or "No GPS" of the record.
   void ShowGpsFields();
+  // Paints the site.
+  void ShowSite();
 
   // Warns in lblRxVal (colour and tool tip with the age of the last fix) while the present fix is missing.
   void ShowFixAge();

@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "position/single.h"
 #include "text/number_text.h"
+#include "text/single.h"
 #include "text/text.h"
 
 namespace kestrum {
@@ -67,18 +67,18 @@ constexpr std::array<Sector, 9> kSectors = {{{0, 22, "N"},
 
 GreatCircle::GreatCircle() : earth_radius_km_(12734.0 / 2), latitude_factor_(40398736.0 / 40678884.0) {}
 
-void GreatCircle::CalcDistBearing() {
-  if (SamePlace(rx, tx)) return;
+void GreatCircle::CalcDistBearing(const Position& to) {
+  if (SamePlace(rx, to)) return;
   const auto geocentric = [this](double latitude_deg) {
     return std::atan(latitude_factor_ * std::tan(latitude_deg * kRadiansPerDegree));
   };
   const double rx_latitude = geocentric(rx.latitude_deg);
-  const double tx_latitude = geocentric(tx.latitude_deg);
+  const double to_latitude = geocentric(to.latitude_deg);
   const double rx_longitude = rx.longitude_deg * kRadiansPerDegree;
-  const double tx_longitude = tx.longitude_deg * kRadiansPerDegree;
+  const double to_longitude = to.longitude_deg * kRadiansPerDegree;
 
-  const double c = std::cos(rx_latitude) * std::cos(tx_latitude) * std::cos(rx_longitude - tx_longitude) +
-                   std::sin(rx_latitude) * std::sin(tx_latitude);
+  const double c = std::cos(rx_latitude) * std::cos(to_latitude) * std::cos(rx_longitude - to_longitude) +
+                   std::sin(rx_latitude) * std::sin(to_latitude);
   if (c == 0) return;
   // Kept on purpose: divided by c and not by its square. On the short ways of field-strength work c is close
   // to 1, and logs of earlier drives stay comparable.
@@ -87,8 +87,8 @@ void GreatCircle::CalcDistBearing() {
   if (angle == 0) return;
   distance_km = static_cast<float>(earth_radius_km_ * angle);
 
-  const double y = std::sin(tx_longitude - rx_longitude) * std::cos(tx_latitude) * std::cos(rx_latitude);
-  const double x = std::sin(tx_latitude) - std::cos(angle) * std::sin(rx_latitude);
+  const double y = std::sin(to_longitude - rx_longitude) * std::cos(to_latitude) * std::cos(rx_latitude);
+  const double x = std::sin(to_latitude) - std::cos(angle) * std::sin(rx_latitude);
   if (x == 0) return;
   bearing_deg = static_cast<float>(RoundHalfEven(Direction(x, y) * kDegreesPerRadian, 1));
 }
@@ -97,7 +97,8 @@ std::string OpticalDistanceText(std::string_view tx_height, std::string_view rx_
   if (ContainsText(rx_height, "?") || ContainsText(tx_height, "?") || ContainsText(tx_height, kNoValue)) {
     return "??.?";
   }
-  return FixedPattern(OpticalDistance(Val(tx_height), Val(rx_height)), 0, 1);
+  // The TX height is typed, and a comma in it is a point.
+  return FixedPattern(OpticalDistance(Val(Replace(tx_height, ',', '.')), Val(rx_height)), 0, 1);
 }
 
 std::string CompassText(std::string_view degrees) {

@@ -20,7 +20,7 @@ class GreatCircle {
   GreatCircle();
 
   Position rx;
-  Position tx;         // the TX site, or for a moment the reference position of distance logging
+  Position tx;
   Position reference;  // where the distance interval starts
 
   float distance_km = 0;
@@ -28,7 +28,9 @@ class GreatCircle {
 
   // From rx to tx. Equal positions leave both results as they were; where the formula has no answer, what was
   // computed so far stands and the rest keeps its value.
-  void CalcDistBearing();
+  void CalcDistBearing() { CalcDistBearing(tx); }
+  // The same from rx to another place.
+  void CalcDistBearing(const Position& to);
 
  private:
   double earth_radius_km_;

@@ -17,14 +17,9 @@ constexpr double kCentreOffset = 25;   // twips
 constexpr double kReach = 0.7;         // of the centre's distance from the edge
 constexpr double kNoAngleRadius = 30;  // twips
 
-// "???°" and an empty label hold no angle.
-bool HoldsAngle(std::string_view caption) {
-  return caption.find_first_of("0123456789") != std::string_view::npos;
-}
-
-// The needle's text for a caption such as "032°"; without an angle it must not point straight ahead.
+// The needle's text for a caption such as "032Â°".
+// Kept on purpose: a caption without digits, as "???Â°", counts as 0; only the reader's mark draws no needle.
 std::string NeedleText(std::string_view caption) {
-  if (!HoldsAngle(caption)) return kNoNeedle;
   return std::string(caption.substr(0, caption.find(kDegree)));
 }
 
@@ -36,10 +31,6 @@ std::string HeightAtLoad(const std::string& caption) {
 std::string FrequencyAtLoad(const std::string& caption) {
   const std::string frequency = Trim(caption);
   return ContainsText(frequency, " kHz") ? frequency : frequency + " kHz";
-}
-
-std::string AngleText(const std::string& bearing) {
-  return bearing + (HoldsAngle(bearing) ? CompassText(bearing) : "? ");
 }
 
 }  // namespace
@@ -142,20 +133,22 @@ void MinimalDisplay::Unload() {
   form5.visible = false;
   form5.loaded = false;
   form1.visible = true;
-  form1.Picture1.needle = NeedleText(form1.lblPelorus.caption);
+  // The large dial shows no needle for an unknown heading, as SetGPSdata draws it.
+  const std::string& heading = form1.lblPelorus.caption;
+  const bool known = heading.find_first_of("0123456789") != std::string::npos;
+  form1.Picture1.needle = known ? NeedleText(heading) : kNoNeedle;
   form1.ProgressBar1.segments = state_.settings.ProgressBarMode;
 }
 
-void MinimalDisplay::ShowRecord(const std::string& s_text, const std::string& microvolts,
-                                const std::string& millivolts) {
+void MinimalDisplay::ShowRecord(const Site& site, int raw, const std::string& signal) {
   const Form1& form1 = forms_.form1;
   auto& labels = forms_.form5.Label1;
-  labels[0].caption = form1.lblRxDist.caption;
-  labels[1].caption = AngleText(form1.lblRxBearing.caption);
-  labels[2].caption = form1.lblRxHeight.caption;
+  labels[0].caption = site.distance;
+  labels[1].caption = site.bearing + CompassText(site.bearing);
+  labels[2].caption = site.height;
   labels[3].caption = TrimLeft(form1.lblFreq.caption);
-  labels[4].caption = s_text + ", " + TrimLeft(microvolts) + " uV, " + TrimLeft(millivolts) + " mV/m";
-  forms_.form5.ProgressBar1.value = std::clamp<int>(state_.RssiRaw, 0, 255);
+  labels[4].caption = signal;
+  forms_.form5.ProgressBar1.value = std::clamp(raw, 0, 255);
   ShowPelorusMinimized(form1.lblPelorus.caption);
 }
 

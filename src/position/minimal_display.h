@@ -6,6 +6,7 @@
 #include "config/settings.h"
 #include "forms/forms.h"
 #include "platform/ports.h"
+#include "position/site.h"
 
 namespace kestrum {
 
@@ -22,8 +23,9 @@ class MinimalDisplay {
   void Wire();
   // Menu, F5 and Command1: switches between the main window and the minimal display.
   void Toggle();
-  // After a record: the five labels, the bar and the needle. The arguments are the current reading.
-  void ShowRecord(const std::string& s_text, const std::string& microvolts, const std::string& millivolts);
+  // After a record: the five labels, the bar and the needle. `raw` is the reading's S-meter value, `signal`
+  // the line of S text, uV and mV/m.
+  void ShowRecord(const Site& site, int raw, const std::string& signal);
   void ShowPelorusMinimized(const std::string& text);
 
  private:

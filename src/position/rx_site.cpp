@@ -1,8 +1,8 @@
 #include "position/rx_site.h"
 
 #include "position/coordinates.h"
-#include "position/single.h"
 #include "text/number_text.h"
+#include "text/single.h"
 #include "text/text.h"
 
 namespace kestrum {
@@ -24,33 +24,44 @@ void RxSite::CalcPosABStart() {
 
 float RxSite::DistanceFromReference() {
   CalcRxPos();
-  circle_.tx = circle_.reference;
   // Kept on purpose: a car that stands at the reference gets the distance computed last, not 0.
-  circle_.CalcDistBearing();
+  circle_.CalcDistBearing(circle_.reference);
+  measured_to_tx_ = false;
   return circle_.distance_km;
 }
 
-void RxSite::ReferenceFromTxSlots() {
-  circle_.reference = circle_.tx;
+void RxSite::MoveReference() {
+  if (measured_to_tx_) circle_.reference = circle_.tx;
 }
 
-void RxSite::SetGPSdata() {
-  if (!FixIsValid(form_.lblDDEVal.caption)) return;
+Site RxSite::SetGPSdata() {
+  if (!FixIsValid(form_.lblDDEVal.caption)) return gps_.site;
   gps_.ShowGpsFields();
   CalcTxPos();
   CalcRxPos();
   circle_.CalcDistBearing();
+  measured_to_tx_ = true;
   // Kept on purpose: no zero before the point below 1 km, as in all log files so far.
-  form_.lblRxDist.caption = ShortNumberSingle(ToSingle(RoundHalfEven(circle_.distance_km, 2))) + " km";
+  gps_.site.distance = ShortNumberSingle(ToSingle(RoundHalfEven(circle_.distance_km, 2))) + " km";
   ShowBearing();
   ShowOpticalDistance();
   ShowPelorus();
+  return gps_.site;
+}
+
+void RxSite::ShowPlaceholders() {
+  gps_.site = Site();
+  gps_.ShowSite();
+  form_.lblOpticalDistance.caption = "??.? km";
+  form_.lblPelorus.caption = "???" + std::string(kDegree);
+  form_.lblTextBearing.caption = "?";
 }
 
 void RxSite::ShowBearing() {
   const int bearing = RoundToInt(circle_.bearing_deg);
   const bool known = circle_.bearing_deg != kNoBearing;
-  form_.lblRxBearing.caption = (known ? ThreeDigits(bearing) : "???") + std::string(kDegree);
+  gps_.site.bearing = (known ? ThreeDigits(bearing) : "???") + std::string(kDegree);
+  gps_.ShowSite();
   // The word goes with the whole number beside it; -1 lies in no sector.
   form_.lblTextBearing.caption = Trim(CompassText(ShortNumber(bearing)));
 }

@@ -17,14 +17,17 @@ class RxSite {
   void CalcRxPos();
   // The record's position becomes the reference of distance logging.
   void CalcPosABStart();
-  // Distance in km from the reference to the present fix; leaves the reference in the TX slots.
+  // Distance in km from the reference to the present fix.
   float DistanceFromReference();
-  // The TX slots become the reference.
-  // Kept on purpose: SetGPSdata has just put the TX site there, so from the second record on the interval is
-  // measured from the transmitter.
-  void ReferenceFromTxSlots();
-  // With a valid fix: GPS fields, distance, bearing, optical distance, pelorus. Else nothing.
-  void SetGPSdata();
+  // The place measured against last becomes the reference.
+  // Kept on purpose: SetGPSdata has just measured to the TX site, so from the second record on the interval
+  // is measured from the transmitter.
+  void MoveReference();
+  // With a valid fix: GPS fields, distance, bearing, optical distance, pelorus. Else nothing. The site as it
+  // is shown then.
+  Site SetGPSdata();
+  // Question marks for everything that is not known yet.
+  void ShowPlaceholders();
 
  private:
   void ShowBearing();
@@ -35,6 +38,7 @@ class RxSite {
   Form1& form_;
   GpsLinks& gps_;
   GreatCircle& circle_;
+  bool measured_to_tx_ = false;  // else the last distance was that to the reference
 };
 
 }  // namespace kestrum

@@ -1,7 +1,7 @@
 #include "position/speed_text.h"
 
-#include "position/single.h"
 #include "text/number_text.h"
+#include "text/single.h"
 
 namespace kestrum {
 namespace {

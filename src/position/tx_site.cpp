@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/app_title.h"
+#include "config/hint_line.h"
 #include "position/coordinates.h"
 #include "text/text.h"
 
@@ -22,6 +23,7 @@ void TxSite::Wire() {
   form_.mnuTxLatLongGps.click = [this] { mnuTxLatLongGps_Click(); };
   form_.cmdGetTxFix.click = [this] { cmdGetTxFix_Click(); };
   form_.cmbTxAntenna.enter_pressed = [this] { cmbTxAntenna_Enter(); };
+  form_.cmbTxAntenna.taken = [this] { Run(antenna_taken); };
   Disarm();
 }
 
@@ -65,16 +67,16 @@ void TxSite::mnuTxLatLong_Click() {
 
   const std::string latitude = AskCoordinate(kLatitude, settings.TxLat);
   if (ports_.program.Ended()) return;
-  if (!latitude.empty()) settings.TxLat = latitude;
+  if (!latitude.empty()) Store(settings.TxLat, latitude);
 
   const std::string longitude = AskCoordinate(kLongitude, settings.TxLong);
   if (ports_.program.Ended()) return;
-  if (!longitude.empty()) settings.TxLong = longitude;
+  if (!longitude.empty()) Store(settings.TxLong, longitude);
 
   const std::string height = HeightText(
       ports_.dialogs.AskText(VersionedTitle, "TX Height Format must be like 00.0 m", settings.TxHeight));
   if (ports_.program.Ended()) return;
-  if (!height.empty()) settings.TxHeight = height;
+  if (!height.empty()) Store(settings.TxHeight, height);
 
   ShowSite();
   rx_site_.CalcTxPos();
@@ -89,19 +91,30 @@ void TxSite::cmdGetTxFix_Click() {
   form_.tmrMain.Stop();
   // One look is enough: links deliver as window events, so the caption cannot change while a handler runs.
   if (FixIsValid(form_.lblDDEVal.caption)) {
-    state_.settings.TxLat = form_.lblDDELat.caption;
-    state_.settings.TxLong = form_.lblDDELong.caption;
-    state_.settings.TxHeight = FeetToMetres(form_.lblDDEHeight.caption) + " m";
+    Settings& settings = state_.settings;
+    const std::string height = FeetToMetres(form_.lblDDEHeight.caption) + " m";
+    const bool moved = settings.TxLat != form_.lblDDELat.caption ||
+                       settings.TxLong != form_.lblDDELong.caption || settings.TxHeight != height;
+    if (moved) Run(block_ends);
+    settings.TxLat = form_.lblDDELat.caption;
+    settings.TxLong = form_.lblDDELong.caption;
+    settings.TxHeight = height;
     ShowSite();
     rx_site_.CalcTxPos();
     form_.frmTxSite.caption = "TxSite";  // an earlier failure is over
   } else {
-    ports_.dialogs.Show(VersionedTitle, "No GPS rx now.", Icon::kExclamation);
-    if (ports_.program.Ended()) return;
+    // The timer stands still until the handler is through, so the box must not hold it up.
+    ports_.dialogs.Notify(VersionedTitle, "No GPS rx now.", Icon::kExclamation);
     form_.frmTxSite.caption = "No TxSite GPS rxed.";
   }
   Disarm();
-  form_.tmrMain.Start();
+  StartMeasuring(state_, form_);
+}
+
+void TxSite::Store(std::string& setting, const std::string& value) {
+  if (setting == value) return;
+  Run(block_ends);
+  setting = value;
 }
 
 void TxSite::Disarm() {
@@ -116,6 +129,7 @@ void TxSite::cmbTxAntenna_Enter() {
   const bool known = std::any_of(box.items.begin(), box.items.end(),
                                  [&box](const std::string& entry) { return ContainsText(box.text, entry); });
   if (!box.text.empty() && !known) box.items.push_back(box.text);
+  Run(antenna_taken);
 }
 
 }  // namespace kestrum

@@ -9,6 +9,10 @@ class TxSite {
  public:
   TxSite(State& state, Form1& form, const Ports& ports, RxSite& rx_site);
 
+  // Set by the application.
+  Handler block_ends;     // what the header tells of the site is about to change
+  Handler antenna_taken;  // the antenna text of the box counts from now on
+
   // Hangs the handlers on the menus, cmdGetTxFix and cmbTxAntenna; cmdGetTxFix starts disarmed.
   void Wire();
   // The three TX labels.
@@ -25,6 +29,7 @@ class TxSite {
  private:
   struct CoordinateDialog;
   std::string AskCoordinate(const CoordinateDialog& dialog, const std::string& present);
+  void Store(std::string& setting, const std::string& value);
   void Disarm();
 
   State& state_;

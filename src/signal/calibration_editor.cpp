@@ -11,7 +11,6 @@
 namespace kestrum {
 namespace {
 
-constexpr std::size_t kRows = 256;
 constexpr int kLastPoint = 15;
 constexpr double kHighestMicrovolt = 50000;
 
@@ -23,7 +22,7 @@ std::string DigitsAndPoints(std::string_view text) {
 }
 
 std::string ListLine(std::size_t row, const TableRow& cells) {
-  return "\r\n" + std::to_string(row) + "   " + cells[0] + "  " + cells[1] + " uV";
+  return "\r\n" + std::to_string(row) + "   " + cells.s + "  " + cells.microvolt + " uV";
 }
 
 void ShowToolTips(Form3& form) {
@@ -142,10 +141,11 @@ void CalibrationEditor::SelectPoint(int index) {
   Form3& form = forms_.form3;
   form.selected_point = std::clamp(index, 0, kLastPoint);
   const auto point = static_cast<std::size_t>(form.selected_point);
-  form.lblSSelect.caption = DefaultPoints(state_.AboveHF)[point].cells[0];
+  form.lblSSelect.caption = DefaultPoints(state_.AboveHF)[point].cells.s;
 }
 
 void CalibrationEditor::Refresh() {
+  if (!forms_.form3.loaded) return;
   forms_.form3.lblCalFrequency.caption = forms_.form1.lblFreq.caption;
   ShowDefaultList();
   ShowTableLists();
@@ -162,11 +162,11 @@ void CalibrationEditor::ShowTableLists() {
   Form3& form = forms_.form3;
   std::string points = "Table values\r\n-----------------------";
   std::string others = "Other values\r\n--------------------";
-  for (std::size_t row = 0; row < kRows; ++row) {
+  for (std::size_t row = 0; row < kMeterRows; ++row) {
     const TableRow& cells = table_.S2Ftable[row];
-    if (!cells[0].empty()) {
+    if (!cells.s.empty()) {
       points += ListLine(row, cells);
-    } else if (!cells[1].empty()) {
+    } else if (!cells.microvolt.empty()) {
       others += ListLine(row, cells);
     }
   }
@@ -179,8 +179,8 @@ void CalibrationEditor::ShowTableLists() {
 
 void CalibrationEditor::ShowRecord(std::size_t row) {
   const TableRow& cells = table_.S2Ftable[row];
-  forms_.form3.lblAllS2F.caption = ThreeDigits(static_cast<int>(row)) + ">>   " + cells[0] + ", " + cells[1] +
-                                   " uV" + ", " + cells[2] + " mV/m";
+  forms_.form3.lblAllS2F.caption = ThreeDigits(static_cast<int>(row)) + ">>   " + cells.s + ", " +
+                                   cells.microvolt + " uV" + ", " + cells.millivolt_per_metre + " mV/m";
 }
 
 // What lblRecNbr shows: it always follows the slider.
@@ -189,14 +189,13 @@ std::size_t CalibrationEditor::SelectedRow() const {
 }
 
 bool CalibrationEditor::HoldsDefaultPoints() const {
-  S2FtableRows defaults;
-  for (const auto& point : DefaultPoints(state_.AboveHF)) defaults[point.row] = point.cells;
-  return std::equal(defaults.begin(), defaults.begin() + kRows, table_.S2Ftable.begin());
+  const S2FtableRows defaults = DefaultTable(state_.AboveHF);
+  return std::equal(defaults.begin(), defaults.begin() + kMeterRows, table_.S2Ftable.begin());
 }
 
 void CalibrationEditor::cmdSstore_Click() {
   const auto point = static_cast<std::size_t>(forms_.form3.selected_point);
-  Store(DefaultPoints(state_.AboveHF)[point].cells[1]);
+  Store(DefaultPoints(state_.AboveHF)[point].cells.microvolt);
 }
 
 void CalibrationEditor::cmduVStore_Click() {
@@ -204,7 +203,7 @@ void CalibrationEditor::cmduVStore_Click() {
   const std::string microvolt = DigitsAndPoints(edit.text);
   const auto points = DefaultPoints(state_.AboveHF);
   const bool standard = std::any_of(points.begin(), points.end(), [&](const DefaultPoint& point) {
-    return Val(point.cells[1]) == Val(microvolt);
+    return Val(point.cells.microvolt) == Val(microvolt);
   });
   if (standard) {
     ports_.beeper.Beep();
@@ -226,13 +225,13 @@ void CalibrationEditor::Store(const std::string& microvolt) {
   const bool had_duplicate = DropDuplicate(microvolt);
   const auto points = DefaultPoints(state_.AboveHF);
   const auto standard = std::find_if(points.begin(), points.end(), [&](const DefaultPoint& point) {
-    return SameText(point.cells[1], microvolt);
+    return SameText(point.cells.microvolt, microvolt);
   });
   if (standard != points.end()) {
     table_.S2Ftable[row] = standard->cells;
   } else {
     // Kept on purpose: a measured value that stood in the table already is stored as the voltage of S1.
-    table_.S2Ftable[row] = {"", had_duplicate ? points[1].cells[1] : microvolt, ""};
+    table_.S2Ftable[row] = {"", had_duplicate ? points[1].cells.microvolt : microvolt, ""};
   }
   table_.TidyCalibration();
   ShowRecord(row);
@@ -241,9 +240,9 @@ void CalibrationEditor::Store(const std::string& microvolt) {
 
 bool CalibrationEditor::DropDuplicate(const std::string& microvolt) {
   auto& rows = table_.S2Ftable;
-  const auto end = rows.begin() + kRows;
-  const auto found =
-      std::find_if(rows.begin(), end, [&](const TableRow& row) { return SameText(row[1], microvolt); });
+  const auto end = rows.begin() + kMeterRows;
+  const auto found = std::find_if(rows.begin(), end,
+                                  [&](const TableRow& row) { return SameText(row.microvolt, microvolt); });
   if (found == end) return false;
   *found = {};
   return true;
@@ -258,7 +257,7 @@ void CalibrationEditor::mnuLoad_Click() {
   std::string& third = state_.settings.CalibrationFiles[2];
   const std::string path = ports_.dialogs.AskText(AppTitle, "Give filename Calibration to load.", third);
   if (ports_.program.Ended()) return;
-  if (!path.empty() && ports_.files.Exists(path)) third = path;
+  if (!path.empty() && ports_.files.Exists(ports_.program.PathOf(path))) third = path;
   LoadFile(path);
 }
 
@@ -266,7 +265,7 @@ void CalibrationEditor::mnuSaveAs_Click() {
   std::string& third = state_.settings.CalibrationFiles[2];
   const std::string path = ports_.dialogs.AskText(AppTitle, "Give filename Calibration to save.", third);
   if (ports_.program.Ended() || path.empty()) return;
-  if (ports_.files.Exists(path)) {
+  if (ports_.files.Exists(ports_.program.PathOf(path))) {
     // Kept on purpose: the file is remembered even when it is not overwritten.
     third = path;
     if (!ports_.dialogs.AskYesNo(AppTitle, "Overwrite" + path, Icon::kExclamation)) return;

@@ -22,6 +22,8 @@ class CalibrationEditor {
   void Open();
   // Follows the live reading while acquiring; called on every reading.
   void FollowReading();
+  // Shows everything that depends on the table, the band or the frequency; nothing while it is not loaded.
+  void Refresh();
 
  private:
   void WireButtons();
@@ -30,8 +32,6 @@ class CalibrationEditor {
   void SetAcquiring(bool acquiring);
   void SelectPoint(int index);
 
-  // Shows everything that depends on the table, the band or the frequency.
-  void Refresh();
   void ShowDefaultList();
   void ShowTableLists();
   void ShowRecord(std::size_t row);

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
 #include "config/app_title.h"
 #include "text/number_text.h"
@@ -14,12 +16,14 @@
 namespace kestrum {
 namespace {
 
-constexpr std::size_t kRows = 256;  // the current reading is never in a file
+constexpr std::uint64_t kLargestFile = 1 << 20;
+constexpr std::size_t kLongestCell = 64;
 constexpr std::string_view kSeparator = ", ";
 
 constexpr const char* kNoFrequency = "The first line holds no frequency";
 constexpr const char* kEndOfFile = "Input past end of file";
 constexpr const char* kMissingField = "A line holds fewer than three fields";
+constexpr const char* kLongField = "A line holds a field of more than 64 characters";
 
 std::vector<std::string> SplitAt(std::string_view text, std::string_view separator) {
   std::vector<std::string> fields;
@@ -50,20 +54,26 @@ std::optional<int> ModeOf(const std::string& name) {
 }
 
 // The third field; the next one that holds something where the frequency box held leading blanks. The box may
-// have held a typed comma.
+// have held a typed comma. Only a value above 0 is a frequency.
 std::string FrequencyOf(const std::vector<std::string>& fields) {
   const auto filled = [](const std::string& field) { return !field.empty(); };
   if (fields.size() < 3) return {};
   const auto found = std::find_if(fields.begin() + 2, fields.end(), filled);
-  return found == fields.end() ? std::string() : Replace(*found, ',', '.');
+  if (found == fields.end() || found->size() > kLongestCell) return {};
+  std::string frequency = Replace(*found, ',', '.');
+  return Val(frequency) > 0 ? frequency : std::string();
 }
 
-// Puts a line's cells into a row; false when the line does not hold three. Cells that are there are kept.
-bool ReadRow(const std::string& line, TableRow& row) {
+// Puts a line's cells into a row; what is wrong with the line, or nothing. Cells that are there are kept.
+FileFault ReadRow(const std::string& line, TableRow& row) {
   const auto cells = SplitAt(line, kSeparator);
-  const std::size_t count = std::min(cells.size(), row.size());
-  for (std::size_t column = 0; column < count; ++column) row[column] = Trim(cells[column]);
-  return count == row.size();
+  std::array<std::string*, 3> places = {&row.s, &row.microvolt, &row.millivolt_per_metre};
+  const std::size_t count = std::min(cells.size(), places.size());
+  for (std::size_t column = 0; column < count; ++column) {
+    if (cells[column].size() > kLongestCell) return kLongField;
+    *places[column] = Trim(cells[column]);
+  }
+  return count == places.size() ? FileFault() : kMissingField;
 }
 
 }  // namespace
@@ -85,27 +95,27 @@ void CalibrationFiles::LoadS2Ftable(const std::string& path) {
 
 FileFault CalibrationFiles::ReadTable(const std::string& path) {
   std::string bytes;
-  if (FileFault fault = ports_.files.Read(path, bytes)) return fault;
+  if (FileFault fault = ports_.files.Read(ports_.program.PathOf(path), bytes, kLargestFile)) return fault;
   table_.ClearCalibration(false);
-  const auto lines = SplitLines(bytes);
+  const auto lines = SplitLines(WithoutUtf8Mark(bytes));
   if (lines.empty()) return kEndOfFile;
   if (!SetRigModeFreq(lines.front())) return kNoFrequency;
   if (ports_.program.Ended()) return {};
-  for (std::size_t row = 0; row < kRows; ++row) {
+  for (std::size_t row = 0; row < kMeterRows; ++row) {
     const std::size_t line = row + 1;
     if (line >= lines.size()) return kEndOfFile;
-    if (!ReadRow(lines[line], table_.S2Ftable[row])) return kMissingField;
+    if (FileFault fault = ReadRow(lines[line], table_.S2Ftable[row])) return fault;
   }
   return {};
 }
 
 void CalibrationFiles::SaveS2Ftable(const std::string& path) {
   std::vector<std::string> lines = {RigModeFreqText("")};
-  for (std::size_t row = 0; row < kRows; ++row) {
+  for (std::size_t row = 0; row < kMeterRows; ++row) {
     const TableRow& cells = table_.S2Ftable[row];
-    lines.push_back(cells[0] + ", " + cells[1] + ", " + cells[2]);
+    lines.push_back(cells.s + ", " + cells.microvolt + ", " + cells.millivolt_per_metre);
   }
-  if (const FileFault fault = ports_.files.Replace(path, JoinLines(lines))) {
+  if (const FileFault fault = ports_.files.Replace(ports_.program.PathOf(path), JoinLines(lines))) {
     ports_.dialogs.Show(AppTitle, "SaveS2Ftable\r\n" + path + *fault, Icon::kExclamation);
   }
 }
@@ -124,20 +134,19 @@ bool CalibrationFiles::SetRigModeFreq(const std::string& header) {
 
   Settings& settings = state_.settings;
   const int rig = RigOf(fields[0]).value_or(settings.RigModel);
-  const bool above_hf = Val(frequency) > 30000;
-  if (rig != settings.RigModel || above_hf != state_.AboveHF) {
-    Run(panel_.block_ends);
-    if (ports_.program.Ended()) return true;
-  }
+  const int mode = ModeOf(fields[1]).value_or(0);
+  const bool new_mode = mode != 0 && mode != settings.RigMode;
+  const bool new_frequency = Val(frequency) != TypedKhz(forms_.form1.lblFreq.caption);
+  if (rig != settings.RigModel || new_mode || new_frequency) Run(rig_.block_ends);
   if (rig != settings.RigModel) {
     settings.RigModel = rig;
     panel_.ShowRig();
     panel_.ShowPort();
     panel_.ShowRigText();
   }
-  if (const auto mode = ModeOf(fields[1])) rig_.SetMode(*mode);
+  if (mode != 0) rig_.SetMode(mode);
   // Before tuning, so that the table being loaded is not taken for that of another band.
-  state_.AboveHF = above_hf;
+  state_.AboveHF = Val(frequency) > kHfLimitKhz;
   forms_.form1.txtFrequency.text = frequency + " kHz";
   forms_.form1.lblFreq.caption = frequency + " kHz";
   panel_.ApplyFrequency(frequency);
@@ -158,7 +167,7 @@ void CalibrationFiles::mnuLoad_Click() {
   if (ports_.program.Ended()) return;
   // Kept on purpose: this entry always loads the remembered third file when the typed one exists; another
   // file is chosen in the calibration editor.
-  if (!path.empty() && ports_.files.Exists(path)) path = third;
+  if (!path.empty() && ports_.files.Exists(ports_.program.PathOf(path))) path = third;
   LoadS2Ftable(path);
 }
 

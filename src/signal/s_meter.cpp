@@ -45,7 +45,7 @@ void SMeter::ShowRSSIStype() {
   table_.ConvertRSSI(state_.RssiRaw);
   form.ProgressBar1.value = state_.RssiRaw;
   if (form.mnuMinimalDisplay.checked) forms_.form5.ProgressBar1.value = state_.RssiRaw;
-  form.lblRSSI.caption = table_.Current()[0];
+  form.lblRSSI.caption = table_.Current().s;
   ShowFieldStrength();
   if (forms_.form3.loaded) Run(follow_reading);
 }
@@ -55,31 +55,61 @@ void SMeter::ShowFieldStrength() {
   const TableRow& current = table_.Current();
   switch (state_.settings.FieldStrengthUnit) {
     case 1:
-      caption = FixedPattern(Val(current[1]), 3, 1) + " uV";
+      caption = FixedPattern(Val(current.microvolt), 3, 1) + " uV";
       break;
     case 2:
-      caption = FixedPattern(Val(current[2]), 3, 1) + " mV/m";
+      caption = FixedPattern(Val(current.millivolt_per_metre), 3, 1) + " mV/m";
       break;
     case 3:
       // Kept on purpose: the figure is made from the mV/m column, as in all earlier logs.
-      caption = RSSItoDBm(current[2]) + " dBm";
+      caption = RSSItoDBm(current.millivolt_per_metre) + " dBm";
       break;
     default:
       break;
   }
 }
 
+Reading SMeter::ReadNow() {
+  Reading reading;
+  reading.answered = rig_.ReadRssi();
+  reading.raw = state_.RssiRaw;
+  reading.converted = table_.Current();
+  reading.on = On();
+  return reading;
+}
+
+Reading SMeter::TakeAverage() {
+  if (collected_on_ != On()) StartAverage();
+  state_.RssiRaw = averaged_;
+  StartAverage();
+  // So that raw value and converted value of the record belong together.
+  ShowRSSIStype();
+  return {state_.RssiRaw, table_.Current(), On(), true};
+}
+
+MeasuredOn SMeter::On() const {
+  const Settings& settings = state_.settings;
+  return {settings.RigModel, settings.RigMode, forms_.form1.lblFreq.caption, table_.revision()};
+}
+
+void SMeter::StartAverage() {
+  count_ = 0;
+  sum_ = 0;
+  averaged_ = 0;
+  forms_.form1.lblSquelch.back_color = Color::kRed;
+}
+
 void SMeter::AverageRSSIValue(int raw, bool reset) {
-  Label& squelch = forms_.form1.lblSquelch;
   if (reset) {
-    count_ = 0;
-    sum_ = 0;
-    averaged_ = 0;
-    squelch.back_color = Color::kRed;
+    StartAverage();
     return;
   }
+  if (const MeasuredOn now = On(); now != collected_on_) {
+    StartAverage();
+    collected_on_ = now;
+  }
   if (raw < state_.settings.SquelchLevel) return;
-  squelch.back_color = Color::kGreen;
+  forms_.form1.lblSquelch.back_color = Color::kGreen;
   if (count_ < 2) {
     // Kept on purpose: the second sample replaces the first, which may still come from before the reset.
     sum_ = static_cast<float>(raw);
@@ -136,8 +166,7 @@ void SMeter::tmrAverageRSSI_Timer() {
   if (!state_.settings.AverageRSSI) return;
   Timer& timer = forms_.form1.tmrAverageRSSI;
   timer.Stop();
-  rig_.ReadRssi();
-  AverageRSSIValue(state_.RssiRaw, false);
+  AverageRSSIValue(ReadNow().raw, false);
   timer.Start();
 }
 

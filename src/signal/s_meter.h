@@ -4,6 +4,7 @@
 
 #include "cat/rig_commands.h"
 #include "signal/calibration_table.h"
+#include "signal/reading.h"
 
 namespace kestrum {
 
@@ -22,7 +23,15 @@ class SMeter {
   void ShowReading();
   // Converts RssiRaw and shows bar, S text and field strength.
   void ShowRSSIStype();
-  // Adds a sample to the average, or empties it.
+  // A fresh reading of the rig, shown as the latest.
+  Reading ReadNow();
+  // The averaged value in its place, shown too; the collection starts anew.
+  Reading TakeAverage();
+  // What a reading taken now is measured on.
+  MeasuredOn On() const;
+
+  // Adds a sample to the average, or empties it. A sample measured on something else than those before starts
+  // anew.
   void AverageRSSIValue(int raw, bool reset);
   // Raw value, 0 to 255; 0 when nothing has been collected.
   std::int16_t AveragedRssi() const { return averaged_; }
@@ -37,6 +46,7 @@ class SMeter {
 
  private:
   void ShowFieldStrength();
+  void StartAverage();
 
   State& state_;
   Forms& forms_;
@@ -45,6 +55,7 @@ class SMeter {
   std::int32_t count_ = 0;
   float sum_ = 0;
   std::int16_t averaged_ = 0;
+  MeasuredOn collected_on_;
   int unit_clicks_ = 0;
 };
 

@@ -16,6 +16,12 @@ std::vector<std::string> SplitLines(std::string_view bytes) {
   return lines;
 }
 
+std::string_view WithoutUtf8Mark(std::string_view bytes) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
+  return bytes;
+}
+
 std::string JoinLines(const std::vector<std::string>& lines) {
   std::string bytes;
   for (const auto& line : lines) bytes += Replace(Replace(line, '\r', ' '), '\n', ' ') + "\r\n";

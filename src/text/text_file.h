@@ -11,6 +11,9 @@ namespace kestrum {
 // none.
 std::vector<std::string> SplitLines(std::string_view bytes);
 
+// The text without the mark that some editors put in front of UTF-8.
+std::string_view WithoutUtf8Mark(std::string_view bytes);
+
 // Each line followed by CR LF. A line end inside a line, as a foreign text may bring it, becomes a blank: one
 // line stays one line.
 std::string JoinLines(const std::vector<std::string>& lines);

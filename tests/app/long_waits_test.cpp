@@ -53,11 +53,6 @@ const std::vector<Wait>& Waits() {
          for (int n = 0; n < 100; ++n) car.form1.tmrMain.tick();
        }},
       {"MissingCalibration", false, [](ScriptedCar& car) { car.form1.mnuLoadConfig1.click(); }},
-      {"NoFixBox", false,
-       [](ScriptedCar& car) {
-         car.form1.mnuTxLatLongGps.click();
-         car.form1.cmdGetTxFix.click();
-       }},
       {"DefaultsQuestion", false, [](ScriptedCar& car) { car.form1.mnuDefaultCfg.click(); }},
       {"AboutBox", false, [](ScriptedCar& car) { car.form1.mnuAbout.click(); }},
       {"SaveAsQuestion", false,

@@ -336,7 +336,7 @@ TEST(WholeProgram, ABandChangeWritesTheOldBlockUnderItsOwnHeader) {
   ASSERT_EQ(car.Log().size(), 6U);
   EXPECT_THAT(car.Log()[1], ::testing::HasSubstr(",  FT857 LSB  14200 kHz, "));
   EXPECT_TRUE(car.app.state.AboveHF);
-  EXPECT_EQ(car.app.table.S2Ftable[128][1], "5");
+  EXPECT_EQ(car.app.table.S2Ftable[128].microvolt, "5");
   EXPECT_EQ(car.form1.txtFrequency.text, "145000");
   EXPECT_EQ(car.form1.lblFreq.caption, " 145000 kHz");
   EXPECT_EQ(car.app.log.LogCount, 0);

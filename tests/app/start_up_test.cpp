@@ -190,7 +190,7 @@ TEST(StartUp, SetsTheFixedCalibrationPathsAndTheDefaultTable) {
   car.Start();
   EXPECT_EQ(car.settings.CalibrationFiles[0], "/car/Calibration1.cfg");
   EXPECT_EQ(car.settings.CalibrationFiles[1], "/car/Calibration2.cfg");
-  EXPECT_EQ(car.app.table.S2Ftable[128][0], "S9");
+  EXPECT_EQ(car.app.table.S2Ftable[128].s, "S9");
   EXPECT_EQ(car.form1.lblStatusCaption.caption, "Cat FT840 Com1  Default Calibration Table");
   EXPECT_EQ(car.form1.ProgressBar1.maximum, 255);
 }
@@ -203,7 +203,7 @@ TEST(StartUp, ScalesTheDefaultTableAboveThirtyMegahertz) {
   car.WriteConfig(settings);
   car.Start();
   EXPECT_TRUE(car.app.state.AboveHF);
-  EXPECT_EQ(car.app.table.S2Ftable[128][1], "5");
+  EXPECT_EQ(car.app.table.S2Ftable[128].microvolt, "5");
 }
 
 TEST(StartUp, ShowsAReadingOfZeroAndThePlacedWindow) {

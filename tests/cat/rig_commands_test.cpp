@@ -344,8 +344,8 @@ TEST(CatPowerOnOff, EchoesEachFrameBeforeItIsWritten) {
   State state;
   Form1 form;
   clock.form = &form;
-  const Ports ports{outside.serial, outside.links,   outside.dialogs, clock,        outside.pump,
-                    outside.beeper, outside.program, outside.windows, outside.files};
+  const Ports ports{outside.serial, outside.links,   outside.dialogs, clock,         outside.pump,
+                    outside.beeper, outside.program, outside.windows, outside.files, outside.worker};
   CatLink link(state, form, ports);
   RigCommands rig(state, form, ports, link);
   state.settings.RigModel = kFT817;

@@ -80,14 +80,16 @@ TEST_P(VersionLine, IsComparedWithoutCaseAndWithoutTrimming) {
   auto lines = GoodLines();
   lines[0] = GetParam().line;
   Put(lines);
-  const auto before = ports.files.files;
+  auto expected = ports.files.files;
+  // The file stays for now, and a copy for good.
+  if (!GetParam().accepted) expected["/car/Kestrum.cfg.bad"] = expected[kCfgPath];
   config.LoadCfg();
   if (GetParam().accepted) {
     ExpectGoodValues();
   } else {
     ExpectRejected();
   }
-  EXPECT_EQ(ports.files.files, before);
+  EXPECT_EQ(ports.files.files, expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, VersionLine,
@@ -107,11 +109,61 @@ TEST_F(MainConfigTest, AnEmptyFileIsRejected) {
   ExpectRejected();
 }
 
-TEST_F(MainConfigTest, AnUnreadableFileIsRejected) {
+TEST_F(MainConfigTest, AnUnreadableFileIsToldWithTheReasonAndStaysAsItIs) {
   Put(GoodLines());
+  const std::string before = ports.files.files[kCfgPath];
   ports.files.read_fault = "Permission denied";
   config.LoadCfg();
+  ASSERT_EQ(ports.dialogs.messages.size(), 1U);
+  EXPECT_EQ(ports.dialogs.messages[0].text, "LoadCfg\r\n/car/Kestrum.cfg\r\nPermission denied");
+  EXPECT_EQ(ports.dialogs.messages[0].title, "Kestrum Auto field strenght logger ");
+  EXPECT_EQ(ports.dialogs.messages[0].icon, Icon::kExclamation);
+  ExpectDefaults();
+  config.SaveAtEnd();
+  EXPECT_EQ(ports.files.files[kCfgPath], before);
+  // Whoever saves by hand wants it replaced.
+  config.mnuSavecfg_Click();
+  EXPECT_NE(ports.files.files[kCfgPath], before);
+  state.settings.BaudRate = 57600;
+  config.SaveAtEnd();
+  EXPECT_THAT(ports.files.files[kCfgPath], testing::HasSubstr("57600"));
+}
+
+TEST_F(MainConfigTest, AUtf8MarkAtTheStartIsSkipped) {
+  Put(GoodLines());
+  ports.files.files[kCfgPath].insert(0, "\xEF\xBB\xBF");
+  config.LoadCfg();
+  ExpectGoodValues();
+}
+
+TEST_F(MainConfigTest, AFileOfMoreThanOneMegabyteIsRejectedAndMovedAsideByTheNextSave) {
+  Put(GoodLines());
+  ports.files.files[kCfgPath].append((1 << 20), '\n');
+  const std::string before = ports.files.files[kCfgPath];
+  config.LoadCfg();
   ExpectRejected();
+  EXPECT_FALSE(ports.files.files.contains("/car/Kestrum.cfg.bad"));
+  config.SaveAtEnd();
+  EXPECT_EQ(ports.files.files["/car/Kestrum.cfg.bad"], before);
+  EXPECT_LT(ports.files.files[kCfgPath].size(), 2000U);
+}
+
+TEST_F(MainConfigTest, ATextLongerThanItsFieldRejectsTheFile) {
+  const std::vector<std::pair<std::size_t, std::size_t>> longest = {
+      {15, 64}, {16, 64}, {17, 64}, {18, 64}, {19, 4096}, {20, 4096}, {22, 4096}, {24, 4096}};
+  for (const auto& [line, length] : longest) {
+    SCOPED_TRACE(line);
+    auto lines = GoodLines();
+    lines[line] = std::string(length, 'x');
+    Put(lines);
+    ports.dialogs.messages.clear();
+    config.LoadCfg();
+    EXPECT_TRUE(ports.dialogs.messages.empty());
+    lines[line] += "x";
+    Put(lines);
+    config.LoadCfg();
+    EXPECT_EQ(ports.dialogs.messages.size(), 1U);
+  }
 }
 
 TEST_F(MainConfigTest, UnderTheRejectionTheDefaultsAreAlreadyInForce) {

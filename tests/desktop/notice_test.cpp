@@ -11,8 +11,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "desktop/box_text.h"
-#include "desktop/qt_dialogs.h"
+#include "desktop/ports/box_text.h"
+#include "desktop/ports/qt_dialogs.h"
 #include "support/scripted_ports.h"
 
 namespace kestrum::test {

@@ -6,7 +6,7 @@
 #include <QMenuBar>
 
 #include "desktop/desktop_fixture.h"
-#include "desktop/fit_label.h"
+#include "desktop/widgets/fit_label.h"
 
 namespace kestrum::test {
 namespace {
@@ -261,16 +261,16 @@ TEST_F(EndlessTexts, WhatIsTypedHasAnEnd) {
     const char* box;
     int most;
   };
-  for (const Row& row : {Row{"Form1", "txtFrequency", 32}, Row{"Form3", "txtEdit", 32},
-                         Row{"Form4", "Text1", 32}, Row{"Form4", "Text2", 32}}) {
+  for (const Row& row : {Row{"Form1", "txtFrequency", 72}, Row{"Form3", "txtEdit", 72},
+                         Row{"Form4", "Text1", 72}, Row{"Form4", "Text2", 72}}) {
     auto* edit = Find<QLineEdit>(QLatin1String(row.window), QLatin1String(row.box));
     edit->selectAll();
     QTest::keyClicks(edit, QString(100, QLatin1Char('1')));
     EXPECT_EQ(edit->text().size(), row.most) << row.box;
   }
-  EXPECT_EQ(forms.form1.txtFrequency.text.size(), 32U);
+  EXPECT_EQ(forms.form1.txtFrequency.text.size(), 72U);
   auto* antenna = Find<QComboBox>(QStringLiteral("Form1"), QStringLiteral("cmbTxAntenna"));
-  EXPECT_EQ(antenna->lineEdit()->maxLength(), 200);
+  EXPECT_EQ(antenna->lineEdit()->maxLength(), 4096);
 }
 
 TEST_F(WindowsTest, AReadoutDrawsALongTextSmallerInsteadOfClippingIt) {

@@ -6,7 +6,7 @@
 #include <future>
 #include <vector>
 
-#include "desktop/qt_worker.h"
+#include "desktop/ports/qt_worker.h"
 
 namespace kestrum {
 namespace {

@@ -25,20 +25,23 @@ class LogFileTest : public testing::Test {
     state.settings.LogFileName = kLogPath;
     forms.form1.txtFrequency.text = "3630 kHz";
     forms.form1.cmbTxAntenna.text = "Antenna1, PWR 10W";
-    table.S2Ftable[kCurrentRow] = {"S9", " 50", " 20.7"};
+    site = {"", "", "", "", "", ""};
   }
 
+  void AddRecord(std::int16_t raw = 0) {
+    log.AddLogRecord(ports.clock.Now(), site, {raw, {"S9", " 50", " 20.7"}, {}});
+  }
   void AddRecords(int count) {
-    for (int i = 0; i < count; ++i) log.AddLogRecord();
+    for (int i = 0; i < count; ++i) AddRecord();
   }
   std::vector<std::string> FileLines() { return SplitLines(ports.files.files[kLogPath]); }
 
   test::ScriptedPorts ports;
   State state;
   Forms forms;
-  CalibrationTable table{state, forms};
+  Site site;
   MinimalDisplay minimal{state, forms, ports.ports()};
-  LogFile log{state, forms, ports.ports(), table, minimal};
+  LogFile log{state, forms, ports.ports(), minimal};
 };
 
 TEST_F(LogFileTest, TheStartStampShowsMonthFirstAndTwoDigitsOfTheYear) {
@@ -55,26 +58,25 @@ TEST_F(LogFileTest, StartsEmptyAndOff) {
 
 TEST_F(LogFileTest, ARecordIsStoredShownAndCounted) {
   log.StampStart();
-  state.RssiRaw = 128;
-  forms.form1.lblRxVal.caption = "No GPS";
-  log.AddLogRecord();
+  site.validity = "No GPS";
+  AddRecord(128);
   EXPECT_EQ(log.LogCount, 1);
   EXPECT_EQ(log.LogBuffer[1], "14:03:09, No GPS, , , , , , 128, S9, 50 uV, 20.7 mV/m");
   EXPECT_EQ(forms.form1.lblLog.caption, "14:03:09, No GPS, , , , , , 128, S9, 50 uV, 20.7 mV/m");
   EXPECT_EQ(forms.form1.lblCatCount.caption, "1");
   EXPECT_EQ(log.LogBuffer[0], "Start @05-17-26 14:03:09");
-  log.AddLogRecord();
+  AddRecord();
   EXPECT_EQ(log.LogCount, 2);
   EXPECT_EQ(forms.form1.lblCatCount.caption, "2");
 }
 
 TEST_F(LogFileTest, ARecordReachesTheMinimalDisplayOnlyWhileItIsOn) {
-  forms.form1.lblRxDist.caption = "3.26 km";
+  site.distance = "3.26 km";
   forms.form5.Label1[0].caption = "Dist";
-  log.AddLogRecord();
+  AddRecord();
   EXPECT_EQ(forms.form5.Label1[0].caption, "Dist");
   forms.form1.mnuMinimalDisplay.checked = true;
-  log.AddLogRecord();
+  AddRecord();
   EXPECT_EQ(forms.form5.Label1[0].caption, "3.26 km");
   EXPECT_THAT(forms.form5.Label1[4].caption, StartsWith("S9, "));
   EXPECT_THAT(forms.form5.Label1[4].caption, testing::HasSubstr("50 uV, "));
@@ -121,11 +123,9 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(LogFileTest, ABlockIsDashesHeaderDashesAndRecordsInOneWrite) {
   log.NotLogging = false;
   log.StampStart();
-  state.RssiRaw = 1;
-  log.AddLogRecord();
+  AddRecord(1);
   ports.clock.now.second = 14;
-  state.RssiRaw = 2;
-  log.AddLogRecord();
+  AddRecord(2);
   log.FlushLog(kLogPath);
   EXPECT_EQ(ports.files.files[kLogPath],
             "-------------------------------------------------------------------------------------\r\n"
@@ -181,8 +181,7 @@ TEST_F(LogFileTest, BlocksAreAppendedToWhatIsThere) {
 TEST_F(LogFileTest, TwoHundredAndFiftyRecordsGiveTwoBlocksAndFiftyThatWait) {
   log.NotLogging = false;
   for (int i = 1; i <= 250; ++i) {
-    state.RssiRaw = static_cast<std::int16_t>(i);
-    log.AddLogRecord();
+    AddRecord(static_cast<std::int16_t>(i));
     EXPECT_EQ(log.LogCount, i % 100) << i;
   }
   EXPECT_EQ(ports.files.appends, 2);
@@ -295,19 +294,25 @@ TEST_F(LogFileTest, AFaultIsReportedOnceAndTheRecordsAreLost) {
   EXPECT_EQ(ports.dialogs.messages.size(), 1U);
 }
 
-TEST_F(LogFileTest, RecordsThatComeInUnderTheMessageAreKept) {
+TEST_F(LogFileTest, AFaultIsToldWithoutWaitingForAnAnswer) {
   log.NotLogging = false;
   ports.files.write_fault = "No space left on device";
+  AddRecords(100);
+  EXPECT_EQ(ports.dialogs.notices, 1);
+}
+
+TEST_F(LogFileTest, RecordsThatComeWhileTheDiskIsBusyAreKept) {
+  log.NotLogging = false;
+  ports.worker.hold = true;
   AddRecords(99);
-  ports.dialogs.while_open = [this] {
-    ports.dialogs.while_open = nullptr;
-    ports.files.write_fault = "";
-    state.RssiRaw = 77;
-    log.AddLogRecord();
-  };
   log.FlushLog(kLogPath);
+  AddRecord(77);
+  EXPECT_EQ(ports.files.appends, 0);
   EXPECT_EQ(log.LogCount, 1);
   EXPECT_THAT(log.LogBuffer[1], testing::HasSubstr(", 77, S9"));
+  ports.worker.Release();
+  EXPECT_EQ(FileLines().size(), 102U);
+  EXPECT_EQ(SplitLines(ports.files.files["/car/RSSI-GPS.log.pending"]).size(), 4U);
 }
 
 TEST_F(LogFileTest, TheLoggingLabelIsSelectedForCopying) {

@@ -5,32 +5,42 @@
 namespace kestrum {
 namespace {
 
-Form1 FormWithFix() {
-  Form1 form;
-  form.lblRxVal.caption = "GPS Ok";
-  form.lblRxLat.caption = "5158.2034N";
-  form.lblRxLong.caption = "00534.1000E";
-  form.lblRxDist.caption = ".5 km";
-  form.lblRxHeight.caption = "3 m";
-  form.lblRxBearing.caption = "007\xB0";
-  return form;
+const Site kFix = {"GPS Ok", "5158.2034N", "00534.1000E", ".5 km", "3 m", "007\xB0"};
+const Site kEmpty = {"", "", "", "", "", ""};
+
+Reading ReadingOf(std::int16_t raw, const TableRow& cells) {
+  return {raw, cells, {}};
 }
 
 TEST(LogRecord, JoinsElevenFieldsByCommaAndBlank) {
-  EXPECT_EQ(LogRecord({2026, 5, 17, 14, 3, 9}, FormWithFix(), 128, {"S9", " 50", " 20.7"}),
+  EXPECT_EQ(LogRecord({2026, 5, 17, 14, 3, 9}, kFix, ReadingOf(128, {"S9", " 50", " 20.7"})),
             "14:03:09, GPS Ok, 5158.2034N, 00534.1000E, .5 km, 3 m, 007\xB0, 128, S9, 50 uV, 20.7 mV/m");
 }
 
-TEST(LogRecord, TakesTheCaptionsAsTheyStand) {
-  Form1 form;
-  form.lblRxVal.caption = "No GPS";
-  form.lblRxLat.caption = "????.??";
-  form.lblRxLong.caption = "?????.??";
-  form.lblRxDist.caption = "";
-  form.lblRxHeight.caption = "?? m";
-  form.lblRxBearing.caption = "???\xB0";
-  EXPECT_EQ(LogRecord({2026, 1, 2, 3, 4, 5}, form, 0, {"S0", "0", "0"}),
+TEST(LogRecord, TakesTheTextsAsTheyStand) {
+  const Site none = {"No GPS", "????.??", "?????.??", "", "?? m", "???\xB0"};
+  EXPECT_EQ(LogRecord({2026, 1, 2, 3, 4, 5}, none, ReadingOf(0, {"S0", "0", "0"})),
             "03:04:05, No GPS, ????.??, ?????.??, , ?? m, ???\xB0, 0, S0, 0 uV, 0 mV/m");
+}
+
+TEST(LogRecord, ASiteThatIsNotKnownYetShowsQuestionMarks) {
+  EXPECT_EQ(LogRecord({2026, 1, 2, 3, 4, 5}, Site(), ReadingOf(0, {"S0", "0", "0"})),
+            "03:04:05, No GPS, ????.???, ?????.???, ??? km, ??? m, ???\xB0, 0, S0, 0 uV, 0 mV/m");
+}
+
+TEST(LogRecord, CommasAndLineEndsOfAReceiverAddNoFieldAndNoLine) {
+  const Site odd = {"GPS Ok", "5158,2034N", "005\r\n34.1E", ".5 km", "3,5 m", "007\xB0"};
+  EXPECT_EQ(LogRecord({2026, 1, 2, 3, 4, 5}, odd, ReadingOf(1, {"S,1", "1", "2"})),
+            "03:04:05, GPS Ok, 5158 2034N, 005  34.1E, .5 km, 3 5 m, 007\xB0, 1, S 1, 1 uV, 2 mV/m");
+}
+
+TEST(SignalText, KeepsTheCellsAsTheyStand) {
+  EXPECT_EQ(SignalText({"S8+", " 26.7", " 11.09"}), "S8+,  26.7 uV,  11.09 mV/m");
+  EXPECT_EQ(SignalText({"S9", "50", "20.7"}), "S9, 50 uV, 20.7 mV/m");
+}
+
+TEST(BlockHead, IsTheHeaderBetweenDashesOfItsLength) {
+  EXPECT_EQ(BlockHead("abc"), "---\r\nabc\r\n---\r\n");
 }
 
 struct CellRow {
@@ -41,7 +51,7 @@ struct CellRow {
 class LogRecordCells : public testing::TestWithParam<CellRow> {};
 
 TEST_P(LogRecordCells, LeadingBlanksOfNumbersGoAndTheTextStays) {
-  const std::string record = LogRecord({}, Form1{}, 7, GetParam().cells);
+  const std::string record = LogRecord({}, kEmpty, ReadingOf(7, GetParam().cells));
   EXPECT_EQ(record.substr(record.find(", 7, ")), GetParam().end_of_record);
 }
 
@@ -60,7 +70,7 @@ struct RawRow {
 class LogRecordRaw : public testing::TestWithParam<RawRow> {};
 
 TEST_P(LogRecordRaw, IsPlainDecimalWithoutLeadingBlank) {
-  EXPECT_EQ(LogRecord({}, Form1{}, GetParam().raw, {"x", "1", "2"}),
+  EXPECT_EQ(LogRecord({}, kEmpty, ReadingOf(GetParam().raw, {"x", "1", "2"})),
             std::string("00:00:00, , , , , , , ") + GetParam().text + ", x, 1 uV, 2 mV/m");
 }
 

@@ -203,7 +203,7 @@ TEST_F(Reader, FifthFieldWithoutAValueReadsNoGpsEvenWithAFix) {
   for (const char* name : {"lblHeight1", "lblDDEHeight", "LBLHEIGHT1"}) {
     SendFix();
     form.lblDDESpeed.caption = name;
-    form.lblRxHeight.caption = "?? m";
+    gps.site.height = "?? m";
     EXPECT_TRUE(gps.GetGPSdataStartLast());
     EXPECT_EQ(form.lblRxVal.caption, "No GPS") << name;
     EXPECT_EQ(form.lblRxHeight.caption, "?? m") << name;

@@ -21,7 +21,7 @@ struct Car : ::testing::Test {
     state.settings.TxLat = "5159.00N";
     state.settings.TxLong = "00532.40E";
     form.lblTxHeight.caption = "10 m";
-    form.lblRxHeight.caption = "?? m";
+    gps.site.height = "?? m";
   }
   void StandAt(const std::string& latitude, const std::string& longitude) {
     form.lblDDELat.caption = latitude;
@@ -195,8 +195,7 @@ TEST_F(Car, DistanceIsMeasuredFromTheReference) {
   site.CalcPosABStart();
   form.lblDDELat.caption = "5158.00N";
   EXPECT_NEAR(site.DistanceFromReference(), 1.8555, 0.001);
-  EXPECT_DOUBLE_EQ(circle.tx.latitude_deg, 51.95);  // the reference stands in the TX slots
-  EXPECT_EQ(form.lblRxDist.caption, "");            // nothing is shown
+  EXPECT_EQ(form.lblRxDist.caption, "");  // nothing is shown
 }
 
 TEST_F(Car, AtTheReferenceTheLastDistanceStands) {
@@ -212,7 +211,7 @@ TEST_F(Car, AfterARecordTheReferenceIsTheTransmitter) {
   form.lblDDELat.caption = "5158.00N";
   site.DistanceFromReference();
   Show();
-  site.ReferenceFromTxSlots();
+  site.MoveReference();
   EXPECT_DOUBLE_EQ(circle.reference.latitude_deg, 51.98333);
   EXPECT_DOUBLE_EQ(circle.reference.longitude_deg, 5.54);
   StandAt("5157.00N", "00532.00E");

@@ -173,7 +173,7 @@ TEST_F(CalibrationEditorTest, DefaultPointsMustStandUnchangedAndAlone) {
   rows[3] = {};
   form.activate();
   EXPECT_TRUE(form.Label2.visible);
-  rows[128][2] = "20.8";
+  rows[128].millivolt_per_metre = "20.8";
   form.activate();
   EXPECT_TRUE(form.Label3.visible);
   bench.state.AboveHF = true;
@@ -215,7 +215,7 @@ TEST_F(CalibrationEditorTest, StoresAtTheLiveReadingWhileAcquiring) {
   form.cmdSstore.click();
   EXPECT_EQ(rows[9], (TableRow{"S3", "0.78", "0.32"}));
   EXPECT_EQ(rows[8], TableRow());
-  EXPECT_EQ(rows[50][0], "S6");
+  EXPECT_EQ(rows[50].s, "S6");
   EXPECT_EQ(form.lblAllS2F.caption, "009>>   S3, 0.78 uV, 0.32 mV/m");
 }
 
@@ -333,9 +333,9 @@ TEST_F(CalibrationEditorTest, StoredPointRemovesWhatItOvertakes) {
   StopAt(100);
   Type("60");
   EXPECT_EQ(rows[100], (TableRow{"", "60", ""}));
-  EXPECT_EQ(rows[98][0], "S8");
+  EXPECT_EQ(rows[98].s, "S8");
   EXPECT_EQ(rows[128], TableRow()) << "50 uV no longer rises";
-  EXPECT_EQ(rows[162][0], "S9 + 10dB");
+  EXPECT_EQ(rows[162].s, "S9 + 10dB");
 }
 
 TEST_F(CalibrationEditorTest, ClearMenu) {

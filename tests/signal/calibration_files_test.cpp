@@ -154,9 +154,9 @@ TEST_F(CalibrationFilesTest, LinesBeyondTheTableAreIgnored) {
 TEST_F(CalibrationFilesTest, LoadedTableIsTidied) {
   Load(
       FileOf(" FT840 USB 7050 kHz", {{0, "S0, 0, 0"}, {10, "S1, 5, 1"}, {20, "S2, 4, 2"}, {30, "S3, 6, 3"}}));
-  EXPECT_EQ(rows[10][0], "S1");
+  EXPECT_EQ(rows[10].s, "S1");
   EXPECT_EQ(rows[20], TableRow());
-  EXPECT_EQ(rows[30][0], "S3");
+  EXPECT_EQ(rows[30].s, "S3");
 }
 
 TEST_F(CalibrationFilesTest, ShortFileKeepsWhatWasRead) {
@@ -205,18 +205,6 @@ TEST_F(CalibrationFilesTest, HeaderWithoutFrequencyTouchesNothingButTheTable) {
     EXPECT_EQ(form.lblFreq.caption, " 3630 kHz") << header;
     EXPECT_TRUE(bench.world.serial.written.empty()) << header;
   }
-}
-
-// Whatever stood in the frequency box is taken as the frequency, so that the table of the file is loaded; the
-// rig refuses what is none with a beep.
-TEST_F(CalibrationFilesTest, HeaderWithAnOddFrequencyStillLoadsItsTable) {
-  bench.world.beeper.beeps = 0;
-  Load(FileOf(" FT840 CW abc kHz", {{0, "S0, 0, 0"}}));
-  EXPECT_TRUE(bench.world.dialogs.messages.empty());
-  EXPECT_EQ(rows[0], (TableRow{"S0", "0", "0"}));
-  EXPECT_EQ(settings.RigMode, kCw);
-  EXPECT_EQ(form.lblFreq.caption, "abc kHz");
-  EXPECT_EQ(bench.world.beeper.beeps, 1);
 }
 
 TEST_F(CalibrationFilesTest, HeaderSendsModeThenFrequency) {
@@ -283,51 +271,79 @@ TEST_F(CalibrationFilesTest, BandFollowsTheHeaderWithoutTheDefaultTable) {
   Load(FileOf(" FT847 USB 145000 kHz", lines));
   EXPECT_EQ(settings.RigModel, kFT847);
   EXPECT_TRUE(bench.state.AboveHF);
-  EXPECT_EQ(rows[9][0], "S9");
+  EXPECT_EQ(rows[9].s, "S9");
   Load(FileOf(" FT847 USB 30000 kHz", lines));
   EXPECT_FALSE(bench.state.AboveHF);
-  EXPECT_EQ(rows[9][0], "S9");
+  EXPECT_EQ(rows[9].s, "S9");
   EXPECT_EQ(rows[128], TableRow());
   EXPECT_EQ(bench.bands_crossed, 0);
 }
 
-TEST_F(CalibrationFilesTest, BlockEndsBeforeRigOrBandChange) {
-  int rig_at_end = 0;
-  std::string frequency_at_end;
-  bench.panel.block_ends = [&] {
-    ++bench.blocks_ended;
-    rig_at_end = settings.RigModel;
-    frequency_at_end = form.txtFrequency.text;
+TEST_F(CalibrationFilesTest, BlockEndsOnceBeforeRigModeOrFrequencyChange) {
+  std::vector<std::string> ends;  // what is in force when a block ends
+  bench.rig.block_ends = [&] {
+    ends.push_back(std::to_string(settings.RigModel) + " " + std::to_string(settings.RigMode) +
+                   form.lblFreq.caption);
   };
-  bench.files.SetRigModeFreq(" FT840 USB 7050 kHz");
-  EXPECT_EQ(bench.blocks_ended, 0) << "same rig, same band";
-  bench.files.SetRigModeFreq(" FT857 USB 14200 kHz");
-  EXPECT_EQ(bench.blocks_ended, 1);
-  EXPECT_EQ(rig_at_end, kFT840);
-  EXPECT_EQ(frequency_at_end, "7050 kHz");
+  bench.files.SetRigModeFreq(" FT840 LSB 3630 kHz");
+  EXPECT_TRUE(ends.empty()) << "set already";
+  bench.files.SetRigModeFreq(" FT840 USB 3630 kHz");
+  bench.files.SetRigModeFreq(" FT857 USB 3630 kHz");
   bench.files.SetRigModeFreq(" FT857 USB 50100 kHz");
-  EXPECT_EQ(bench.blocks_ended, 2);
-  EXPECT_EQ(frequency_at_end, "14200 kHz");
+  // A block may be asked to end again while nothing has come since; its records are written once.
+  ASSERT_FALSE(ends.empty());
+  EXPECT_EQ(ends.front(), "2 2 3630 kHz");
+  EXPECT_EQ(std::count(ends.begin(), ends.end(), "2 1 3630 kHz"), 1);
+  EXPECT_EQ(std::count(ends.begin(), ends.end(), "4 1 3630 kHz"), 1);
 }
 
-TEST_F(CalibrationFilesTest, NothingHappensOnceTheProgramHasEnded) {
-  bench.panel.block_ends = [&] { bench.world.program.End(); };
-  Load(FileOf(" FT857 USB 7050 kHz", {{0, "S0, 0, 0"}}));
-  EXPECT_EQ(settings.RigModel, kFT840);
-  EXPECT_TRUE(bench.world.serial.written.empty());
-  EXPECT_EQ(rows, S2FtableRows());
+TEST_F(CalibrationFilesTest, OnlyAValueAboveZeroIsAFrequency) {
+  for (const char* header :
+       {" FT857 USB none", " FT857 CW abc kHz", " FT857 USB 0", " FT857 USB -7050 kHz"}) {
+    Load(FileOf(header, {{0, "S0, 0, 0"}}));
+    ExpectMessage("/car/Calibration1.cfgLoadS2Ftable\r\nThe first line holds no frequency");
+    messages.clear();
+    EXPECT_EQ(settings.RigModel, kFT840) << header;
+    EXPECT_EQ(form.lblFreq.caption, " 3630 kHz") << header;
+  }
+}
+
+TEST_F(CalibrationFilesTest, AUtf8MarkAtTheStartIsSkipped) {
+  Load("\xEF\xBB\xBF" + FileOf(" FT857 USB 7050 kHz", {{0, "S0, 0, 0"}}));
   EXPECT_TRUE(messages.empty());
+  EXPECT_EQ(settings.RigModel, kFT857);
+}
+
+TEST_F(CalibrationFilesTest, FilesAndFieldsAreBounded) {
+  Load(FileOf(" FT857 USB 7050 kHz", {{0, "S0, 0, 0"}, {5, std::string(65, 'S') + ", 1, 1"}}));
+  ExpectMessage("/car/Calibration1.cfgLoadS2Ftable\r\nA line holds a field of more than 64 characters");
+  EXPECT_EQ(rows[5], TableRow());
+  messages.clear();
+  const S2FtableRows before = rows;
+  Load(std::string((1 << 20) + 1, 'x'));
+  ExpectMessage("/car/Calibration1.cfgLoadS2Ftable\r\nFile too large");
+  EXPECT_EQ(rows, before);
+}
+
+TEST_F(CalibrationFilesTest, ABareNameIsAFileOfTheApplicationFolder) {
+  settings.CalibrationFiles[0] = "bench.cfg";
+  bench.files.SaveS2Ftable("\\leading.cfg");
+  EXPECT_TRUE(bench.world.files.files.contains("/car/leading.cfg"));
+  bench.world.files.files["/car/bench.cfg"] = FileOf(" FT840 USB 7050 kHz", {{1, "bare, 1, 1"}});
+  form.mnuLoadConfig1.click();
+  EXPECT_EQ(rows[1].s, "bare");
+  EXPECT_EQ(bench.StatusText(), "  bench.cfg");
 }
 
 TEST_F(CalibrationFilesTest, MenuEntriesOfTheMainWindow) {
   bench.world.files.files["/car/Calibration1.cfg"] = FileOf(" FT840 USB 7050 kHz", {{1, "one, 1, 1"}});
   bench.world.files.files["/car/Calibration2.cfg"] = FileOf(" FT840 USB 7050 kHz", {{1, "two, 2, 2"}});
   form.mnuLoadConfig1.click();
-  EXPECT_EQ(rows[1][0], "one");
+  EXPECT_EQ(rows[1].s, "one");
   form.mnuLoadConfig2.click();
-  EXPECT_EQ(rows[1][0], "two");
+  EXPECT_EQ(rows[1].s, "two");
   form.mnuDefaultCalibration.click();
-  EXPECT_EQ(rows[1][0], "S1");
+  EXPECT_EQ(rows[1].s, "S1");
   EXPECT_EQ(bench.StatusText(), "  Default Calibration Table");
 }
 
@@ -341,7 +357,7 @@ TEST_F(CalibrationFilesTest, MainWindowLoadsTheThirdFileInsteadOfAnExistingOne) 
   EXPECT_EQ(bench.world.dialogs.inputs[0].title, "Kestrum Auto field strenght logger ");
   EXPECT_EQ(bench.world.dialogs.inputs[0].prompt, "Give file name Calibration to load");
   EXPECT_EQ(bench.world.dialogs.inputs[0].proposal, "/car/Calibration3.cfg");
-  EXPECT_EQ(rows[1][0], "third");
+  EXPECT_EQ(rows[1].s, "third");
   EXPECT_EQ(bench.StatusText(), "  /car/Calibration3.cfg");
   EXPECT_EQ(settings.CalibrationFiles[2], "/car/Calibration3.cfg");
 }

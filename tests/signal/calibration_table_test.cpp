@@ -159,9 +159,9 @@ TEST_F(CalibrationTableTest, FiguresRiseWithTheRawValue) {
     for (int raw = 1; raw <= 234; ++raw) {
       const TableRow row = Converted(raw);
       const double slack_uv = above ? 0.005 : 0.05;  // exact points are not rounded, those between are
-      EXPECT_GE(Val(row[1]), Val(before[1]) - slack_uv) << raw;
-      EXPECT_GE(Val(row[2]), Val(before[2]) - 0.005) << raw;
-      EXPECT_TRUE(row[0].starts_with("S")) << raw;
+      EXPECT_GE(Val(row.microvolt), Val(before.microvolt) - slack_uv) << raw;
+      EXPECT_GE(Val(row.millivolt_per_metre), Val(before.millivolt_per_metre) - 0.005) << raw;
+      EXPECT_TRUE(row.s.starts_with("S")) << raw;
       before = row;
     }
     for (int raw = 235; raw <= 254; ++raw) EXPECT_EQ(Converted(raw), (TableRow{"S?", "???", "???"})) << raw;
@@ -205,8 +205,8 @@ TEST_F(CalibrationTableTest, STextOfAMeasuredPointComesFromBelow) {
   table.S2Ftable[20] = {"S3", "2", "5"};
   table.S2Ftable[30] = {"S4", "3", "9"};
   EXPECT_EQ(Converted(15), (TableRow{"S0+", " 1.5", " 3.75"}));
-  table.S2Ftable[0][0] = "S9 + 10dB";
-  EXPECT_EQ(Converted(15)[0], "S9 + 10dB+");
+  table.S2Ftable[0].s = "S9 + 10dB";
+  EXPECT_EQ(Converted(15).s, "S9 + 10dB+");
 }
 
 TEST_F(CalibrationTableTest, OnlyTwoCharactersGetAPlus) {
@@ -216,7 +216,7 @@ TEST_F(CalibrationTableTest, OnlyTwoCharactersGetAPlus) {
       {"S3", "S3+"}, {"Q", "Q"}, {"S10", "S10"}, {"S9 + 20dB", "S9 + 20dB"}};
   for (const auto& [text, shown] : rows) {
     table.S2Ftable[10] = {text, "1", "1"};
-    EXPECT_EQ(Converted(15)[0], shown) << text;
+    EXPECT_EQ(Converted(15).s, shown) << text;
   }
 }
 
@@ -309,7 +309,7 @@ TEST_F(CalibrationTableTest, ClearingLoadsTheEditorOnceUnlessItAsksItself) {
   forms.form3.load = [&] {
     ++loads;
     forms.form3.loaded = true;
-    EXPECT_EQ(table.S2Ftable[5][0], "S5") << "loaded before the table is emptied";
+    EXPECT_EQ(table.S2Ftable[5].s, "S5") << "loaded before the table is emptied";
   };
   table.S2Ftable[5] = {"S5", "1", "1"};
   table.S2Ftable[kCurrentRow] = {"S5", "1", "1"};
@@ -337,6 +337,14 @@ TEST_F(CalibrationTableTest, StatusLabelShowsRigAndCalibration) {
   EXPECT_EQ(caption, "Cat FT840 Com2  Default Calibration Table");
   table.ShowStatusCaption("", "/car/Calibration1.cfg");
   EXPECT_EQ(caption, "Cat FT840 Com2  /car/Calibration1.cfg");
+}
+
+// Every operation is rounded by itself: fused into one, slope and addition give 386.65 here.
+TEST_F(CalibrationTableTest, EachStepIsRoundedToSingle) {
+  table.S2Ftable[70] = {"S5", "1", "169.5"};
+  table.S2Ftable[110] = {"S6", "2", "503.6"};
+  table.S2Ftable[200] = {"S7", "3", "600"};
+  EXPECT_EQ(Converted(96).millivolt_per_metre, " 386.66");
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ struct SignalBench {
     forms.form1.lblFreq.caption = " 3630 kHz";
     rig.on_reading = [this] { meter.ShowReading(); };
     meter.follow_reading = [this] { editor.FollowReading(); };
-    panel.block_ends = [this] { ++blocks_ended; };
+    rig.block_ends = [this] { ++blocks_ended; };
     panel.band_crossed = [this] {
       ++bands_crossed;
       table.DefaultCalibration(false);

@@ -172,9 +172,10 @@ FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) 
 }
 
 FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
-  ++appends;
+  const bool journal = path.ends_with(".pending");
+  if (!journal) ++appends;
   if (FileFault fault = WriteFault(path)) return fault;
-  appended_lines += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+  if (!journal) appended_lines += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
   if (!forget_appends) files[path] += bytes;
   return {};
 }

@@ -169,7 +169,7 @@ class MemoryFiles : public FileStore {
   std::string faulty_path;      // when not empty, only writing to this path fails
   bool forget_appends = false;  // count them only, for drives that last for days
   int replaces = 0;
-  int appends = 0;
+  int appends = 0;  // but for those to a journal
   std::size_t appended_lines = 0;
 
   bool Exists(const std::string& path) const override { return files.contains(path); }
@@ -189,8 +189,8 @@ class MemoryFiles : public FileStore {
 // Writes at once, unless told to hold: then jobs wait for Release or Finish.
 class ScriptedWorker : public Worker {
  public:
-  bool hold = false;      // a slow disk
-  bool hangs = false;     // Finish gives up
+  bool hold = false;   // a slow disk
+  bool hangs = false;  // Finish gives up
   std::size_t jobs = 0;
 
   void Post(std::function<void()> job, std::function<void()> done) override;
