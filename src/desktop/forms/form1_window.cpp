@@ -63,8 +63,9 @@ void Form1Window::BuildMenus() {
 void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
   for (std::size_t i = 0; i < form_.StatusBar1.size(); ++i) {
-    auto* panel = new QLabel(statusBar());
+    auto* panel = new ElidedLabel(statusBar());
     panel->setIndent(Characters(panel, 1));
+    panel->AskUpTo(kMostOfPanel);
     statusBar()->addWidget(panel, 1);
     binder_.Bind(form_.StatusBar1.at(i), panel);
   }
@@ -74,7 +75,7 @@ void Form1Window::BuildStatusBar() {
 
 QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   const Panel panel(binder_, parent);
-  auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"));
+  auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"), kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
   QPalette plain = into->palette();

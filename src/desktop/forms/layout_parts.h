@@ -21,4 +21,12 @@ inline constexpr double kLargestReadoutScale = 4.2;
 inline constexpr double kSecondScale = 1.7;
 inline constexpr double kHeadingScale = 0.85;
 
+// The longest texts, in characters: what a value, a panel of the status bar ask place for, and what can be
+// typed.
+inline constexpr int kMostOfValue = 24;
+inline constexpr int kMostOfPanel = 40;
+inline constexpr int kMostOfNumber = 72;  // the longest frequency of a configuration, with its unit
+inline constexpr int kMostOfAntenna = 4096;
+inline constexpr int kMostOfPath = 4096;
+
 }  // namespace kestrum

@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include "desktop/binding/binder.h"
+#include "desktop/forms/layout_parts.h"
 
 namespace kestrum {
 
@@ -17,7 +18,8 @@ class Panel {
  public:
   Panel(Binder& binder, QWidget* parent) : binder_(binder), parent_(parent) {}
 
-  QLabel* Value(Label& label) const;
+  // As wide as its text, up to kMostOfValue characters.
+  ElidedLabel* Value(Label& label) const;
   // Drawn as large as fits; see FitLabel.
   FitLabel* Readout(Label& label, double scale, const QString& room) const;
   ElidedLabel* Elided(Label& label, Qt::TextElideMode mode = Qt::ElideRight) const;
@@ -28,7 +30,7 @@ class Panel {
   std::vector<QRadioButton*> Group(const Options& options) const {
     return MakeGroup({options.begin(), options.end()});
   }
-  QLineEdit* Edit(TextBox& box, const QString& spoken) const;
+  QLineEdit* Edit(TextBox& box, const QString& spoken, int most_characters = kMostOfNumber) const;
   QComboBox* Combo(ComboBox& box, const QString& spoken) const;
   QSlider* Slide(Slider& slider, const QString& spoken) const;
   MeterBar* Bar(ProgressBar& bar, const QString& spoken) const;

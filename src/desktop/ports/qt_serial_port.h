@@ -29,13 +29,17 @@ class QtSerialPort : public QObject, public SerialPort {
  private:
   bool ApplySettings();
   void OnError(QSerialPort::SerialPortError error);
+  // Whether the line is in order and merely takes no bytes at the moment.
+  bool TakesNoBytes(QSerialPort::SerialPortError error) const;
+  void DropRefused();
   void CloseLost();
 
   QString application_folder_;
   int number_ = 0;
   std::string settings_;
   QSerialPort port_;
-  bool lost_ = false;  // the line has failed; the port is closed at the next chance
+  bool lost_ = false;     // the line has failed; the port is closed at the next chance
+  bool refused_ = false;  // the line takes no bytes; what waits is dropped at the next chance
   QString trouble_;
 };
 

@@ -68,8 +68,10 @@ QFont FitLabel::Fit(const QString& text) const {
 void FitLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setFont(FittingFont());
+  // Even the smallest size may be too large for a text without end.
+  const QString shown = painter.fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
   style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
-                        text(), QPalette::WindowText);
+                        shown, QPalette::WindowText);
 }
 
 ElidedLabel::ElidedLabel(QWidget* parent, Qt::TextElideMode mode) : QLabel(parent), mode_(mode) {
@@ -77,19 +79,40 @@ ElidedLabel::ElidedLabel(QWidget* parent, Qt::TextElideMode mode) : QLabel(paren
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
+void ElidedLabel::AskUpTo(int characters) {
+  most_characters_ = characters;
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+  updateGeometry();
+}
+
+int ElidedLabel::WidthOfText() const {
+  const int border = width() - Room().width();
+  // No text is drawn narrower than a quarter of its average: the rest cannot matter.
+  const int wanted = fontMetrics().horizontalAdvance(text().left(most_characters_ * 4));
+  return qMin(wanted, fontMetrics().averageCharWidth() * most_characters_) + border;
+}
+
 QSize ElidedLabel::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * 16, QLabel::sizeHint().height()};
+  const int height = fontMetrics().height() + 2 * margin();
+  if (most_characters_ > 0) return {WidthOfText(), height};
+  return {fontMetrics().averageCharWidth() * 16, height};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
-  return {fontMetrics().averageCharWidth() * 8, QLabel::minimumSizeHint().height()};
+  if (most_characters_ > 0) return sizeHint();
+  return {fontMetrics().averageCharWidth() * 8, sizeHint().height()};
+}
+
+QRect ElidedLabel::Room() const {
+  const int margins = margin();
+  return contentsRect().adjusted(margins + qMax(0, indent()), margins, -margins, -margins);
 }
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QString shown = fontMetrics().elidedText(text(), mode_, contentsRect().width());
-  style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
-                        shown, QPalette::WindowText);
+  const QString shown = fontMetrics().elidedText(text(), mode_, Room().width());
+  style()->drawItemText(&painter, Room(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
+                        QPalette::WindowText);
 }
 
 }  // namespace kestrum

@@ -50,6 +50,8 @@ class ElidedLabel : public QLabel {
 
  public:
   explicit ElidedLabel(QWidget* parent, Qt::TextElideMode mode = Qt::ElideRight);
+  // From now on it asks for the place of its whole text, up to this number of average characters.
+  void AskUpTo(int characters);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -58,7 +60,12 @@ class ElidedLabel : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  // Where the text stands.
+  QRect Room() const;
+  int WidthOfText() const;
+
   Qt::TextElideMode mode_;
+  int most_characters_ = 0;  // 0: it asks for the same place whatever its text is
 };
 
 }  // namespace kestrum
