@@ -1,5 +1,6 @@
 #include "fix_tracker.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kestrum::posdex {
@@ -54,11 +55,12 @@ void FixTracker::Take(const Sentence& sentence, qint64 now_ms) {
   if (sentence.kind == Kind::kOther) return;
   const QGeoPositionInfo& info = sentence.info;
   if (sentence.kind == Kind::kRmc || sentence.kind == Kind::kVtg) {
-    Note(speed_knots_, sentence, Told(info, QGeoPositionInfo::GroundSpeed, kKnotsPerMetreASecond), now_ms);
-    Note(course_deg_, sentence, Told(info, QGeoPositionInfo::Direction, 1.0), now_ms);
+    Note(speed_knots_, sentence.kind, Told(info, QGeoPositionInfo::GroundSpeed, kKnotsPerMetreASecond),
+         now_ms);
+    Note(course_deg_, sentence.kind, Told(info, QGeoPositionInfo::Direction, 1.0), now_ms);
   }
   if (sentence.kind == Kind::kGga || sentence.kind == Kind::kGns) {
-    Note(height_m_, sentence, HeightOf(info.coordinate()), now_ms);
+    Note(height_m_, sentence.kind, HeightOf(info.coordinate()), now_ms);
     if (sentence.satellites) TakeSatellites(*sentence.satellites, now_ms);
   }
   if (sentence.kind == Kind::kGsa) NoteType(sentence.type, now_ms);
@@ -76,7 +78,7 @@ void FixTracker::Take(const Sentence& sentence, qint64 now_ms) {
 void FixTracker::Take(const Fix& report, qint64 now_ms) {
   // A gpsd leaves out what this epoch's sentences did not tell, and that need not be news.
   const auto note = [now_ms](Number& number, std::optional<double> value) {
-    if (value) number = {value, Kind::kOther, now_ms};
+    if (value) Note(number, Kind::kOther, value, now_ms);
   };
   if (report.type == FixType::kUnknown) return;
   note(height_m_, report.height_m);
@@ -93,7 +95,7 @@ void FixTracker::Take(const Fix& report, qint64 now_ms) {
 }
 
 void FixTracker::TakeSatellites(int count, qint64 now_ms) {
-  satellites_ = {count, Kind::kOther, now_ms};
+  satellites_ms_ = now_ms;
   fix_.satellites = count;
 }
 
@@ -104,7 +106,7 @@ bool FixTracker::Begins(const Sentence& sentence) const {
 
 void FixTracker::Expire(qint64 now_ms) {
   if (fix_.valid && now_ms - confirmed_ms_.value_or(0) >= kLostAfterMs) fix_.valid = false;
-  if (now_ms - satellites_.at_ms >= kSatellitesLastMs) fix_.satellites.reset();
+  if (now_ms - satellites_ms_ >= kSatellitesLastMs) fix_.satellites.reset();
   if (now_ms - type_at_ms_ >= kLostAfterMs) fix_.type = FixType::kUnknown;
 }
 
@@ -141,10 +143,12 @@ void FixTracker::NoteType(FixType type, qint64 now_ms) {
 
 // Silence about a number is news only from the kind of sentence that told it before: RMC may leave the speed
 // to VTG.
-void FixTracker::Note(Number& number, const Sentence& sentence, std::optional<double> value, qint64 now_ms) {
+void FixTracker::Note(Number& number, Kind teller, std::optional<double> value, qint64 now_ms) {
   if (value) {
-    number = {value, sentence.kind, now_ms};
-  } else if (number.teller == sentence.kind) {
+    const bool has_rhythm = number.value && number.teller == teller;
+    const qint64 every_ms = has_rhythm ? std::min(now_ms - number.at_ms, kSlowestRhythmMs) : 0;
+    number = {value, teller, now_ms, every_ms};
+  } else if (number.teller == teller) {
     number.value.reset();
   }
 }
@@ -159,7 +163,8 @@ void FixTracker::Confirm(double latitude_deg, double longitude_deg, qint64 now_m
 void FixTracker::Compose(qint64 now_ms) {
   if (!fix_.valid) return;
   const auto fresh = [now_ms](const Number& number) {
-    return now_ms - number.at_ms < kLostAfterMs ? number.value : std::nullopt;
+    const qint64 stands_ms = std::max(kLostAfterMs, number.every_ms * 3 / 2);
+    return now_ms - number.at_ms < stands_ms ? number.value : std::nullopt;
   };
   fix_.height_m = fresh(height_m_);
   fix_.speed_knots = fresh(speed_knots_);

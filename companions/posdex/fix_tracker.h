@@ -13,8 +13,10 @@ namespace kestrum::posdex {
 /// position and numbers. Times are milliseconds of any steady clock.
 class FixTracker {
  public:
-  /// Without a word from the receiver a fix or a number stands for this long.
+  /// Without a word from the receiver a fix or a number stands for this long; a number that the receiver
+  /// tells more rarely, for one and a half times its rhythm.
   static constexpr qint64 kLostAfterMs = 3500;
+  static constexpr qint64 kSlowestRhythmMs = 10000;
   /// The count of satellites is told less often than the position.
   static constexpr qint64 kSatellitesLastMs = 12000;
 
@@ -44,6 +46,7 @@ class FixTracker {
     std::optional<double> value;
     Sentence::Kind teller = Sentence::Kind::kOther;
     qint64 at_ms = 0;
+    qint64 every_ms = 0;  ///< the receiver's rhythm, as far as it has shown
   };
   /// The sentence that has had the last word.
   struct Decision {
@@ -54,7 +57,7 @@ class FixTracker {
 
   bool Decides(const Sentence& sentence, qint64 now_ms);
   void NoteType(FixType type, qint64 now_ms);
-  static void Note(Number& number, const Sentence& sentence, std::optional<double> value, qint64 now_ms);
+  static void Note(Number& number, Sentence::Kind teller, std::optional<double> value, qint64 now_ms);
   void Confirm(double latitude_deg, double longitude_deg, qint64 now_ms);
   void Compose(qint64 now_ms);
 
@@ -64,7 +67,7 @@ class FixTracker {
   Number height_m_;
   Number speed_knots_;
   Number course_deg_;
-  Number satellites_;
+  qint64 satellites_ms_ = 0;
   qint64 type_at_ms_ = 0;
 };
 

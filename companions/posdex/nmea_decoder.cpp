@@ -120,6 +120,8 @@ std::optional<Sentence> NmeaDecoder::Decode(QByteArrayView line) {
                                 &sentence.has_fix)) {
     sentence.kind = Kind::kOther;
   }
+  // Qt says something of a GSA too.
+  if (plan->time_field == 0) sentence.has_fix = false;
   return sentence;
 }
 

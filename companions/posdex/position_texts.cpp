@@ -50,7 +50,7 @@ QString NumberText(std::optional<double> value) {
 
 QString CourseText(std::optional<double> degrees) {
   constexpr double kTurn = 360.0;
-  if (degrees) {
+  if (degrees && std::abs(*degrees) < kLargestNumber) {
     degrees = std::fmod(*degrees, kTurn);
     if (*degrees < 0) degrees = *degrees + kTurn;
   }

@@ -13,13 +13,13 @@ enum class FixType { kUnknown, kNone, k2D, k3D };
 /// What the receiver tells. A value that it does not tell is empty.
 struct Fix {
   bool valid = false;
-  FixType type = FixType::kUnknown;
-  std::optional<int> satellites;        ///< used for the position
   std::optional<double> latitude_deg;   ///< -90 to 90, north positive
   std::optional<double> longitude_deg;  ///< -180 to 180, east positive
   std::optional<double> height_m;       ///< above mean sea level
   std::optional<double> speed_knots;
   std::optional<double> course_deg;  ///< over ground, 0 to 360
+  FixType type = FixType::kUnknown;
+  std::optional<int> satellites = std::nullopt;  ///< used for the position
 
   bool operator==(const Fix&) const = default;
 };
