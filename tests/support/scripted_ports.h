@@ -70,6 +70,10 @@ class ScriptedLinks : public TextLinks {
   void Unlink(const std::string& topic, const std::string& item) override;
   bool server_present = true;
   bool ServerPresent(const std::string&) const override { return server_present; }
+  std::chrono::milliseconds silence{0};  // of a server that is there
+  std::optional<std::chrono::milliseconds> SilentFor(const std::string&) const override {
+    return server_present ? std::optional(silence) : std::nullopt;
+  }
   // The reader sends a text; false when the item is not linked.
   bool Send(const std::string& item, const std::string& text);
 
