@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 
 /// Owns one file descriptor; -1 for none.
 class UniqueFd {
@@ -34,4 +34,4 @@ class UniqueFd {
   int fd_ = -1;
 };
 
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

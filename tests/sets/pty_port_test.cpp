@@ -1,4 +1,4 @@
-#include "pty_port.h"
+#include "sets/pty_port.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@
 #include <cerrno>
 #include <fstream>
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 namespace {
 
 namespace fs = std::filesystem;
@@ -22,7 +22,7 @@ using testing::ElementsAre;
 class PtyPortTest : public testing::Test {
  protected:
   PtyPortTest() {
-    std::string pattern = testing::TempDir() + "drivesim_pty_XXXXXX";
+    std::string pattern = testing::TempDir() + "sets_pty_XXXXXX";
     folder_ = ::mkdtemp(pattern.data());
   }
   ~PtyPortTest() override { fs::remove_all(folder_); }
@@ -71,6 +71,14 @@ TEST_F(PtyPortTest, LeavesAFileThatIsNoLink) {
   EXPECT_EQ(port.Open(), Link().string() + ": there is a file of that name that is no link");
   EXPECT_FALSE(port.IsOpen());
   EXPECT_TRUE(fs::is_regular_file(Link()));
+}
+
+TEST_F(PtyPortTest, LeavesALinkToARealPort) {
+  fs::create_symlink("/dev/serial/by-id/usb-port0", Link());
+  PtyPort port(Link());
+  EXPECT_EQ(port.Open(), Link().string() + ": there is a link of that name to /dev/serial/by-id/usb-port0");
+  EXPECT_FALSE(port.IsOpen());
+  EXPECT_EQ(fs::read_symlink(Link()), "/dev/serial/by-id/usb-port0");
 }
 
 TEST_F(PtyPortTest, LeavesALinkThatIsSomebodyElsesByNow) {
@@ -200,4 +208,4 @@ TEST_F(PtyPortTest, AClientThatWasKilledDoesNotKeepThePort) {
 }
 
 }  // namespace
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

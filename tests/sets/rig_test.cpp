@@ -1,9 +1,9 @@
-#include "rig.h"
+#include "sets/rig.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 namespace {
 
 struct Row {
@@ -59,26 +59,11 @@ TEST(RigFt817, SwitchesTellWhenTheyWereAsAsked) {
            {{{0, 0, 0, 0, 0x80}, {0xF0}, "lock off"},
             {{0, 0, 0, 0, 0x00}, {0x00}, "lock on"},
             {{0, 0, 0, 0, 0x00}, {0xF0}, "lock on"},
-            {{0, 0, 0, 0, 0x80}, {0x00}, "lock off"},
-            {{0, 0, 0, 0, 0x05}, {0x00}, "clarifier on"},
-            {{0, 0, 0, 0, 0x05}, {0xF0}, "clarifier on"},
-            {{0, 0, 0, 0, 0x85}, {0x00}, "clarifier off"},
-            {{0, 0, 0, 0, 0x02}, {0x00}, "split on"},
-            {{0, 0, 0, 0, 0x82}, {0x00}, "split off"},
-            {{0, 0, 0, 0, 0x82}, {0xF0}, "split off"}});
+            {{0, 0, 0, 0, 0x80}, {0x00}, "lock off"}});
 }
 
-TEST(RigFt817, Transmit) {
-  const auto rig = MakeRig(Model::FT817, {});
-  Converse(*rig, 0,
-           {{kReadTransmit, {0xFF}, "read transmit status"},
-            {{0, 0, 0, 0, 0xBD}, {0x00}, "read transmit meters"},
-            {{0, 0, 0, 0, 0x08}, {0x00}, "PTT on"},
-            {kReadTransmit, {0x08}, "read transmit status"},
-            {{0, 0, 0, 0, 0xBD}, {0x80, 0x00}, "read transmit meters"},
-            {{0, 0, 0, 0, 0x08}, {0xF0}, "PTT on"},
-            {{0, 0, 0, 0, 0x88}, {0x00}, "PTT off"},
-            {kReadTransmit, {0xFF}, "read transmit status"}});
+TEST(RigFt817, AlwaysReceives) {
+  Converse(*MakeRig(Model::FT817, {}), 0, {{kReadTransmit, {0xFF}, "read transmit status"}});
 }
 
 TEST(RigFt817, ReceiveStatusIsOneByte) {
@@ -101,20 +86,16 @@ TEST(RigFt817, TwoVfos) {
             {kReadFrequency, {0x01, 0x42, 0x00, 0x00, 0x01}, "read frequency and mode"},
             {{0, 0, 0, 0, 0x81}, {0x00}, "VFO A"},
             {kReadFrequency, {0x00, 0x36, 0x30, 0x00, 0x00}, "read frequency and mode"},
-            {{0, 0, 0, 0, 0x02}, {0x00}, "split on"},
-            {{0x00, 0x7A, 0, 0, 0xBB}, {0x80, 0x00}, "read memory"}});
+            {{0x00, 0x54, 0, 0, 0xBB}, {0x00, 0x80}, "read memory"},
+            {{0x00, 0x7A, 0, 0, 0xBB}, {0x00, 0x00}, "read memory"}});
 }
 
-TEST(RigFt817, OtherSettingsAreAcknowledged) {
+TEST(RigFt817, WhatItDoesNotKnowIsNotAnswered) {
   const auto rig = MakeRig(Model::FT817, {});
-  Converse(*rig, 0,
-           {{{0, 0, 0x12, 0x34, 0xF5}, {0x00}, "set clarifier offset"},
-            {{0x09, 0, 0, 0, 0x09}, {0x00}, "set repeater shift direction"},
-            {{0x05, 0x43, 0x21, 0x00, 0xF9}, {0x00}, "set repeater shift"},
-            {{0x2A, 0, 0, 0, 0x0A}, {0x00}, "CTCSS on"},
-            {{0x08, 0x85, 0, 0, 0x0B}, {0x00}, "set CTCSS tone"},
-            {{0x00, 0x23, 0, 0, 0x0C}, {0x00}, "set DCS code"},
-            {{0, 0, 0, 0, 0x55}, {}, "unknown command, ignored"}});
+  for (const int opcode :
+       {0x02, 0x04, 0x05, 0x08, 0x09, 0x0B, 0x0C, 0x55, 0x82, 0x85, 0x88, 0xBD, 0xF5, 0xFF}) {
+    Converse(*rig, 0, {{{0, 0, 0, 0, static_cast<std::uint8_t>(opcode)}, {}, "unknown command, ignored"}});
+  }
 }
 
 TEST(RigFt817, WithoutAcknowledgesOnlyReadsAnswer) {
@@ -159,9 +140,7 @@ TEST(RigFt857, HasNoPowerCommandAndMoreModes) {
     Converse(*rig, 5,
              {{{0, 0, 0, 0, 0x8F}, {}, "unknown command, ignored"},
               {{0x88, 0, 0, 0, 0x07}, {0x00}, "set mode FMN"},
-              {kReadStatus, {0x05}, "read receive status"},
-              {{0, 0, 0, 0, 0x02}, {0x00}, "split on"},
-              {{0x00, 0x8D, 0, 0, 0xBB}, {0x80, 0x00}, "read memory"}});
+              {kReadStatus, {0x05}, "read receive status"}});
   }
 }
 
@@ -169,10 +148,8 @@ TEST(RigFt857, IsNotTunedByAFrameOfTheFt840) {
   // 0x0A is the tone command here; the logger's FT857 frequency frame therefore changes nothing on a real
   // set.
   Converse(*MakeRig(Model::FT857, {}), 0,
-           {{{0x00, 0x00, 0x42, 0x01, 0x0A}, {0x00}, "CTCSS/DCS mode 00, unknown, ignored"},
-            {{0x0A, 0, 0, 0, 0x0A}, {0x00}, "DCS on"},
-            {{0x4A, 0, 0, 0, 0x0A}, {0x00}, "CTCSS encoder on"},
-            {{0x8A, 0, 0, 0, 0x0A}, {0x00}, "CTCSS and DCS off"},
+           {{{0x00, 0x00, 0x42, 0x01, 0x0A}, {0x00}, "set CTCSS/DCS mode 00, ignored"},
+            {{0x0A, 0x00, 0x42, 0x01, 0x0A}, {0x00}, "set CTCSS/DCS mode 0A, ignored"},
             {kReadFrequency, {0x00, 0x36, 0x30, 0x00, 0x00}, "read frequency and mode"}});
 }
 
@@ -193,10 +170,8 @@ TEST(RigFt840, SettingsAreSilent) {
             {{0, 0, 0, 9, 0x0C}, {}, "set mode, unknown, ignored"},
             {{0, 0, 0, 1, 0x04}, {}, "lock on"},
             {{0, 0, 0, 0, 0x04}, {}, "lock off"},
-            {{0, 0, 0, 1, 0x0F}, {}, "PTT on"},
-            {{0, 0, 0, 0, 0x0F}, {}, "PTT off"},
             {{0, 0, 0, 5, 0x0E}, {}, "set pacing"},
-            {{0, 0, 0, 1, 0x09}, {}, "clarifier on"},
+            {{0, 0, 0, 1, 0x0F}, {}, "unknown command, ignored"},
             {kReadStatus, {}, "unknown command, ignored"}});
 }
 
@@ -204,20 +179,19 @@ TEST(RigFt840, StatusTellsBothVfos) {
   const auto rig = MakeRig(Model::FT840, {});
   // 3630.00 kHz is 363000 = 0x0589F8, 14200.00 kHz is 1420000 = 0x15AAE0.
   Converse(*rig, 0,
-           {{{0, 0, 0, 1, 0x10}, {0x00}, "read status"},
+           {{{0, 0, 0, 1, 0x10}, {}, "read status"},
             {{0, 0, 0, 3, 0x10},
              {0, 0x05, 0x89, 0xF8, 0, 0, 0, 0, 0, 0, 0x15, 0xAA, 0xE0, 0, 0, 1, 0, 0},
              "read status"},
             {{0, 0, 0, 1, 0x05}, {}, "VFO B"},
             {{0, 0, 0, 3, 0x0C}, {}, "set mode CWN"},
-            {{0x50, 0x01, 0xFF, 0xFF, 0x09}, {}, "set clarifier offset"},
             {{0, 0, 0, 2, 0x10},
-             {0, 0, 0x15, 0xAA, 0xE0, 0xFF, 0x6A, 2, 0x80, 0, 0, 0x05, 0x89, 0xF8, 0, 0, 0, 0, 0},
+             {0, 0, 0x15, 0xAA, 0xE0, 0, 0, 2, 0x80, 0, 0, 0x05, 0x89, 0xF8, 0, 0, 0, 0, 0},
              "read status"},
-            {{0, 0, 0, 0, 0x85}, {}, "A = B"},
             {{0, 0, 0, 0, 0x05}, {}, "VFO A"},
+            {{0, 0, 0, 6, 0x0C}, {}, "set mode FM"},
             {{0, 0, 0, 2, 0x10},
-             {0, 0, 0x15, 0xAA, 0xE0, 0xFF, 0x6A, 2, 0x80, 0, 0, 0x15, 0xAA, 0xE0, 0xFF, 0x6A, 2, 0x80, 0},
+             {0, 0, 0x05, 0x89, 0xF8, 0, 0, 4, 0, 0, 0, 0x15, 0xAA, 0xE0, 0, 0, 2, 0x80, 0},
              "read status"}});
 }
 
@@ -226,16 +200,13 @@ TEST(RigFt840, Flags) {
   Converse(*rig, 0,
            {{{0, 0, 0, 0, 0xFA}, {0x80, 0, 0x00, 0x08, 0x41}, "read flags"},
             {{0, 0, 0, 1, 0x05}, {}, "VFO B"},
-            {{0, 0, 0, 1, 0x00}, {}, "split on"},
-            {{0, 0, 0, 1, 0x0F}, {}, "PTT on"},
-            {{0, 0, 0, 0, 0xFA}, {0xC8, 0, 0x80, 0x08, 0x41}, "read flags"}});
+            {{0, 0, 0, 0, 0xFA}, {0xC0, 0, 0x00, 0x08, 0x41}, "read flags"}});
 }
 
-TEST(RigFt847, StatusInBothForms) {
-  Converse(*MakeRig(Model::FT847, {}), 17, {{kReadStatus, {17, 0, 0, 0, 0xE7}, "read receive status"}});
-  RigSetup setup;
-  setup.five_byte_status = false;
-  Converse(*MakeRig(Model::FT847, setup), 99, {{kReadStatus, {31}, "read receive status"}});
+TEST(RigFt847, StatusIsFiveBytesWithTheOpcodeLast) {
+  const auto rig = MakeRig(Model::FT847, {});
+  Converse(*rig, 17, {{kReadStatus, {17, 0, 0, 0, 0xE7}, "read receive status"}});
+  Converse(*rig, 99, {{kReadStatus, {31, 0, 0, 0, 0xE7}, "read receive status"}});
 }
 
 TEST(RigFt847, CatSwitch) {
@@ -248,18 +219,15 @@ TEST(RigFt847, CatSwitch) {
             {kReadStatus, {3, 0, 0, 0, 0xE7}, "read receive status"}});
 }
 
-TEST(RigFt847, ThreeReceivers) {
+TEST(RigFt847, FrequencyAndMode) {
   const auto rig = MakeRig(Model::FT847, {});
   Converse(*rig, 0,
            {{{0x14, 0x42, 0x50, 0x00, 0x01}, {}, "set frequency 144250.00 kHz"},
-            {{0x01, 0, 0, 0, 0x07}, {}, "set mode USB"},
-            {{0x43, 0x50, 0x00, 0x00, 0x11}, {}, "set frequency 435000.00 kHz of satellite RX"},
-            {{0x82, 0, 0, 0, 0x17}, {}, "set mode CWN of satellite RX"},
-            {kReadFrequency, {0x14, 0x42, 0x50, 0x00, 0x01}, "read frequency and mode"},
-            {{0, 0, 0, 0, 0x13}, {0x43, 0x50, 0x00, 0x00, 0x82}, "read frequency and mode of satellite RX"},
-            {{0, 0, 0, 0, 0x23}, {0x43, 0x58, 0x00, 0x00, 0x08}, "read frequency and mode of satellite TX"},
+            {{0x82, 0, 0, 0, 0x07}, {}, "set mode CWN"},
+            {kReadFrequency, {0x14, 0x42, 0x50, 0x00, 0x82}, "read frequency and mode"},
             {{0x09, 0x00, 0x00, 0x00, 0x01}, {}, "set frequency 90000.00 kHz, out of range, ignored"},
-            {{0, 0, 0, 0, 0x33}, {}, "unknown command, ignored"}});
+            {{0, 0, 0, 0, 0x13}, {}, "unknown command, ignored"},
+            {kReadFrequency, {0x14, 0x42, 0x50, 0x00, 0x82}, "read frequency and mode"}});
 }
 
 TEST(RigFt847, ModeInTheFourthByteIsNotSeen) {
@@ -270,18 +238,90 @@ TEST(RigFt847, ModeInTheFourthByteIsNotSeen) {
             {{0x77, 0, 0, 0, 0x07}, {}, "set mode, unknown, ignored"}});
 }
 
-TEST(RigFt847, Transmit) {
-  Converse(*MakeRig(Model::FT847, {}), 0,
-           {{kReadTransmit, {0x80}, "read transmit status"},
-            {{0, 0, 0, 0, 0x08}, {}, "PTT on"},
-            {kReadTransmit, {0x08}, "read transmit status"},
-            {{0, 0, 0, 0, 0x88}, {}, "PTT off"},
-            {{0, 0, 0, 0, 0x4E}, {}, "satellite mode on"},
-            {{0, 0, 0, 0, 0x8E}, {}, "satellite mode off"},
-            {{0, 0, 0, 0, 0x49}, {}, "set repeater shift direction"},
-            {{0, 0, 0, 0, 0xF9}, {}, "set repeater shift"},
-            {{0, 0, 0, 0, 0x0B}, {}, "set CTCSS tone"}});
+struct ChangeRow {
+  Model model;
+  Command command;
+  Change change;
+};
+
+Change Tuned(std::uint32_t frequency_10hz) {
+  return {frequency_10hz, {}, {}, {}};
+}
+Change Switched(Mode mode) {
+  return {{}, mode, {}, {}};
+}
+Change Locked(bool locked) {
+  return {{}, {}, locked, {}};
+}
+Change Powered(bool powered) {
+  return {{}, {}, {}, powered};
+}
+
+TEST(Rig, TellsWhatACommandAsksFor) {
+  const std::vector<ChangeRow> rows = {
+      {Model::FT840, {0x00, 0x0A, 0x42, 0x01, 0x0A}, Tuned(1421000)},
+      {Model::FT840, {0, 0, 0, 4, 0x0A}, {}},
+      {Model::FT840, {0, 0, 0, 0, 0x0C}, Switched(Mode::LSB)},
+      {Model::FT840, {0, 0, 0, 1, 0x0C}, Switched(Mode::USB)},
+      {Model::FT840, {0, 0, 0, 2, 0x0C}, Switched(Mode::CW)},
+      {Model::FT840, {0, 0, 0, 3, 0x0C}, Switched(Mode::CWN)},
+      {Model::FT840, {0, 0, 0, 4, 0x0C}, Switched(Mode::AM)},
+      {Model::FT840, {0, 0, 0, 5, 0x0C}, Switched(Mode::AMN)},
+      {Model::FT840, {0, 0, 0, 6, 0x0C}, Switched(Mode::FM)},
+      {Model::FT840, {0, 0, 0, 7, 0x0C}, {}},
+      {Model::FT840, {0, 0, 0, 1, 0x04}, Locked(true)},
+      {Model::FT840, {0, 0, 0, 0, 0x04}, Locked(false)},
+      {Model::FT840, kReadTransmit, {}},
+      {Model::FT817, {0x43, 0x97, 0x00, 0x00, 0x01}, Tuned(43970000)},
+      {Model::FT817, {0x50, 0x00, 0x00, 0x00, 0x01}, {}},
+      {Model::FT817, {3, 0, 0, 0, 0x07}, Switched(Mode::CWR)},
+      {Model::FT817, {8, 0, 0, 0, 0x07}, Switched(Mode::FM)},
+      {Model::FT817, {0x88, 0, 0, 0, 0x07}, {}},
+      {Model::FT817, {0, 0, 0, 0, 0x00}, Locked(true)},
+      {Model::FT817, {0, 0, 0, 0, 0x80}, Locked(false)},
+      {Model::FT817, {0, 0, 0, 0, 0x0F}, Powered(true)},
+      {Model::FT817, {0, 0, 0, 0, 0x8F}, Powered(false)},
+      {Model::FT857, {0, 0, 0, 0, 0x8F}, {}},
+      {Model::FT857, {0x88, 0, 0, 0, 0x07}, Switched(Mode::FMN)},
+      {Model::FT847, {0x14, 0x42, 0x50, 0x00, 0x01}, Tuned(14425000)},
+      {Model::FT847, {0x82, 0, 0, 0, 0x07}, Switched(Mode::CWN)},
+  };
+  for (const ChangeRow& row : rows) {
+    const Change change = MakeRig(row.model, {})->Handle(row.command, 0).change;
+    const std::string command = std::string(ModelName(row.model)) + " " + HexText(row.command);
+    EXPECT_EQ(change.frequency_10hz, row.change.frequency_10hz) << command;
+    EXPECT_EQ(change.mode, row.change.mode) << command;
+    EXPECT_EQ(change.locked, row.change.locked) << command;
+    EXPECT_EQ(change.powered, row.change.powered) << command;
+  }
+}
+
+TEST(Rig, WithoutAMeterOnlyItsReadIsNotAnswered) {
+  for (const auto& [model, read] :
+       {std::pair{Model::FT817, kReadStatus}, {Model::FT840, kReadTransmit}, {Model::FT847, kReadStatus}}) {
+    const auto rig = MakeRig(model, {});
+    EXPECT_TRUE(rig->Handle(read, std::nullopt).reply.empty()) << ModelName(model);
+    EXPECT_FALSE(rig->Handle(read, 0).reply.empty()) << ModelName(model);
+  }
+  EXPECT_EQ(MakeRig(Model::FT817, {})->Handle(kReadFrequency, std::nullopt).reply.size(), 5U);
+}
+
+TEST(RigFt817, OneThatDoesNotSleepHearsEverythingWhileOff) {
+  RigSetup setup;
+  setup.sleeps = false;
+  setup.acknowledges = false;
+  Converse(*MakeRig(Model::FT817, setup), 5,
+           {{{0, 0, 0, 0, 0x8F}, {}, "power off"},
+            {kReadStatus, {0x05}, "read receive status"},
+            {{0, 0, 0, 0, 0}, {}, "lock on"},
+            {{0, 0, 0, 0, 0x0F}, {}, "power on"}});
+}
+
+TEST(Rig, ModeNames) {
+  EXPECT_EQ(ModeName(Mode::LSB), "LSB");
+  EXPECT_EQ(ModeName(Mode::CWNR), "CWNR");
+  EXPECT_EQ(ModeName(Mode::PKT), "PKT");
 }
 
 }  // namespace
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

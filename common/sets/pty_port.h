@@ -4,10 +4,10 @@
 #include <span>
 #include <string>
 
-#include "bytes.h"
-#include "unique_fd.h"
+#include "sets/bytes.h"
+#include "sets/unique_fd.h"
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 
 /// A serial port for others to open: a pseudo-terminal in raw mode behind a link of a chosen name.
 ///
@@ -20,8 +20,8 @@ class PtyPort {
   PtyPort& operator=(const PtyPort&) = delete;
   ~PtyPort() { Close(); }
 
-  /// Makes the pseudo-terminal and the link, in place of a link that may be there; a file that is no link is
-  /// left alone. Empty when it worked, else the reason.
+  /// Makes the pseudo-terminal and the link, in place of a link to a pseudo-terminal that may be there; a
+  /// file or a link to something else is its owner's and left alone. Empty when it worked, else the reason.
   std::string Open();
   /// The client sees the line hang up; the link goes, unless it is somebody else's by now.
   void Close();
@@ -51,4 +51,4 @@ class PtyPort {
   bool used_ = false;  // since the last tidying
 };
 
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "rig.h"
+#include "sets/rig.h"
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 
 /// FT840: frequencies go least significant digits first, most parameters stand in the fourth byte, and
 /// nothing is ever acknowledged.
@@ -12,21 +12,20 @@ class RigFt840 : public Rig {
  public:
   explicit RigFt840(const RigSetup& setup);
 
-  Answer Handle(const Command& command, int meter) override;
+  Answer Handle(const Command& command, std::optional<int> meter) override;
   int MeterMax() const override { return 255; }
 
  private:
   struct Vfo {
     std::uint32_t frequency_10hz = 0;
-    std::uint8_t mode = 0;
-    int clarifier_10hz = 0;
+    Mode mode = Mode::LSB;
   };
 
-  std::optional<Answer> HandleRead(const Command& command, int meter) const;
-  std::string HandleSetting(const Command& command);
-  std::string SetFrequency(const Command& command);
-  std::string SetMode(std::uint8_t mode);
-  std::string SetClarifier(const Command& command);
+  std::optional<Answer> HandleRead(const Command& command, std::optional<int> meter) const;
+  Answer HandleSetting(const Command& command);
+  Answer SetFrequency(const Command& command);
+  Answer SetMode(std::uint8_t mode_byte);
+  Bytes Meter(std::optional<int> meter) const;
   Bytes Flags() const;
   Bytes Status(std::uint8_t part) const;
   static Bytes Record(const Vfo& vfo);
@@ -34,8 +33,6 @@ class RigFt840 : public Rig {
 
   std::array<Vfo, 2> vfos_;
   bool second_vfo_ = false;
-  bool split_ = false;
-  bool transmitting_ = false;
 };
 
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

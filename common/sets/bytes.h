@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -23,17 +23,4 @@ std::uint32_t BcdToNumber(std::span<const std::uint8_t> bcd);
 /// `count` bytes of packed BCD, most significant byte first; digits that do not fit are lost at the front.
 Bytes NumberToBcd(std::uint32_t number, std::size_t count);
 
-/// Splitmix64: the same numbers for the same seed on every machine, which the standard distributions do not
-/// give.
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : state_(seed) {}
-  std::uint64_t Next();
-  /// 0 <= value < 1
-  double Uniform();
-
- private:
-  std::uint64_t state_;
-};
-
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

@@ -1,4 +1,4 @@
-#include "pty_port.h"
+#include "sets/pty_port.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 namespace {
 
 std::string Reason(const std::string& what) {
@@ -18,6 +18,10 @@ std::string Reason(const std::string& what) {
 
 UniqueFd OpenDevice(const std::string& device) {
   return UniqueFd(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+}
+
+bool IsPseudoTerminal(const std::filesystem::path& device) {
+  return device.parent_path() == "/dev/pts";
 }
 
 /// Raw, and nothing left in the input.
@@ -57,6 +61,9 @@ std::string PtyPort::MakeLink() const {
   const auto status = std::filesystem::symlink_status(link_, error);
   if (std::filesystem::exists(status) && !std::filesystem::is_symlink(status)) {
     return link_.string() + ": there is a file of that name that is no link";
+  }
+  if (const auto old = std::filesystem::read_symlink(link_, error); !error && !IsPseudoTerminal(old)) {
+    return link_.string() + ": there is a link of that name to " + old.string();
   }
   // Made beside it and renamed over it, so that the name is never missing while it is replaced.
   std::filesystem::path fresh = link_;
@@ -119,4 +126,4 @@ bool PtyPort::TidyAfterClient(std::string& error) {
   return true;
 }
 
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets

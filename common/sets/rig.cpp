@@ -1,13 +1,13 @@
-#include "rig.h"
+#include "sets/rig.h"
 
 #include <array>
 #include <cstdio>
 
-#include "rig_ft817.h"
-#include "rig_ft840.h"
-#include "rig_ft847.h"
+#include "sets/rig_ft817.h"
+#include "sets/rig_ft840.h"
+#include "sets/rig_ft847.h"
 
-namespace kestrum::drivesim {
+namespace kestrum::sets {
 namespace {
 
 struct Named {
@@ -36,6 +36,38 @@ std::string_view ModelName(Model model) {
   return {};
 }
 
+std::string_view ModeName(Mode mode) {
+  switch (mode) {
+    case Mode::LSB:
+      return "LSB";
+    case Mode::USB:
+      return "USB";
+    case Mode::CW:
+      return "CW";
+    case Mode::CWN:
+      return "CWN";
+    case Mode::CWR:
+      return "CWR";
+    case Mode::CWNR:
+      return "CWNR";
+    case Mode::AM:
+      return "AM";
+    case Mode::AMN:
+      return "AMN";
+    case Mode::FM:
+      return "FM";
+    case Mode::FMN:
+      return "FMN";
+    case Mode::WFM:
+      return "WFM";
+    case Mode::DIG:
+      return "DIG";
+    case Mode::PKT:
+      return "PKT";
+  }
+  return {};
+}
+
 std::unique_ptr<Rig> MakeRig(Model model, const RigSetup& setup) {
   switch (model) {
     case Model::FT840:
@@ -56,4 +88,4 @@ std::string FrequencyText(std::uint32_t frequency_10hz) {
   return text.data();
 }
 
-}  // namespace kestrum::drivesim
+}  // namespace kestrum::sets
