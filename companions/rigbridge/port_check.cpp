@@ -80,15 +80,15 @@ std::optional<Fault> CheckSerialPort(const std::string& device) {
     return Fault{"There is no port " + device + ": is the cable plugged in?"};
   }
   if (!S_ISCHR(status.st_mode)) return Fault{device + " is no serial port."};
+  const sets::UniqueFd port(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  const int error = port ? 0 : errno;
+  if (port && ::isatty(port.Get()) != 1) return Fault{device + " is no serial port."};
   if (const auto holder = HolderOf(status.st_rdev)) {
     return Fault{"The port " + device + " is in use by " + *holder + "."};
   }
-  const sets::UniqueFd port(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (port) {
-    if (::isatty(port.Get()) == 1) return std::nullopt;
-    return Fault{device + " is no serial port."};
-  }
-  switch (errno) {
+  switch (error) {
+    case 0:
+      return std::nullopt;
     case EACCES:
     case EPERM:
       return Fault{"No permission for " + device +
@@ -100,7 +100,7 @@ std::optional<Fault> CheckSerialPort(const std::string& device) {
     case EIO:
       return Fault{"The port " + device + " does not answer: is the cable plugged in?"};
     default:
-      return Fault{device + ": " + Reason(errno) + "."};
+      return Fault{device + ": " + Reason(error) + "."};
   }
 }
 

@@ -41,6 +41,7 @@ sets::Bytes SetSide::Receive(std::span<const std::uint8_t> bytes, const std::opt
   }
   sets::Bytes replies;
   commands_.DropStale(now_s);
+  SettleLock(now_s);
   for (const std::uint8_t byte : bytes) {
     const auto command = commands_.Add(byte, now_s);
     if (!command) continue;
@@ -62,11 +63,14 @@ void SetSide::Collect(const sets::Change& change, double now_s) {
   Merge(changes_, change);
 }
 
+void SetSide::SettleLock(double now_s) {
+  if (!lock_at_s_ || now_s < *lock_at_s_) return;
+  changes_.locked = true;
+  lock_at_s_.reset();
+}
+
 sets::Change SetSide::TakeChanges(double now_s) {
-  if (lock_at_s_ && now_s >= *lock_at_s_) {
-    changes_.locked = true;
-    lock_at_s_.reset();
-  }
+  SettleLock(now_s);
   return std::exchange(changes_, {});
 }
 

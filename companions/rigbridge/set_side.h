@@ -46,6 +46,7 @@ class SetSide {
 
  private:
   void Collect(const sets::Change& change, double now_s);
+  void SettleLock(double now_s);
 
   BridgeSettings settings_;
   std::unique_ptr<sets::Rig> set_;
