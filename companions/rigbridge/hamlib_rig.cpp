@@ -128,6 +128,7 @@ std::optional<Fault> HamlibRig::Open(const BridgeSettings& settings) {
     Close();
     return FaultOf(result, port_);
   }
+  if (port_ == PortKind::Serial) watch_.emplace(settings.device);
   rig_set_cache_timeout_ms(rig_, HAMLIB_CACHE_ALL, 0);  // what the dial says now, not what was set last
   return std::nullopt;
 }
@@ -139,6 +140,7 @@ bool HamlibRig::Configure(const char* name, const std::string& value) {
 
 void HamlibRig::Close() {
   if (rig_ == nullptr) return;
+  watch_.reset();
   if (is_open_) rig_close(rig_);
   rig_cleanup(rig_);
   rig_ = nullptr;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <vector>
 
+#include "line_watch.h"
 #include "rig_driver.h"
 #include "rig_list.h"
 
@@ -40,6 +41,7 @@ class HamlibRig : public RigDriver {
   const std::vector<RigModel>& rigs_;
   s_rig* rig_ = nullptr;
   bool is_open_ = false;
+  std::optional<LineWatch> watch_;
   PortKind port_ = PortKind::Serial;
   MeterSource source_ = MeterSource::Strength;
 };
