@@ -140,7 +140,7 @@ std::optional<std::string> TakeLine(BridgeSettings& settings, std::string_view l
   if (line.empty() || line.front() == '#' || line.front() == ';') return std::nullopt;
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) return "not a setting: " + Quoted(line);
-  return Set(settings, Trimmed(line.substr(0, equals)), Trimmed(line.substr(equals + 1)));
+  return Set(settings, Trimmed(line.substr(0, equals)), line.substr(equals + 1));
 }
 
 bool SetFlag(Invocation& invocation, std::string_view name) {
@@ -179,6 +179,7 @@ std::optional<std::string> TakeOption(Invocation& invocation, const std::string&
 }  // namespace
 
 std::optional<std::string> Set(BridgeSettings& settings, std::string_view name, std::string_view value) {
+  value = Trimmed(value);
   const Field* field = FieldOf(name);
   if (field == nullptr) return "unknown setting " + Quoted(name);
   if (field->set(settings, value)) return std::nullopt;

@@ -71,6 +71,12 @@ TEST(BridgeSettings, BadLinesAreToldAndLeaveTheDefault) {
   }
 }
 
+TEST(BridgeSettings, BlanksAroundAValueDoNotCount) {
+  BridgeSettings settings;
+  EXPECT_EQ(Set(settings, "device", " /dev/ttyUSB0\t"), std::nullopt);
+  EXPECT_EQ(settings.device, "/dev/ttyUSB0");
+}
+
 TEST(BridgeSettings, DeviceIsNotLongerThanHamlibTakes) {
   BridgeSettings settings;
   EXPECT_EQ(Set(settings, "device", std::string(250, 'x')), std::nullopt);
