@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <array>
 
 namespace kestrum::rigbridge {
@@ -39,15 +38,15 @@ QStringList SerialPorts() {
 
 }  // namespace
 
-BridgeWindow::BridgeWindow(Bridge& bridge, const std::vector<RigModel>& rigs) : bridge_(bridge), rigs_(rigs) {
+BridgeWindow::BridgeWindow(Bridge& bridge, const std::vector<RigModel>& rigs)
+    : bridge_(bridge), rigs_(rigs), form_(new QFormLayout(this)) {
   setWindowTitle(QStringLiteral("Rig bridge"));
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(MakeChoice(), 1);
+  AddChoice();
   auto* rule = new QFrame;
   rule->setFrameShape(QFrame::HLine);
   rule->setFrameShadow(QFrame::Sunken);
-  layout->addWidget(rule);
-  layout->addWidget(MakeState());
+  form_->addRow(rule);
+  AddState();
 
   FilterRigs();
   ShowSettings();
@@ -58,10 +57,7 @@ BridgeWindow::BridgeWindow(Bridge& bridge, const std::vector<RigModel>& rigs) : 
   refresh_.start(kRefreshMs);
 }
 
-QWidget* BridgeWindow::MakeChoice() {
-  auto* box = new QWidget;
-  auto* form = new QFormLayout(box);
-  form->setContentsMargins(0, 0, 0, 0);
+void BridgeWindow::AddChoice() {
   search_ = new QLineEdit;
   search_->setObjectName(QStringLiteral("txtSearch"));
   search_->setPlaceholderText(QStringLiteral("maker, model or number"));
@@ -85,46 +81,41 @@ QWidget* BridgeWindow::MakeChoice() {
   connect_->setObjectName(QStringLiteral("cmdConnect"));
   connect_->setDefault(true);
 
-  form->addRow(QStringLiteral("&Find rig"), search_);
-  form->addRow(QStringLiteral("&Rig"), list_);
-  form->addRow(QStringLiteral("&Port"), device_);
-  form->addRow(QStringLiteral("&Speed"), speed_);
-  form->addRow(QStringLiteral("&Act as"), act_as_);
-  form->addRow(QString(), connect_);
+  form_->addRow(QStringLiteral("&Find rig"), search_);
+  form_->addRow(QStringLiteral("&Rig"), list_);
+  form_->addRow(QStringLiteral("&Port"), device_);
+  form_->addRow(QStringLiteral("&Speed"), speed_);
+  form_->addRow(QStringLiteral("&Act as"), act_as_);
+  form_->addRow(QString(), connect_);
   connect(search_, &QLineEdit::textChanged, this, &BridgeWindow::FilterRigs);
   connect(list_, &QListWidget::currentItemChanged, this, &BridgeWindow::ShowHints);
   connect(list_, &QListWidget::itemDoubleClicked, this, &BridgeWindow::Connect);
   connect(connect_, &QPushButton::clicked, this, &BridgeWindow::Connect);
-  return box;
 }
 
-QWidget* BridgeWindow::MakeState() {
-  auto* box = new QWidget;
-  state_form_ = new QFormLayout(box);
-  state_form_->setContentsMargins(0, 0, 0, 0);
-  rig_ = AddLine(*state_form_, QStringLiteral("Rig"), "lblRig");
-  state_ = AddLine(*state_form_, QStringLiteral("State"), "lblState");
-  reading_ = AddLine(*state_form_, QStringLiteral("Reading"), "lblReading");
+void BridgeWindow::AddState() {
+  rig_ = AddLine(QStringLiteral("Rig"), "lblRig");
+  state_ = AddLine(QStringLiteral("State"), "lblState");
+  reading_ = AddLine(QStringLiteral("Reading"), "lblReading");
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   font.setPointSizeF(font.pointSizeF() * kReadingScale);
   reading_->setFont(font);
-  frequency_ = AddLine(*state_form_, QStringLiteral("Frequency"), "lblFrequency");
-  link_ = AddLine(*state_form_, QStringLiteral("Kestrum"), "lblLink");
-  notes_ = AddLine(*state_form_, QStringLiteral("Notes"), "lblNotes");
-  complaint_ = AddLine(*state_form_, QStringLiteral("Trouble"), "lblComplaint");
+  frequency_ = AddLine(QStringLiteral("Frequency"), "lblFrequency");
+  link_ = AddLine(QStringLiteral("Kestrum"), "lblLink");
+  notes_ = AddLine(QStringLiteral("Notes"), "lblNotes");
+  complaint_ = AddLine(QStringLiteral("Trouble"), "lblComplaint");
   // Wide enough for the usual states, so that the window does not change with them; longer ones wrap.
-  state_->setMinimumWidth(state_->fontMetrics().averageCharWidth() * 60);
-  return box;
+  state_->setMinimumWidth(state_->fontMetrics().averageCharWidth() * 72);
 }
 
-QLabel* BridgeWindow::AddLine(QFormLayout& form, const QString& caption, const char* name) {
+QLabel* BridgeWindow::AddLine(const QString& caption, const char* name) {
   auto* label = new QLabel;
   label->setObjectName(QString::fromLatin1(name));
   label->setAccessibleName(caption);
   label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setWordWrap(true);
-  form.addRow(caption, label);
+  form_->addRow(caption, label);
   return label;
 }
 
@@ -137,7 +128,7 @@ void BridgeWindow::FilterRigs() {
   for (const RigModel& rig : rigs_) {
     if (!Matches(rig, search)) continue;
     QString text = Text(rig.FullName());
-    if (!rig.has_meter) text += QStringLiteral(" (its driver reads no S-meter)");
+    if (!rig.has_meter) text += QStringLiteral(" (no S-meter)");
     auto* item = new QListWidgetItem(text, list_);
     item->setData(kNumberRole, rig.number);
     item->setToolTip(QStringLiteral("Hamlib's number %1, driver: %2").arg(rig.number).arg(Text(rig.status)));
@@ -214,19 +205,19 @@ void BridgeWindow::Refresh() {
   frequency_->setText(Text(view.frequency));
   link_->setText(Text(view.link));
   notes_->setText(notes.join(QLatin1Char('\n')));
-  state_form_->setRowVisible(notes_, !notes.isEmpty());
+  form_->setRowVisible(notes_, !notes.isEmpty());
   GrowToFit();
 }
 
 void BridgeWindow::SetComplaint(const QString& complaint) {
   complaint_->setText(complaint);
-  state_form_->setRowVisible(complaint_, !complaint.isEmpty());
+  form_->setRowVisible(complaint_, !complaint.isEmpty());
   GrowToFit();
 }
 
 /// Qt leaves a window as high as it is when a text in it wraps.
 void BridgeWindow::GrowToFit() {
-  const int needed = layout()->totalHeightForWidth(width());
+  const int needed = form_->totalHeightForWidth(width());
   if (isVisible() && needed > height()) resize(width(), needed);
 }
 

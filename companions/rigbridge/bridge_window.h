@@ -29,9 +29,9 @@ class BridgeWindow : public QWidget {
   void SetComplaint(const QString& complaint);
 
  private:
-  QWidget* MakeChoice();
-  QWidget* MakeState();
-  QLabel* AddLine(QFormLayout& form, const QString& caption, const char* name);
+  void AddChoice();
+  void AddState();
+  QLabel* AddLine(const QString& caption, const char* name);
   void FillPorts();
   void FilterRigs();
   void ShowSettings();
@@ -43,14 +43,13 @@ class BridgeWindow : public QWidget {
 
   Bridge& bridge_;
   const std::vector<RigModel>& rigs_;
+  QFormLayout* form_;
   QLineEdit* search_ = nullptr;
   QListWidget* list_ = nullptr;
   QComboBox* device_ = nullptr;
-  QLabel* speed_caption_ = nullptr;
   QComboBox* speed_ = nullptr;
   QComboBox* act_as_ = nullptr;
   QPushButton* connect_ = nullptr;
-  QFormLayout* state_form_ = nullptr;
   QLabel* rig_ = nullptr;
   QLabel* state_ = nullptr;
   QLabel* reading_ = nullptr;
