@@ -10,7 +10,7 @@ if(NOT KESTRUM_DESKTOP OR WIN32)
 endif()
 
 install(
-  TARGETS Kestrum Posdex
+  TARGETS Kestrum Posdex rigbridge
   RUNTIME DESTINATION ${KESTRUM_APPLICATION_FOLDER}
   COMPONENT application)
 install(
@@ -25,6 +25,8 @@ install(
     file(MAKE_DIRECTORY "${bin}")
     file(CREATE_LINK ../opt/kestrum/Kestrum "${bin}/kestrum" SYMBOLIC)
     message(STATUS "Installing: ${bin}/kestrum")
+    file(CREATE_LINK ../opt/kestrum/rigbridge "${bin}/rigbridge" SYMBOLIC)
+    message(STATUS "Installing: ${bin}/rigbridge")
   ]]
   COMPONENT system)
 
@@ -37,6 +39,11 @@ install(
     set(entry "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/applications/org.kestrum.kestrum.desktop")
     configure_file("${KESTRUM_PACKAGING}/desktop/org.kestrum.kestrum.desktop.in" "${entry}" @ONLY)
     message(STATUS "Installing: ${entry}")
+    set(RIGBRIDGE_PROGRAM "${CMAKE_INSTALL_PREFIX}/opt/kestrum/rigbridge")
+    string(REPLACE "%" "%%" RIGBRIDGE_COMMAND "${RIGBRIDGE_PROGRAM}")
+    set(entry "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/applications/org.kestrum.rigbridge.desktop")
+    configure_file("${KESTRUM_PACKAGING}/desktop/org.kestrum.rigbridge.desktop.in" "${entry}" @ONLY)
+    message(STATUS "Installing: ${entry}")
   ]]
   COMPONENT system)
 install(
@@ -48,7 +55,7 @@ install(
   DESTINATION share/metainfo
   COMPONENT system)
 install(
-  FILES packaging/man/kestrum.1 packaging/man/posdex.1 packaging/man/drivesim.1
+  FILES packaging/man/kestrum.1 packaging/man/posdex.1 packaging/man/drivesim.1 packaging/man/rigbridge.1
   DESTINATION share/man/man1
   COMPONENT system)
 
