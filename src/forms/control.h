@@ -23,7 +23,12 @@ enum class Color : int {
 
 enum class Key { kF1, kF3, kF5, kAltF4, kEnter };
 
+// Every control knows its name; the desktop's widget carries the same one.
 struct Control {
+  Control() = default;
+  explicit Control(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string tool_tip;
   bool enabled = true;
   bool visible = true;
@@ -37,7 +42,7 @@ inline void Run(const Handler& handler) {
 
 struct Label : Control {
   Label() = default;
-  explicit Label(std::string text) : caption(std::move(text)) {}
+  explicit Label(const char* own_name, std::string text = {}) : Control(own_name), caption(std::move(text)) {}
   std::string caption;
   Handler click;
 };
@@ -51,7 +56,8 @@ struct LinkLabel : Label {
 
 struct Button : Control {
   Button() = default;
-  explicit Button(std::string text) : caption(std::move(text)) {}
+  explicit Button(const char* own_name, std::string text = {})
+      : Control(own_name), caption(std::move(text)) {}
   std::string caption;
   Handler click;
 };
@@ -65,20 +71,33 @@ struct OptionButton : CheckBox {
   using CheckBox::CheckBox;  // only one of a group is set: the desktop and whoever sets one clear the others
 };
 
+// The place for a mark beside a menu item: none until it is checked, a check mark, or one choice of a group.
+enum class Mark { kNone, kCheck, kChoice };
+
 struct MenuItem : CheckBox {
-  using CheckBox::CheckBox;
+  MenuItem() = default;
+  explicit MenuItem(const char* own_name, std::string text = {}, Mark own_mark = Mark::kNone)
+      : CheckBox(own_name, std::move(text)), mark(own_mark) {}
+
+  Mark mark = Mark::kNone;
   std::string status_tip;
+};
+
+// A line between the items of a menu.
+struct MenuRule {
+  const char* name = "";
 };
 
 struct Frame : Control {
   Frame() = default;
-  explicit Frame(std::string text) : caption(std::move(text)) {}
+  explicit Frame(const char* own_name, std::string text = {}) : Control(own_name), caption(std::move(text)) {}
   std::string caption;
 };
 
 struct TextBox : Control {
   TextBox() = default;
-  explicit TextBox(std::string initial) : text(std::move(initial)) {}
+  explicit TextBox(const char* own_name, std::string initial = {})
+      : Control(own_name), text(std::move(initial)) {}
 
   std::string text;
   int selection_start = 0;
@@ -98,6 +117,8 @@ struct TextBox : Control {
 };
 
 struct ComboBox : Control {
+  using Control::Control;
+
   std::string text;
   std::vector<std::string> items;
   Handler enter_pressed;  // the key is consumed
@@ -106,7 +127,8 @@ struct ComboBox : Control {
 
 struct Slider : Control {
   Slider() = default;
-  Slider(int lowest, int highest) : minimum(lowest), maximum(highest), value(lowest) {}
+  Slider(const char* own_name, int lowest, int highest)
+      : Control(own_name), minimum(lowest), maximum(highest), value(lowest) {}
 
   int minimum = 0;
   int maximum = 100;
@@ -122,6 +144,8 @@ struct Slider : Control {
 };
 
 struct ProgressBar : Control {
+  using Control::Control;
+
   int maximum = 255;
   int value = 0;
   bool segments = true;  // segments or one plain bar
@@ -133,6 +157,8 @@ struct ProgressBar : Control {
 // A compass rose with a needle: "000" to "360" in degrees clockwise from the top, anything else that has a
 // leading number likewise, "32768" for no needle.
 struct CompassRose : Control {
+  using Control::Control;
+
   std::string needle = "32768";
 };
 
@@ -150,6 +176,8 @@ struct Shape {
 };
 
 struct Picture : Control {
+  using Control::Control;
+
   double width = 0;   // twips, kept up to date by the desktop
   double height = 0;  // twips
   std::vector<Shape> shapes;
@@ -157,6 +185,10 @@ struct Picture : Control {
 };
 
 struct StatusPanel {
+  StatusPanel() = default;
+  explicit StatusPanel(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string text;
   std::string tool_tip;
 };
@@ -184,6 +216,10 @@ struct Timer {
 
 // What every window has.
 struct Form {
+  Form() = default;
+  explicit Form(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string caption;
   float left = 0;  // twips; present position of a shown window, kept up to date by the desktop
   float top = 0;   // twips

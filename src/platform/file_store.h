@@ -17,6 +17,7 @@ class FileStore {
  public:
   virtual ~FileStore() = default;
 
+  // Whether something stands there, readable or not. A link that leads nowhere is nothing.
   virtual bool Exists(const std::string& path) const = 0;
   // Size in bytes of a regular file; nothing when there is none.
   virtual std::optional<std::uint64_t> Size(const std::string& path) const = 0;
@@ -33,7 +34,7 @@ class FileStore {
   // Appends with one write and returns once the bytes are on the disk. Creates the file if needed. After a
   // fault the file has its old length again.
   virtual FileFault Append(const std::string& path, std::string_view bytes) = 0;
-  // A file that is not there is no fault.
+  // Returns once the removal is on the disk. A file that is not there is no fault.
   virtual FileFault Remove(const std::string& path) = 0;
   // Replaces what stands at `to`.
   virtual FileFault Rename(const std::string& from, const std::string& to) = 0;
