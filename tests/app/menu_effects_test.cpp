@@ -315,25 +315,6 @@ TEST(Activation, LeavesAnInfoWindowThatIsOpenAlone) {
   EXPECT_EQ(car.app.forms.form2.Text1.text, "scrolled");
 }
 
-// The editor shows the main window's table, frequency and band as soon as they change there.
-TEST(OpenEditor, FollowsTheMainWindow) {
-  MenuCar car;
-  car.form1.mnuCalibration.click();
-  const Form3& editor = car.app.forms.form3;
-  car.Click("mnuLoadConfig1");
-  EXPECT_THAT(editor.Label3.caption, HasSubstr("\r\n60     11 uV"));
-  car.Click("mnuDefaultCalibration");
-  EXPECT_TRUE(editor.Label2.visible);
-  car.form1.txtFrequency.text = "7050";
-  car.form1.cmdSetFreq.click();
-  EXPECT_EQ(editor.lblCalFrequency.caption, " 7050 kHz");
-  car.Click("mnuFT857");
-  car.form1.txtFrequency.text = "145000";
-  car.form1.cmdSetFreq.click();
-  EXPECT_EQ(editor.lblCalFrequency.caption, " 145000 kHz");
-  EXPECT_THAT(editor.Label1.caption, HasSubstr("\r\n128   S9  5 uV"));
-}
-
 // A band change loads the default table, and with it the editor, as the menu does.
 TEST(BandChange, LoadsTheEditorHidden) {
   MenuCar car;
