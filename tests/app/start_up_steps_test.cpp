@@ -135,5 +135,30 @@ TEST(StartUpSteps, TheCalibrationEditorIsLoadedHidden) {
   EXPECT_FALSE(car.app.forms.form3.visible);
 }
 
+// The message of the rejected configuration is the first place where the end can come.
+TEST(StartUpSteps, AnEndUnderTheFirstMessageNeitherStartsNorLinksTheReader) {
+  ScriptedCar car;
+  car.world.windows.titles.clear();
+  car.world.program.companions.insert("\\Posdex.exe");
+  car.world.files.files["/car/Kestrum.cfg"] = "something else\r\n";
+  car.world.dialogs.while_open = [&car] { car.app.ExitWithoutAsking(); };
+  car.Start();
+  EXPECT_THAT(car.world.program.started, IsEmpty());
+  EXPECT_THAT(car.world.links.events, IsEmpty());
+  EXPECT_THAT(car.world.windows.looked_up, IsEmpty());
+  EXPECT_FALSE(car.app.forms.form3.loaded);
+}
+
+// The other is the message of a missing reader: no table, no rig.
+TEST(StartUpSteps, AnEndUnderTheMessageOfTheReaderLoadsNoTable) {
+  ScriptedCar car;
+  car.world.windows.titles.clear();
+  car.WriteConfig(ScriptedCar::UsualSettings());
+  car.world.dialogs.while_open = [&car] { car.app.ExitWithoutAsking(); };
+  car.Start();
+  EXPECT_EQ(car.app.table.S2Ftable[128].s, "");
+  EXPECT_EQ(car.form1.lblLog.caption, "");
+}
+
 }  // namespace
 }  // namespace kestrum::test
