@@ -31,7 +31,7 @@ class CarWithBridge {
   }
   int raw() const { return car_.app.state.RssiRaw; }
   const std::string& s_text() const { return car_.form1.lblRSSI.caption; }
-  double microvolt() const { return std::stod(car_.app.table.Current()[1]); }
+  double microvolt() const { return std::stod(car_.app.table.Current().microvolt); }
   bool above_hf() const { return car_.app.state.AboveHF; }
 
  private:
