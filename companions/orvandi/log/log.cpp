@@ -7,11 +7,9 @@ std::string_view ReasonText(DropReason reason) {
     case DropReason::kForeign:
       return "Neither a header nor a record";
     case DropReason::kTorn:
-      return "Torn: fewer than 11 fields";
+      return "Torn: it does not go on to its end";
     case DropReason::kBadTime:
       return "A record without a time of day";
-    case DropReason::kBadSignal:
-      return "A record without a raw value from 0 to 255";
     case DropReason::kBadHeader:
       return "A header with a date that cannot be";
     case DropReason::kBinary:

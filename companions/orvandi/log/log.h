@@ -73,9 +73,8 @@ struct Block {
 
 enum class DropReason : std::uint8_t {
   kForeign,    // neither dashes, nor a header, nor a record
-  kTorn,       // begins like a record and holds fewer fields
+  kTorn,       // a record or header that does not go on to its end
   kBadTime,    // a record without a time of day
-  kBadSignal,  // a record whose raw value is no number from 0 to 255
   kBadHeader,  // begins like a header, but its date cannot be
   kBinary,     // holds bytes that no text holds
   kTooLong,    // longer than any line of a log
@@ -89,7 +88,7 @@ struct DroppedLine {
   DropReason reason = DropReason::kForeign;
   bool pending = false;  // in the journal, not in the log
 };
-// A sentence for the user, without the line's text: "Torn: 4 of 11 fields", e.g.
+// A sentence for the user, without the line's text.
 std::string_view ReasonText(DropReason reason);
 
 struct Log {
