@@ -38,8 +38,10 @@ class LogFile {
   LogFile(LogFile&&) noexcept;
   LogFile& operator=(LogFile&&) noexcept;
 
-  // Reads all of it. Not ok when the file cannot be opened, is a folder or holds no single record; a file
-  // that is empty or holds a header alone is ok (a drive may begin there), and the sentence says so.
+  // Reads all of it. Not ok when the file cannot be opened, is a folder, or holds lines of which none is a
+  // header or a record; a file that is empty or holds a header alone is ok (a drive may begin there), and the
+  // sentence says so. Update may be called after any outcome: a log that is not there yet is read when it
+  // comes.
   Outcome Open(const Progress& progress = {});
   // Reads what came since; cheap when nothing did. Call it about twice a second.
   Change Update();

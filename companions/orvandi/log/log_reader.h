@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "log/line_parser.h"
 #include "log/log.h"
 
 namespace orvandi {
@@ -14,7 +15,8 @@ struct ReaderLimits {
   std::size_t most_records = 20'000'000;  // 1.3 GB; what comes after is dropped and counted
 };
 
-// Turns the bytes of a log into records, piece by piece. The pieces may be cut anywhere.
+// Turns the bytes of a log into records, piece by piece. The pieces may be cut anywhere; a copy of a reader
+// goes on from the same place of the same log.
 //
 // The dates: the header of a block in a log is written after its records, so the last record is the one
 // before it and times that rise when read backwards crossed a midnight. A block whose first record follows
@@ -31,32 +33,33 @@ class LogReader {
   void Feed(std::string_view bytes);
   // Takes what waits (a last line without an end) as a line.
   void Finish();
-
-  std::uint64_t Bytes() const { return bytes_; }
-  // The first record that Feed or Finish since the last call may have changed: dates of a block settle when
-  // its last record is known.
-  std::size_t TakeFirstChanged();
-
- private:
-  void Line(std::string_view line, bool complete);
-  bool Header(std::string_view line);
-  void TakeRecord(std::string_view line);
-  void Drop(std::string_view line, DropReason reason);
-  void StartBlock(const Block& block);
-  std::uint8_t InternSText(std::string_view text);
+  // Gives the records of the present block their dates, as far as it is known. A new block and Finish do so,
+  // too.
   void SettleDates();
 
-  Log& log_;
+  // Fed so far.
+  std::uint64_t Bytes() const { return bytes_; }
+  // Records from here on may still change: their block goes on.
+  std::size_t FirstUnsettled() const;
+
+ private:
+  void TakeLine(std::string_view line);
+  void TakeHeader(std::string_view line);
+  void TakeRecord(std::string_view line);
+  void Drop(std::string_view line, DropReason reason);
+  void StartBlock(Block block);
+  std::uint8_t InternSText(std::string_view text);
+  void AddDistance(const Block& block, Record& record) const;
+
+  Log* log_;
   Source source_;
   ReaderLimits limits_;
-  std::string waiting_;            // the start of a line whose end has not come
-  bool skipping_ = false;          // inside of a line that is too long
-  std::uint64_t bytes_ = 0;        // fed so far
+  std::string waiting_;        // the start of a line whose end has not come
+  bool after_return_ = false;  // a line feed now belongs to the line end before it
+  bool in_block_ = false;      // the last block of the log is ours
+  std::uint64_t bytes_ = 0;
   std::uint64_t line_offset_ = 0;  // where the present line begins
   std::uint64_t line_number_ = 0;
-  bool in_block_ = false;      // log_.blocks.back() is ours
-  std::size_t unsettled_ = 0;  // dates from this record on are not settled
-  std::size_t first_changed_ = 0;
 };
 
 }  // namespace orvandi
