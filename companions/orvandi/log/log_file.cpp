@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t kPiece = std::size_t{1} << 20;
 constexpr std::uint64_t kMostJournalBytes = std::uint64_t{4}
                                             << 20;  // a journal holds one block of 100 records
-constexpr std::size_t kTailBytes = 64;  // compared to see whether a file that grew is still the same
+constexpr std::size_t kEndBytes = 256;  // of both ends, compared to see whether a file is still the same
 constexpr std::uint64_t kShortLine = 80;
 constexpr std::uint64_t kMostReserved = 4'000'000;  // records that memory is set aside for at once
 
@@ -100,6 +100,7 @@ struct LogFile::State {
   Log log;
   LogReader reader;
   Sizes complete;
+  std::string head;  // the first bytes of the file
   std::string tail;  // the last bytes read
   bool utf16 = false;
   FileState file;
@@ -111,6 +112,7 @@ void LogFile::State::Reset() {
   log = {};
   reader = LogReader(log, LogReader::Source::kLog, limits);
   complete = {};
+  head.clear();
   tail.clear();
   utf16 = false;
 }
@@ -150,8 +152,9 @@ LogFile::Outcome LogFile::State::ReadNew(const std::string& path, std::uint64_t 
     if (got.empty()) break;
     if (reader.Bytes() == 0) utf16 = IsUtf16(got);
     reader.Feed(got);
-    tail.append(got.substr(got.size() - std::min(got.size(), kTailBytes)));
-    tail.erase(0, tail.size() - std::min(tail.size(), kTailBytes));
+    head.append(got.substr(0, kEndBytes - head.size()));
+    tail.append(got.substr(got.size() - std::min(got.size(), kEndBytes)));
+    tail.erase(0, tail.size() - std::min(tail.size(), kEndBytes));
     if (progress && !progress(reader.Bytes(), size)) {
       outcome.cancelled = true;
       return outcome;
@@ -172,7 +175,8 @@ void LogFile::State::ReadTail() {
 bool LogFile::State::StillSameFile(const std::string& path) const {
   if (tail.empty()) return true;
   std::ifstream stream(path, std::ios::binary);
-  return stream && ReadAt(stream, reader.Bytes() - tail.size(), tail.size()) == tail;
+  return stream && ReadAt(stream, 0, head.size()) == head &&
+         ReadAt(stream, reader.Bytes() - tail.size(), tail.size()) == tail;
 }
 
 void LogFile::State::ReadJournal(const std::string& path) {
@@ -260,7 +264,7 @@ std::string OddityOf(const Log& log, const FileState& file, bool utf16) {
   const auto binary = static_cast<std::size_t>(
       std::count_if(log.dropped.begin(), log.dropped.end(),
                     [](const DroppedLine& line) { return line.reason == DropReason::kBinary; }));
-  if (binary * 2 > log.dropped.size()) return "This is no log: it holds binary data and no record.";
+  if (binary * 3 >= log.dropped.size() && binary > 0) return "This is no log: it holds binary data and no record.";
   if (!log.blocks.empty()) return "The log has a header, but no record yet.";
   return "This is no log: none of its lines is a record.";
 }

@@ -1,7 +1,7 @@
 #include "log/log_reader.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -23,6 +23,31 @@ bool IsBinary(std::string_view line) {
   });
 }
 
+// Finds line ends of either kind, each place of the bytes looked at once.
+class LineEnds {
+ public:
+  explicit LineEnds(std::string_view bytes) : end_(bytes.data() + bytes.size()) {}
+
+  // How many bytes stand before the next line end, or to the end when there is none. `rest` is a tail of the
+  // bytes.
+  std::size_t Next(std::string_view rest) {
+    const char* start = rest.data();
+    if (feed_ == nullptr || feed_ < start) feed_ = Find(start, '\n');
+    if (return_ == nullptr || return_ < start) return_ = Find(start, '\r');
+    return static_cast<std::size_t>(std::min(feed_, return_) - start);
+  }
+
+ private:
+  const char* Find(const char* start, char character) const {
+    const auto* found = std::memchr(start, character, static_cast<std::size_t>(end_ - start));
+    return found == nullptr ? end_ : static_cast<const char*>(found);
+  }
+
+  const char* end_;
+  const char* feed_ = nullptr;
+  const char* return_ = nullptr;
+};
+
 std::uint32_t LineNumber(std::uint64_t number) {
   return static_cast<std::uint32_t>(
       std::min<std::uint64_t>(number, std::numeric_limits<std::uint32_t>::max()));
@@ -36,6 +61,7 @@ LogReader::LogReader(Log& log, Source source, const ReaderLimits& limits)
 }
 
 void LogReader::Feed(std::string_view bytes) {
+  LineEnds ends(bytes);
   while (!bytes.empty()) {
     if (after_return_ && bytes.front() == '\n') {
       bytes.remove_prefix(1);
@@ -43,16 +69,15 @@ void LogReader::Feed(std::string_view bytes) {
       line_offset_ = bytes_;
     }
     after_return_ = false;
-    const auto end = std::find_if(bytes.begin(), bytes.end(), [](char c) { return c == '\n' || c == '\r'; });
-    const auto length = static_cast<std::size_t>(end - bytes.begin());
+    const std::size_t length = ends.Next(bytes);
     const std::string_view piece = bytes.substr(0, length);
-    if (end == bytes.end()) {
+    if (length == bytes.size()) {
       const std::size_t room = limits_.longest_line + 1 - std::min(waiting_.size(), limits_.longest_line + 1);
       waiting_.append(piece.substr(0, room));
       bytes_ += length;
       return;
     }
-    after_return_ = *end == '\r';
+    after_return_ = bytes[length] == '\r';
     bytes_ += length + 1;
     bytes.remove_prefix(length + 1);
     if (waiting_.empty()) {
