@@ -28,7 +28,7 @@ struct RecordText {
 };
 std::string Line(const RecordText& record);
 
-// A block of records at these times, a hundredth of a minute further north each.
+// A block of records at these times, a ten-thousandth of a minute further north each.
 std::vector<std::string> BlockLines(const std::string& header, const std::vector<std::string>& times);
 
 // Everything read at once.
