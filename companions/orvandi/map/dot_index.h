@@ -50,6 +50,7 @@ class DotIndex {
   [[nodiscard]] std::vector<std::uint32_t> Within(QRectF world) const;
   // What the shown records span; null when there are none.
   [[nodiscard]] QRectF Bounds() const { return bounds_; }
+  [[nodiscard]] std::size_t Count() const { return world_x_.size(); }  // of all records
   [[nodiscard]] std::size_t ShownCount() const { return shown_.size(); }
   [[nodiscard]] QPointF World(std::uint32_t record) const { return {world_x_[record], world_y_[record]}; }
 

@@ -210,13 +210,14 @@ void MapView::PaintMarks(QPainter& painter, const Camera& camera) {
   painter.drawEllipse(at, radius + 2, radius + 2);
 }
 
-void MapView::Render(QPainter& painter, QSizeF size, double pixel_ratio, bool shapes, const MapInk& ink) {
+void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Rendering& how) {
   Camera camera = camera_;
   camera.size = size;
+  if (how.whole) camera.Fit(Extent(), kFitMargin);
   const QFont font = painter.font();
   painter.fillRect(QRectF(QPointF(0, 0), size), ink.ground);
   if (tiles_.HasSource()) {
-    tiles_.Paint(painter, camera, pixel_ratio);
+    tiles_.Paint(painter, camera, how.pixel_ratio);
     if (ink.dark) painter.fillRect(QRectF(QPointF(0, 0), size), QColor(0, 0, 0, kTileShade));
   } else {
     PaintGrid(painter, camera, ink);
@@ -227,10 +228,10 @@ void MapView::Render(QPainter& painter, QSizeF size, double pixel_ratio, bool sh
   }
   if (!cells_.empty()) {
     PaintCells(painter, camera, cells_, cell_scale_);
-  } else if (shapes) {
+  } else if (how.shapes) {
     dots_.PaintShapes(painter, camera);
   } else {
-    dots_.Paint(painter, camera, pixel_ratio);
+    dots_.Paint(painter, camera, how.pixel_ratio);
   }
   PaintMarks(painter, camera);
   for (const Transmitter& transmitter : transmitters_) {
@@ -247,7 +248,7 @@ void MapView::Render(QPainter& painter, QSizeF size, double pixel_ratio, bool sh
 
 void MapView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  Render(painter, QSizeF(size()), devicePixelRatioF(), false, InkOf(palette()));
+  Render(painter, QSizeF(size()), InkOf(palette()), {.pixel_ratio = devicePixelRatioF()});
   if (hasFocus()) {
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
     painter.setBrush(Qt::NoBrush);

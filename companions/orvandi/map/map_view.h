@@ -40,8 +40,13 @@ class MapView final : public QWidget {
   [[nodiscard]] const Camera& View() const { return camera_; }
   void SetView(const Camera& camera);
 
-  // All that is shown, for the screen or, with shapes, for a file of shapes. The legend included.
-  void Render(QPainter& painter, QSizeF size, double pixel_ratio, bool shapes, const MapInk& ink);
+  struct Rendering {
+    double pixel_ratio = 1;
+    bool shapes = false;  // for a file that is made of shapes
+    bool whole = false;   // all of the drive instead of what is in view
+  };
+  // All that is shown, legend included.
+  void Render(QPainter& painter, QSizeF size, const MapInk& ink, const Rendering& how);
 
   [[nodiscard]] QSize sizeHint() const override { return {640, 520}; }
   [[nodiscard]] QSize minimumSizeHint() const override { return {240, 200}; }

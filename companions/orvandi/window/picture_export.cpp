@@ -99,7 +99,8 @@ QString Save(const QString& path, QSize size, const QString& title, const Paint&
 QString SaveMapPicture(MapView& map, const QString& path) {
   return Save(path, map.size(), QStringLiteral("Map of the drive"),
               [&map](QPainter& painter, double pixel_ratio, bool shapes) {
-                map.Render(painter, QSizeF(map.size()), pixel_ratio, shapes, InkOf(LightPalette()));
+                map.Render(painter, QSizeF(map.size()), InkOf(LightPalette()),
+                           {.pixel_ratio = pixel_ratio, .shapes = shapes});
               });
 }
 
@@ -116,7 +117,7 @@ void PaintMap(QPainter& painter, MapView& map, const QRectF& target, double pixe
   painter.scale(1 / pixels_per_unit, 1 / pixels_per_unit);
   const QSizeF size = target.size() * pixels_per_unit;
   painter.setClipRect(QRectF(QPointF(0, 0), size));
-  map.Render(painter, size, 1, true, InkOf(LightPalette()));
+  map.Render(painter, size, InkOf(LightPalette()), {.shapes = true, .whole = true});
   painter.restore();
 }
 

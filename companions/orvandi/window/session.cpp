@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "analysis/distribution.h"
 
@@ -36,7 +37,7 @@ class HideCommand final : public QUndoCommand {
   void Apply(bool hidden) {
     for (const auto& [log, records] : records_) session_.SetHidden(log, records, hidden);
     session_.RebuildShown();
-    Q_EMIT session_.ViewChanged(false);
+    Q_EMIT session_.ViewChanged(Session::PlaceChange::kNone);
   }
 
   Session& session_;
@@ -92,6 +93,7 @@ bool Session::LookForNews() {
       chosen_.clear();
     }
     changed = changed || change.changed;
+    if (change.changed && !change.sentence.empty()) Q_EMIT News(QString::fromStdString(change.sentence));
   }
   if (changed) Rebuild();
   return changed;
@@ -104,13 +106,13 @@ void Session::Rebuild() {
     chosen.emplace_back(logs_[place.log].id, static_cast<std::uint32_t>(place.record));
   }
   hovered_ = -1;
-  RebuildPlaces();
+  const PlaceChange places = RebuildPlaces();
   RebuildLayers();
   RebuildValues();
   RebuildShown();
   KeepChosen(chosen);
   Q_EMIT LogsChanged();
-  Q_EMIT ViewChanged(true);
+  Q_EMIT ViewChanged(places);
   Q_EMIT ChosenChanged();
 }
 
@@ -124,7 +126,8 @@ void Session::KeepChosen(const std::vector<std::pair<int, std::uint32_t>>& chose
   }
 }
 
-void Session::RebuildPlaces() {
+Session::PlaceChange Session::RebuildPlaces() {
+  const std::vector<Place> before = std::move(places_);
   first_.clear();
   places_.clear();
   view_.time_s.clear();
@@ -141,6 +144,10 @@ void Session::RebuildPlaces() {
       view_.bearing_deg.push_back(record.bearing_deg);
     }
   }
+  // Bit by bit: an unknown position stays one.
+  const bool same = before.size() <= places_.size() && !before.empty() &&
+                    std::memcmp(before.data(), places_.data(), before.size() * sizeof(Place)) == 0;
+  return same ? PlaceChange::kMore : PlaceChange::kNew;
 }
 
 void Session::RebuildLayers() {
@@ -197,12 +204,12 @@ void Session::SetUnit(Unit unit) {
   view_.unit = unit;
   RebuildValues();
   RebuildShown();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetColoring(DotStyle::Coloring coloring) {
   view_.coloring = coloring;
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetGroupBy(GroupBy by) {
@@ -211,7 +218,7 @@ void Session::SetGroupBy(GroupBy by) {
   RebuildLayers();
   RebuildShown();
   Q_EMIT LogsChanged();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetLayerVisible(std::size_t layer, bool visible) {
@@ -223,31 +230,31 @@ void Session::SetLayerVisible(std::size_t layer, bool visible) {
     invisible_.insert(view_.layers[layer].name);
   }
   RebuildShown();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetShownMarks(std::uint8_t marks) {
   shown_marks_ = marks;
   RebuildShown();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetSectorDeg(double sector_deg) {
   sector_deg_ = sector_deg;
   RebuildLaws();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetRecalibration(std::optional<Recalibration> recalibration) {
   recalibration_ = std::move(recalibration);
   RebuildValues();
   RebuildShown();
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 void Session::SetComparison(std::optional<ComparisonChoice> choice) {
   compared_ = choice;
-  Q_EMIT ViewChanged(false);
+  Q_EMIT ViewChanged(PlaceChange::kNone);
 }
 
 double Session::RecalibrationShift() const {

@@ -46,12 +46,15 @@ class Session final : public QObject {
   Q_OBJECT
 
  public:
+  // What became of the positions: a map need not sort those again that it knows.
+  enum class PlaceChange { kNone, kMore, kNew };
+
   explicit Session(QObject* parent = nullptr);
 
   // Takes the place of an open log with the same path.
   void AddLog(std::shared_ptr<LogFile> file, const QString& path);
   void CloseAll();
-  // Reads what has come to the logs; true when there was something.
+  // Reads what has come to the logs; true when there was something. News tells what is odd about it.
   bool LookForNews();
   [[nodiscard]] const std::vector<OpenLog>& Logs() const { return logs_; }
   [[nodiscard]] std::vector<NamedLog> NamedLogs() const;
@@ -94,7 +97,8 @@ class Session final : public QObject {
 
  Q_SIGNALS:
   void LogsChanged();  // logs came, went or grew; ViewChanged follows
-  void ViewChanged(bool new_places);
+  void ViewChanged(PlaceChange places);
+  void News(const QString& sentence);
   void ChosenChanged();
   void HoverChanged(qint64 record);
 
@@ -102,7 +106,7 @@ class Session final : public QObject {
   friend class HideCommand;
   void SetHidden(int log_id, const std::vector<std::uint32_t>& records, bool hidden);
   void Rebuild();
-  void RebuildPlaces();
+  PlaceChange RebuildPlaces();
   void RebuildLayers();
   void RebuildValues();
   void RebuildShown();

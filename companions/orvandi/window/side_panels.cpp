@@ -129,8 +129,7 @@ CleaningPanel::CleaningPanel(Session& session, QWidget* parent)
     layout->addWidget(box);
   }
   layout->addStretch();
-  connect(&session_, &Session::LogsChanged, this, &CleaningPanel::Recount);
-  connect(&session_, &Session::ViewChanged, this, &CleaningPanel::Recount);
+  connect(&session_, &Session::ViewChanged, this, [this] { Recount(); });
   Recount();
 }
 
