@@ -12,7 +12,10 @@ const QString kSignal = QStringLiteral("urn:kestrum:orvandi:1");
 // so it is told as what it is, among the extensions.
 class GpxWriter : public RowWriter {
  public:
-  explicit GpxWriter(QIODevice& device) : xml_(&device) { xml_.setAutoFormatting(true); }
+  explicit GpxWriter(QIODevice& device) : xml_(&device) {
+    xml_.setAutoFormatting(true);
+    xml_.setAutoFormattingIndent(0);  // a line an element; blanks would be a third of the file
+  }
 
   void Begin(std::span<const NamedLog> /*logs*/, const ExportOptions& /*options*/) override {
     xml_.writeStartDocument();

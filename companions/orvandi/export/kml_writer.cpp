@@ -33,7 +33,10 @@ QString StyleName(int colour) {
 // KML 2.2 (OGC 07-147r2): a folder a block, dots coloured by field strength.
 class KmlWriter : public RowWriter {
  public:
-  explicit KmlWriter(QIODevice& device) : xml_(&device) { xml_.setAutoFormatting(true); }
+  explicit KmlWriter(QIODevice& device) : xml_(&device) {
+    xml_.setAutoFormatting(true);
+    xml_.setAutoFormattingIndent(0);  // a line an element; blanks would be a third of the file
+  }
 
   void Begin(std::span<const NamedLog> logs, const ExportOptions& options) override {
     ChooseScale(logs, options);
