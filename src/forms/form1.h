@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/control.h"
+#include "forms/indicators.h"
 #include "text/text.h"
 
 namespace kestrum {
@@ -13,7 +14,13 @@ namespace kestrum {
 struct Form1 : Form {
   Timer tmrMain;
   Timer tmrAverageRSSI{300};
+  Timer tmrLamps{1000};
   std::array<StatusPanel, 3> StatusBar1;
+
+  // What a driver must know
+  Lamp lmpLog;
+  Lamp lmpGps;
+  Lamp lmpRig;
 
   // Rig panel
   Frame frmCatControl{"CatControl"};
@@ -23,6 +30,7 @@ struct Form1 : Form {
   Label lblSquelch{"Sql"};
   Slider sldkHzSteps{1, 100};
   ProgressBar ProgressBar1;
+  StripChart chtSignal;
   Button cmdFT817OnOff{"&Off"};
   Button cmdLoggin{"Start&Log(F3)"};
   OptionButton optUsb{"Usb"};

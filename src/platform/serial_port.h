@@ -18,6 +18,9 @@ class SerialPort {
   virtual bool Open() = 0;
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
+  // Whether the device of a port that was lost, or that was not there when it was opened, is there now, so that
+  // Open may work. False for a port that was closed, and for one that another program holds from the start.
+  virtual bool DeviceIsBack() const = 0;
 
   // Hands the bytes to the line without waiting for them to leave it. Does nothing when closed; a line that
   // fails closes the port. A line that takes no bytes has not failed: what waits for it is dropped.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace kestrum {
@@ -20,6 +22,9 @@ class TextLinks {
   // Whether the server is there as far as is known now; never waits. While it is not, the texts received last
   // stand still.
   virtual bool ServerPresent(const std::string& topic) const = 0;
+  // Time since the server was heard last, by a text or by the sign of life that it gives every 2 s; nothing
+  // while it is not there. A server that has been silent for 5 s stands still. Never waits.
+  virtual std::optional<std::chrono::milliseconds> SilentFor(const std::string& topic) const = 0;
 };
 
 }  // namespace kestrum

@@ -53,12 +53,23 @@ class ScriptedSerial : public SerialPort {
   std::string DeviceName(int number) const override { return "/dev/scripted" + std::to_string(number); }
   std::string Trouble() const override { return trouble; }
 
-  // The adapter is pulled out.
-  void Vanish() { open_ = false; }
+  // The adapter is pulled out, and put in again.
+  void Vanish() {
+    open_ = false;
+    lost_ = true;
+    can_open = false;
+    trouble = "/dev/scripted was lost";
+  }
+  void Return() {
+    can_open = true;
+    trouble.clear();
+  }
+  bool DeviceIsBack() const override { return lost_ && can_open && !open_; }
   std::string LastWritten() const { return written.empty() ? std::string() : written.back(); }
 
  private:
   bool open_ = false;
+  bool lost_ = false;
 };
 
 class ScriptedLinks : public TextLinks {
@@ -70,6 +81,10 @@ class ScriptedLinks : public TextLinks {
   void Unlink(const std::string& topic, const std::string& item) override;
   bool server_present = true;
   bool ServerPresent(const std::string&) const override { return server_present; }
+  std::chrono::milliseconds silence{0};  // of a server that is there
+  std::optional<std::chrono::milliseconds> SilentFor(const std::string&) const override {
+    return server_present ? std::optional(silence) : std::nullopt;
+  }
   // The reader sends a text; false when the item is not linked.
   bool Send(const std::string& item, const std::string& text);
 
@@ -179,6 +194,7 @@ class MemoryFiles : public FileStore {
                      std::uint64_t most_bytes) const override;
   FileFault Replace(const std::string& path, std::string_view bytes) override;
   FileFault Append(const std::string& path, std::string_view bytes) override;
+  FileFault WhyNotAppend(const std::string& path) const override { return WriteFault(path); }
   FileFault Remove(const std::string& path) override;
   FileFault Rename(const std::string& from, const std::string& to) override;
 
