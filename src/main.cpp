@@ -8,7 +8,7 @@
 #include "app/application.h"
 #include "desktop/desktop.h"
 #include "desktop/platform_factory.h"
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 
 namespace {
 

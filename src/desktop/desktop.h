@@ -2,14 +2,14 @@
 
 #include <memory>
 
-#include "desktop/binder.h"
+#include "desktop/binding/binder.h"
 #include "desktop/platform_factory.h"
-#include "desktop/qt_beeper.h"
-#include "desktop/qt_dialogs.h"
-#include "desktop/qt_event_pump.h"
-#include "desktop/qt_program.h"
-#include "desktop/qt_serial_port.h"
-#include "desktop/system_clock.h"
+#include "desktop/ports/qt_beeper.h"
+#include "desktop/ports/qt_dialogs.h"
+#include "desktop/ports/qt_event_pump.h"
+#include "desktop/ports/qt_program.h"
+#include "desktop/ports/qt_serial_port.h"
+#include "desktop/ports/system_clock.h"
 #include "platform/ports.h"
 
 namespace kestrum {

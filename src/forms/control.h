@@ -23,7 +23,12 @@ enum class Color : int {
 
 enum class Key { kF1, kF2, kF3, kF5, kAltF4, kEnter };
 
+// Every control knows its name; the desktop's widget carries the same one.
 struct Control {
+  Control() = default;
+  explicit Control(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string tool_tip;
   bool enabled = true;
   bool visible = true;
@@ -38,7 +43,7 @@ inline void Run(const Handler& handler) {
 
 struct Label : Control {
   Label() = default;
-  explicit Label(std::string text) : caption(std::move(text)) {}
+  explicit Label(const char* own_name, std::string text = {}) : Control(own_name), caption(std::move(text)) {}
   std::string caption;
   Handler click;
 };
@@ -52,7 +57,8 @@ struct LinkLabel : Label {
 
 struct Button : Control {
   Button() = default;
-  explicit Button(std::string text) : caption(std::move(text)) {}
+  explicit Button(const char* own_name, std::string text = {})
+      : Control(own_name), caption(std::move(text)) {}
   std::string caption;
   Handler click;
 };
@@ -66,20 +72,33 @@ struct OptionButton : CheckBox {
   using CheckBox::CheckBox;  // only one of a group is set: the desktop and whoever sets one clear the others
 };
 
+// The place for a mark beside a menu item: none until it is checked, a check mark, or one choice of a group.
+enum class Mark { kNone, kCheck, kChoice };
+
 struct MenuItem : CheckBox {
-  using CheckBox::CheckBox;
+  MenuItem() = default;
+  explicit MenuItem(const char* own_name, std::string text = {}, Mark own_mark = Mark::kNone)
+      : CheckBox(own_name, std::move(text)), mark(own_mark) {}
+
+  Mark mark = Mark::kNone;
   std::string status_tip;
+};
+
+// A line between the items of a menu.
+struct MenuRule {
+  const char* name = "";
 };
 
 struct Frame : Control {
   Frame() = default;
-  explicit Frame(std::string text) : caption(std::move(text)) {}
+  explicit Frame(const char* own_name, std::string text = {}) : Control(own_name), caption(std::move(text)) {}
   std::string caption;
 };
 
 struct TextBox : Control {
   TextBox() = default;
-  explicit TextBox(std::string initial) : text(std::move(initial)) {}
+  explicit TextBox(const char* own_name, std::string initial = {})
+      : Control(own_name), text(std::move(initial)) {}
 
   std::string text;
   int selection_start = 0;
@@ -99,6 +118,8 @@ struct TextBox : Control {
 };
 
 struct ComboBox : Control {
+  using Control::Control;
+
   std::string text;
   std::vector<std::string> items;
   Handler enter_pressed;  // the key is consumed
@@ -107,7 +128,8 @@ struct ComboBox : Control {
 
 struct Slider : Control {
   Slider() = default;
-  Slider(int lowest, int highest) : minimum(lowest), maximum(highest), value(lowest) {}
+  Slider(const char* own_name, int lowest, int highest)
+      : Control(own_name), minimum(lowest), maximum(highest), value(lowest) {}
 
   int minimum = 0;
   int maximum = 100;
@@ -130,6 +152,8 @@ struct ScaleMark {
 };
 
 struct ProgressBar : Control {
+  using Control::Control;
+
   int maximum = 255;
   int value = 0;
   int peak = -1;                 // highest value of a moment ago; -1 for none
@@ -144,6 +168,8 @@ struct ProgressBar : Control {
 // leading number likewise, "32768" for no needle.
 // The front of the car is at the top.
 struct CompassRose : Control {
+  using Control::Control;
+
   std::string needle = "32768";
   std::string course;  // course over ground in degrees, by which compass letters turn; empty for no letters
   std::string badge;   // stands over it while it is stale
@@ -163,6 +189,8 @@ struct Shape {
 };
 
 struct Picture : Control {
+  using Control::Control;
+
   double width = 0;   // twips, kept up to date by the desktop
   double height = 0;  // twips
   std::vector<Shape> shapes;
@@ -171,6 +199,10 @@ struct Picture : Control {
 };
 
 struct StatusPanel {
+  StatusPanel() = default;
+  explicit StatusPanel(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string text;
   std::string tool_tip;
 };
@@ -198,6 +230,10 @@ struct Timer {
 
 // What every window has.
 struct Form {
+  Form() = default;
+  explicit Form(const char* own_name) : name(own_name) {}
+
+  const char* name = "";
   std::string caption;
   float left = 0;  // twips; present position of a shown window, kept up to date by the desktop
   float top = 0;   // twips

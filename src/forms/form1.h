@@ -12,128 +12,131 @@ namespace kestrum {
 
 // The main window.
 struct Form1 : Form {
+  Form1() : Form("Form1") {}
+
   Timer tmrMain;
   Timer tmrAverageRSSI{300};
   Timer tmrLamps{1000};
-  std::array<StatusPanel, 3> StatusBar1;
+  std::array<StatusPanel, 3> StatusBar1{StatusPanel{"StatusBar1_0"}, StatusPanel{"StatusBar1_1"},
+                                        StatusPanel{"StatusBar1_2"}};
 
   // What a driver must know
-  Lamp lmpLog;
-  Lamp lmpGps;
-  Lamp lmpRig;
+  Lamp lmpLog{"lmpLog"};
+  Lamp lmpGps{"lmpGps"};
+  Lamp lmpRig{"lmpRig"};
 
   // Rig panel
-  Frame frmCatControl{"CatControl"};
-  CheckBox chkLock{"Lock"};
-  CheckBox chkBeep{"Beep"};
-  Slider sldSquelch{0, 255};
-  Label lblSquelch{"Sql"};
-  Slider sldkHzSteps{1, 100};
-  ProgressBar ProgressBar1;
-  StripChart chtSignal;
-  Button cmdFT817OnOff{"&Off"};
-  Button cmdLoggin{"Start&Log(F3)"};
-  OptionButton optUsb{"Usb"};
-  OptionButton optLsb{"Lsb"};
-  OptionButton OptCwWide{"Cw"};
-  OptionButton optCwNar{"CwN"};
-  OptionButton OptAmWide{"Am"};
-  OptionButton OptAmNar{"AmN"};
-  OptionButton OptFm{"Fm"};
-  Button cmdUp{">"};
-  Button cmdDown{"<"};
-  TextBox txtFrequency;
-  Button cmdSetFreq{"&SetFrequency"};
-  Label lblCatCount{"0"};
-  Label lblCatComment{"Comment"};
-  Label lblCatCmd{"Cmd="};
-  Label lblFreq{"xxxxx.xx kHz"};
-  Label lblRSSI;
-  Label lblFieldStrenght;
-  Label lblPrompt;
-  Label lblIntervalHeading{"Interval in mSec"};
-  Label lblInterval;
-  Label lblStatusCaption;  // rig and port, calibration in use
-  Label lblHint;           // why nothing is measured, or what start-up found
+  Frame frmCatControl{"frmCatControl", "CatControl"};
+  CheckBox chkLock{"chkLock", "Lock"};
+  CheckBox chkBeep{"chkBeep", "Beep"};
+  Slider sldSquelch{"sldSquelch", 0, 255};
+  Label lblSquelch{"lblSquelch", "Sql"};
+  Slider sldkHzSteps{"sldkHzSteps", 1, 100};
+  ProgressBar ProgressBar1{"ProgressBar1"};
+  StripChart chtSignal{"chtSignal"};
+  Button cmdFT817OnOff{"cmdFT817OnOff", "&Off"};
+  Button cmdLoggin{"cmdLoggin", "Start&Log(F3)"};
+  OptionButton optUsb{"optUsb", "Usb"};
+  OptionButton optLsb{"optLsb", "Lsb"};
+  OptionButton OptCwWide{"OptCwWide", "Cw"};
+  OptionButton optCwNar{"optCwNar", "CwN"};
+  OptionButton OptAmWide{"OptAmWide", "Am"};
+  OptionButton OptAmNar{"OptAmNar", "AmN"};
+  OptionButton OptFm{"OptFm", "Fm"};
+  Button cmdUp{"cmdUp", ">"};
+  Button cmdDown{"cmdDown", "<"};
+  TextBox txtFrequency{"txtFrequency"};
+  Button cmdSetFreq{"cmdSetFreq", "&SetFrequency"};
+  Label lblCatCount{"lblCatCount", "0"};
+  Label lblCatComment{"lblCatComment", "Comment"};
+  Label lblCatCmd{"lblCatCmd", "Cmd="};
+  Label lblFreq{"lblFreq", "xxxxx.xx kHz"};
+  Label lblRSSI{"lblRSSI"};
+  Label lblFieldStrenght{"lblFieldStrenght"};
+  Label lblPrompt{"lblPrompt"};
+  Label lblIntervalHeading{"lblIntervalHeading", "Interval in mSec"};
+  Label lblInterval{"lblInterval"};
+  Label lblStatusCaption{"lblStatusCaption"};  // rig and port, calibration in use
+  Label lblHint{"lblHint"};                    // why nothing is measured, or what start-up found
 
   // Receive site
-  Frame frmRxSite{"RxSite"};
-  CompassRose Picture1;
-  Label lblOpticalDistance;
-  Label lblPelorus;
-  Label lblTextBearing;
-  Label lblRxVal;
-  Label lblRxBearing;
-  Label lblRxHeight;
-  Label lblRxDist;
-  Label lblRxLong;
-  Label lblRxLat;
+  Frame frmRxSite{"frmRxSite", "RxSite"};
+  CompassRose Picture1{"Picture1"};
+  Label lblOpticalDistance{"lblOpticalDistance"};
+  Label lblPelorus{"lblPelorus"};
+  Label lblTextBearing{"lblTextBearing"};
+  Label lblRxVal{"lblRxVal"};
+  Label lblRxBearing{"lblRxBearing"};
+  Label lblRxHeight{"lblRxHeight"};
+  Label lblRxDist{"lblRxDist"};
+  Label lblRxLong{"lblRxLong"};
+  Label lblRxLat{"lblRxLat"};
 
   // Transmitter site
-  Frame frmTxSite{"TxSite"};
-  ComboBox cmbTxAntenna;
-  Button cmdGetTxFix{"&GetTxLatLongNow"};
-  Label lblTxHeight;
-  Label lblTxLong;
-  Label lblTxLat;
+  Frame frmTxSite{"frmTxSite", "TxSite"};
+  ComboBox cmbTxAntenna{"cmbTxAntenna"};
+  Button cmdGetTxFix{"cmdGetTxFix", "&GetTxLatLongNow"};
+  Label lblTxHeight{"lblTxHeight"};
+  Label lblTxLong{"lblTxLong"};
+  Label lblTxLat{"lblTxLat"};
 
   // Raw fields of the GPS reader; a label that has received nothing shows its own name
-  Frame frmDDE{"DDE"};
-  LinkLabel lblDDELat{"lblDDELat"};
-  LinkLabel lblDDELong{"lblDDELong"};
-  LinkLabel lblDDEVal{"lblDDEVal"};
-  LinkLabel lblDDECompas{"lblDDECompas"};
-  LinkLabel lblDDEHeight{"lblDDEHeight"};
-  LinkLabel lblDDESpeed{"lblDDESpeed"};
+  Frame frmDDE{"frmDDE", "DDE"};
+  LinkLabel lblDDELat{"lblDDELat", "lblDDELat"};
+  LinkLabel lblDDELong{"lblDDELong", "lblDDELong"};
+  LinkLabel lblDDEVal{"lblDDEVal", "lblDDEVal"};
+  LinkLabel lblDDECompas{"lblDDECompas", "lblDDECompas"};
+  LinkLabel lblDDEHeight{"lblDDEHeight", "lblDDEHeight"};
+  LinkLabel lblDDESpeed{"lblDDESpeed", "lblDDESpeed"};
 
   // Logging
-  TextBox lblLoggingInto;  // read only, a box so that its text can be selected and copied
-  Label lblLog;
+  TextBox lblLoggingInto{"lblLoggingInto"};  // read only, a box so that its text can be selected and copied
+  Label lblLog{"lblLog"};
 
   // Menus
-  MenuItem mnuFiles{"&Files"};
-  MenuItem mnuSavecfg{"&SaveConfig"};
-  MenuItem mnuDefaultCfg{"D&efaultConfig"};
-  MenuItem mnuDeleteLogKML{"&Delete log and kml files "};
-  MenuItem mnuStripe00{"-"};
-  MenuItem mnuSaveLogfile{"S&aveLogfile..."};
-  MenuItem mnuSHowDDE{"S&howDDE"};
-  MenuItem mnuStripe0{"-"};
-  MenuItem mnuDefaultCalibration{"&Default Calibration"};
-  MenuItem mnuLoadConfig1{"&Load Calibration1"};
-  MenuItem mnuLoadConfig2{"L&oad Calibration2"};
-  MenuItem mnuLoad{"Lo&ad Calibration..."};
-  MenuItem mnuStripe1{"-"};
-  MenuItem mnuOrvandi{"Show &Orvandi"};
-  MenuItem mnuExit{"&Exit    Alt F4"};
-  MenuItem mnuEdit{"&Edit"};
-  MenuItem mnuTiming{"&Timing..."};
-  MenuItem mnuAverageRSSI{"AverageRSSI"};
-  MenuItem mnuStrip2{"-"};
-  MenuItem mnuTxLatLong{"TxLatLong..."};
-  MenuItem mnuTxLatLongGps{"Tx&LatLong from GPS"};
-  MenuItem mnuSets{"&Rig + Comport"};
-  MenuItem mnuFT817{"&FT817"};
-  MenuItem mnuFT840{"FT8&40"};
-  MenuItem mnuFT847{"FT84&7"};
-  MenuItem mnuFT857{"F&T857"};
-  MenuItem mnuFT897{"FT8&97"};
-  MenuItem mnustripe2{"-"};
-  MenuItem mnuCom1{"&Com1"};
-  MenuItem mnuCom2{"C&om2"};
-  MenuItem mnuCom3{"Co&m3"};
-  MenuItem mnuCom4{"Com&4"};
-  MenuItem mnuCom5{"Com&5"};
-  MenuItem mnuCom6{"Com&6"};
-  MenuItem mnuBaud{"&Baud"};
-  MenuItem mnuCalibration{"&Calibration..."};
-  MenuItem mnuMinimized{"&Miniimal"};
-  MenuItem mnuMinimalDisplay{"&Minimal Display (F5)"};
-  MenuItem mnuInfos{"&Info"};
-  MenuItem mnuInfo{"I&nfo"};
-  MenuItem mnuShortCuts{"&ShortCuts"};
-  MenuItem mnuPower{"&Power"};
-  MenuItem mnuAbout{"&About"};
+  MenuItem mnuFiles{"mnuFiles", "&Files"};
+  MenuItem mnuSavecfg{"mnuSavecfg", "&SaveConfig"};
+  MenuItem mnuDefaultCfg{"mnuDefaultCfg", "D&efaultConfig"};
+  MenuItem mnuDeleteLogKML{"mnuDeleteLogKML", "&Delete log and kml files "};
+  MenuRule mnuStripe00{"mnuStripe00"};
+  MenuItem mnuSaveLogfile{"mnuSaveLogfile", "S&aveLogfile..."};
+  MenuItem mnuSHowDDE{"mnuSHowDDE", "S&howDDE"};
+  MenuRule mnuStripe0{"mnuStripe0"};
+  MenuItem mnuDefaultCalibration{"mnuDefaultCalibration", "&Default Calibration"};
+  MenuItem mnuLoadConfig1{"mnuLoadConfig1", "&Load Calibration1"};
+  MenuItem mnuLoadConfig2{"mnuLoadConfig2", "L&oad Calibration2"};
+  MenuItem mnuLoad{"mnuLoad", "Lo&ad Calibration..."};
+  MenuRule mnuStripe1{"mnuStripe1"};
+  MenuItem mnuOrvandi{"mnuOrvandi", "Show &Orvandi"};
+  MenuItem mnuExit{"mnuExit", "&Exit    Alt F4"};
+  MenuItem mnuEdit{"mnuEdit", "&Edit"};
+  MenuItem mnuTiming{"mnuTiming", "&Timing..."};
+  MenuItem mnuAverageRSSI{"mnuAverageRSSI", "AverageRSSI", Mark::kCheck};
+  MenuRule mnuStrip2{"mnuStrip2"};
+  MenuItem mnuTxLatLong{"mnuTxLatLong", "TxLatLong..."};
+  MenuItem mnuTxLatLongGps{"mnuTxLatLongGps", "Tx&LatLong from GPS"};
+  MenuItem mnuSets{"mnuSets", "&Rig + Comport"};
+  MenuItem mnuFT817{"mnuFT817", "&FT817", Mark::kChoice};
+  MenuItem mnuFT840{"mnuFT840", "FT8&40", Mark::kChoice};
+  MenuItem mnuFT847{"mnuFT847", "FT84&7", Mark::kChoice};
+  MenuItem mnuFT857{"mnuFT857", "F&T857", Mark::kChoice};
+  MenuItem mnuFT897{"mnuFT897", "FT8&97", Mark::kChoice};
+  MenuRule mnustripe2{"mnustripe2"};
+  MenuItem mnuCom1{"mnuCom1", "&Com1", Mark::kChoice};
+  MenuItem mnuCom2{"mnuCom2", "C&om2", Mark::kChoice};
+  MenuItem mnuCom3{"mnuCom3", "Co&m3", Mark::kChoice};
+  MenuItem mnuCom4{"mnuCom4", "Com&4", Mark::kChoice};
+  MenuItem mnuCom5{"mnuCom5", "Com&5", Mark::kChoice};
+  MenuItem mnuCom6{"mnuCom6", "Com&6", Mark::kChoice};
+  MenuItem mnuBaud{"mnuBaud", "&Baud"};
+  MenuItem mnuCalibration{"mnuCalibration", "&Calibration..."};
+  MenuItem mnuMinimized{"mnuMinimized", "&Miniimal"};
+  MenuItem mnuMinimalDisplay{"mnuMinimalDisplay", "&Minimal Display (F5)", Mark::kCheck};
+  MenuItem mnuInfos{"mnuInfos", "&Info"};
+  MenuItem mnuInfo{"mnuInfo", "I&nfo"};
+  MenuItem mnuShortCuts{"mnuShortCuts", "&ShortCuts"};
+  MenuItem mnuPower{"mnuPower", "&Power"};
+  MenuItem mnuAbout{"mnuAbout", "&About"};
 };
 
 // Caption of cmdLoggin while logging is off and on: the state that its handler reads back.
@@ -169,15 +172,18 @@ inline std::array<LinkLabel*, 6> GpsLabels(Form1& form) {
           &form.lblDDECompas, &form.lblDDEHeight, &form.lblDDESpeed};
 }
 
-// One entry of a menu; a rule where the caption is "-".
+// One line of a menu: an item, or a rule.
 struct MenuLine {
-  std::string name;
+  MenuLine(MenuItem& entry) : item(&entry) {}
+  MenuLine(const MenuRule& line) : rule(&line) {}
+
   MenuItem* item = nullptr;
+  const MenuRule* rule = nullptr;
 };
 
 // A menu of the bar; without lines it is itself the item that is clicked.
 struct MenuBranch {
-  MenuLine head;
+  MenuItem& head;
   std::vector<MenuLine> lines;
 };
 

@@ -6,7 +6,9 @@ namespace kestrum {
 
 // The info window.
 struct Form2 : Form {
-  TextBox Text1;  // many lines, read only, scrolls
+  Form2() : Form("Form2") {}
+
+  TextBox Text1{"Text1"};  // many lines, read only, scrolls
 };
 
 }  // namespace kestrum

@@ -22,12 +22,14 @@ struct LampText {
 };
 
 struct Lamp : Control {
+  using Control::Control;
   LampText says;
   Handler click;
 };
 
 // The last five minutes of the signal, one column a second.
 struct StripChart : Control {
+  using Control::Control;
   int maximum = 255;
   int line = -1;                      // raw value of the marked line (S9); -1 for none
   std::vector<std::int16_t> columns;  // oldest first; the highest raw value of a second, -1 where none was measured

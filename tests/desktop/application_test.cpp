@@ -14,7 +14,7 @@
 #include <QTest>
 #include <memory>
 
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 #include "support/scripted_car.h"
 
 namespace kestrum::test {

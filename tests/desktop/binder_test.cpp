@@ -11,10 +11,10 @@
 #include <QTextBlock>
 
 #include "desktop/desktop_fixture.h"
-#include "desktop/list_box.h"
-#include "desktop/meter_bar.h"
-#include "desktop/pelorus_widget.h"
-#include "desktop/picture_widget.h"
+#include "desktop/widgets/list_box.h"
+#include "desktop/widgets/meter_bar.h"
+#include "desktop/widgets/pelorus_widget.h"
+#include "desktop/widgets/picture_widget.h"
 
 namespace kestrum::test {
 namespace {

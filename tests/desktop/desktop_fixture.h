@@ -6,8 +6,8 @@
 #include <QTest>
 #include <memory>
 
-#include "desktop/binder.h"
-#include "desktop/windows.h"
+#include "desktop/binding/binder.h"
+#include "desktop/forms/windows.h"
 #include "forms/forms.h"
 #include "support/scripted_ports.h"
 

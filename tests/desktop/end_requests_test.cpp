@@ -7,8 +7,8 @@
 #include <csignal>
 
 #include "desktop/platform_factory.h"
-#include "desktop/qt_dialogs.h"
-#include "desktop/qt_event_pump.h"
+#include "desktop/ports/qt_dialogs.h"
+#include "desktop/ports/qt_event_pump.h"
 #include "support/scripted_ports.h"
 
 namespace kestrum::test {

@@ -1,4 +1,4 @@
-#include "desktop/form_window.h"
+#include "desktop/forms/form_window.h"
 
 #include <QCloseEvent>
 #include <QLineEdit>

@@ -2,8 +2,8 @@
 #include <cmath>
 
 #include "desktop/desktop_fixture.h"
-#include "desktop/pelorus_widget.h"
-#include "desktop/picture_widget.h"
+#include "desktop/widgets/pelorus_widget.h"
+#include "desktop/widgets/picture_widget.h"
 #include "position/minimal_display.h"
 
 // Where the needles are painted, told from the pixels.

@@ -17,7 +17,7 @@
 #include <thread>
 
 #include "desktop/platform_factory.h"
-#include "desktop/qt_serial_port.h"
+#include "desktop/ports/qt_serial_port.h"
 
 namespace kestrum {
 namespace {

@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 #include "support/scripted_car.h"
 
 // Captions, check marks and what can be pressed when the program has just started with an FT840 on Com1.

@@ -4,7 +4,7 @@
 #include <QMenuBar>
 
 #include "desktop/desktop_fixture.h"
-#include "desktop/fit_label.h"
+#include "desktop/widgets/fit_label.h"
 
 namespace kestrum::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 #include "support/scripted_car.h"
 
 // Pictures of the whole program on a scripted drive, without a display:

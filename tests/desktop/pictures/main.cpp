@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <functional>
 
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 #include "position/minimal_display.h"
 #include "support/scripted_ports.h"
 

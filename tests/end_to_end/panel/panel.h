@@ -18,7 +18,7 @@
 #include "app/application.h"
 #include "car.h"
 #include "desktop/desktop.h"
-#include "desktop/windows.h"
+#include "desktop/forms/windows.h"
 
 namespace kestrum::end_to_end {
 

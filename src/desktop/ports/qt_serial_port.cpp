@@ -1,0 +1,126 @@
+#include "desktop/ports/qt_serial_port.h"
+
+#include <QFileInfo>
+#include <utility>
+
+#include "desktop/platform_factory.h"
+#include "desktop/text_convert.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace kestrum {
+namespace {
+
+// A rig's reply is five bytes. What a babbling device sends beyond this waits at the device or is lost.
+constexpr qint64 kInputBuffer = 4096;
+// More than this on the way out means that the line takes nothing; it is then dropped.
+constexpr qint64 kOutputBuffer = 4096;
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(QString application_folder) : application_folder_(std::move(application_folder)) {
+  port_.setReadBufferSize(kInputBuffer);
+  connect(&port_, &QSerialPort::errorOccurred, this, &QtSerialPort::OnError);
+}
+
+QtSerialPort::~QtSerialPort() {
+  port_.disconnect(this);
+  QtSerialPort::Close();
+}
+
+std::string QtSerialPort::DeviceName(int number) const {
+  return number > 0 ? FromQt(SerialDevice(number, application_folder_)) : std::string();
+}
+
+std::string QtSerialPort::Trouble() const {
+  return FromQt(trouble_);
+}
+
+// The settings text is "speed,parity,data bits,stop bits".
+bool QtSerialPort::ApplySettings() {
+  const QStringList fields = ToQt(settings_).split(QLatin1Char(','));
+  if (fields.size() != 4) return false;
+  const QString parity = fields[1].trimmed().toUpper();
+  return port_.setBaudRate(fields[0].trimmed().toInt()) &&
+         port_.setParity(parity == QLatin1String("E")   ? QSerialPort::EvenParity
+                         : parity == QLatin1String("O") ? QSerialPort::OddParity
+                                                        : QSerialPort::NoParity) &&
+         port_.setDataBits(static_cast<QSerialPort::DataBits>(fields[2].trimmed().toInt())) &&
+         port_.setStopBits(fields[3].trimmed() == QLatin1String("2") ? QSerialPort::TwoStop
+                                                                     : QSerialPort::OneStop) &&
+         port_.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+bool QtSerialPort::Open() {
+  Close();
+  trouble_.clear();
+  if (number_ <= 0) {
+    trouble_ = tr("No serial port is chosen.");
+    return false;
+  }
+  const QString device = SerialDevice(number_, application_folder_);
+  port_.setPortName(device);
+  const bool settings_are_good = ApplySettings();
+  if (settings_are_good && port_.open(QIODevice::ReadWrite)) {
+    lost_ = false;
+    trouble_.clear();
+    return true;
+  }
+  trouble_ = settings_are_good ? WhyDeviceIsClosed(device) : QString();
+  // The device itself may be used, so somebody else holds it.
+  if (trouble_.isEmpty() && port_.error() == QSerialPort::PermissionError) {
+    trouble_ = tr("%1 is in use by another program. Close it, then choose the port again.").arg(device);
+  }
+  if (trouble_.isEmpty()) {
+    trouble_ =
+        tr("%1 cannot be opened with \"%2\": %3.").arg(device, ToQt(Trim(settings_)), port_.errorString());
+  }
+  port_.close();
+  return false;
+}
+
+void QtSerialPort::Close() {
+  if (!port_.isOpen()) return;
+  if (!lost_) DrainSerialLine(static_cast<int>(port_.handle()));
+  port_.close();
+  lost_ = false;
+}
+
+bool QtSerialPort::IsOpen() const {
+  return port_.isOpen() && !lost_;
+}
+
+void QtSerialPort::Write(std::string_view bytes) {
+  if (!IsOpen()) return;
+  if (port_.bytesToWrite() > kOutputBuffer) port_.clear(QSerialPort::Output);
+  port_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  port_.flush();
+  CloseLost();
+}
+
+std::string QtSerialPort::ReadAll() {
+  if (!IsOpen()) return {};
+  // No events have run since the rig answered: ask the line itself what has come. An endless stream ends at
+  // the size of the buffer.
+  QByteArray bytes = port_.readAll();
+  while (!lost_ && bytes.size() < kInputBuffer && port_.waitForReadyRead(0)) bytes += port_.readAll();
+  CloseLost();
+  return bytes.toStdString();
+}
+
+void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
+  if (error == QSerialPort::NoError || error == QSerialPort::TimeoutError ||
+      error == QSerialPort::NotOpenError || !port_.isOpen()) {
+    return;
+  }
+  lost_ = true;
+  trouble_ = tr("%1 was lost: %2.").arg(port_.portName(), port_.errorString());
+  // Not from inside the port's own code.
+  QMetaObject::invokeMethod(this, &QtSerialPort::CloseLost, Qt::QueuedConnection);
+}
+
+void QtSerialPort::CloseLost() {
+  if (lost_) Close();
+}
+
+}  // namespace kestrum
