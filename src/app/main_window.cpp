@@ -40,6 +40,9 @@ bool MainWindow::KeyDown(Key key) {
     case Key::kF1:
       Run(form.mnuInfo.click);
       return true;
+    case Key::kF2:
+      application_.forms.night = !application_.forms.night;
+      return true;
     case Key::kF3:
       Run(form.cmdLoggin.click);
       return true;

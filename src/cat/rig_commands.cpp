@@ -76,9 +76,15 @@ bool RigCommands::ReadRssi() {
   return answered;
 }
 
-bool RigCommands::ReadReceiveStatus() {
+bool RigCommands::IsNotRead() const {
   // Kept on purpose: FT857 and FT897 have no power button, yet they are read only while it shows "on".
-  if (PowerIsOff(form_)) return false;
+  const int rig_model = state_.settings.RigModel;
+  const bool asks_the_button = rig_model == kFT817 || rig_model == kFT857 || rig_model == kFT897;
+  return asks_the_button && PowerIsOff(form_);
+}
+
+bool RigCommands::ReadReceiveStatus() {
+  if (IsNotRead()) return false;
   if (!link_.IsOpen()) {
     state_.RssiRaw = 0;
     link_.CommentNotOpen();

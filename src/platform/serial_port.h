@@ -18,8 +18,10 @@ class SerialPort {
   virtual bool Open() = 0;
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
-  // Whether the device of a port that was lost, or that was not there when it was opened, is there now, so that
-  // Open may work. False for a port that was closed, and for one that another program holds from the start.
+  // Whether the port is closed because its device has gone, or was not there when it was opened. False for a
+  // port that was closed, and for one that cannot be opened although its device is there.
+  virtual bool WaitsForDevice() const = 0;
+  // Whether the device that the port waits for is there again, so that Open may work.
   virtual bool DeviceIsBack() const = 0;
 
   // Hands the bytes to the line without waiting for them to leave it. Does nothing when closed; a line that

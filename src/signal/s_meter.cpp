@@ -75,6 +75,7 @@ Reading SMeter::ReadNow() {
   reading.raw = state_.RssiRaw;
   reading.converted = table_.Current();
   reading.on = On();
+  if (reading_taken) reading_taken(reading);
   return reading;
 }
 

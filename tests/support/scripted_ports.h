@@ -64,7 +64,8 @@ class ScriptedSerial : public SerialPort {
     can_open = true;
     trouble.clear();
   }
-  bool DeviceIsBack() const override { return lost_ && can_open && !open_; }
+  bool WaitsForDevice() const override { return lost_ && !open_; }
+  bool DeviceIsBack() const override { return WaitsForDevice() && can_open; }
   std::string LastWritten() const { return written.empty() ? std::string() : written.back(); }
 
  private:
