@@ -91,7 +91,7 @@ TEST_F(Cockpit, AnFt817ThatIsSwitchedOffIsTold) {
 TEST_F(Cockpit, GarbageOfARigIsTold) {
   Drive();
   car.world.serial.answer = [](const std::string&) { return Bytes({1, 2, 3, 4, 5}); };
-  car.RunFor(2000ms);
+  car.RunFor(2200ms);
   EXPECT_EQ(Rig().words, "RIG GARBLED");
   EXPECT_TRUE(car.form1.lblRSSI.stale);
 }
@@ -150,7 +150,7 @@ TEST_F(Cockpit, AnOldFixFadesThePositionAndTellsItsAge) {
   }
   EXPECT_FALSE(car.form1.lblRSSI.stale);
   EXPECT_EQ(car.form1.Picture1.course, "");
-  car.RunFor(12000ms);
+  car.RunFor(13000ms);
   EXPECT_EQ(Gps().detail, "no fix, 14 s old");
   EXPECT_EQ(car.form1.Picture1.badge, "14 s old");
   EXPECT_EQ(minimal.Picture1.badge, "14 s old");
