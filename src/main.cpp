@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <string>
@@ -67,5 +68,9 @@ int main(int argc, char** argv) {
   const kestrum::Windows windows(application.forms, desktop.binder());
   desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
   desktop.binder().Enter([&application, &options] { application.Start(options); });
-  return desktop.program().Ended() ? 0 : QApplication::exec();
+  if (!desktop.program().Ended()) QApplication::exec();
+  // A disk that never answers must not keep the process: nothing is torn down under the job that waits for
+  // it.
+  if (desktop.StillWriting()) std::_Exit(desktop.program().ExitCode());
+  return desktop.program().ExitCode();
 }

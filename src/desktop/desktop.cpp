@@ -12,7 +12,8 @@ Desktop::Desktop()
       pump_(
           program_, [this] { binder_.SyncTimers(); }, [this] { binder_.Sync(); }),
       links_(MakeLinks()),
-      files_(MakeFileStore(QCoreApplication::applicationDirPath())) {
+      files_(MakeFileStore(QCoreApplication::applicationDirPath())),
+      worker_([this](const Handler& done) { binder_.Enter(done); }, files_) {
   // The main window is hidden while the minimal display is open; only Program::End ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
   links_->enter = [this](const Handler& arrived) { binder_.Enter(arrived); };

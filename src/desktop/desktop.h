@@ -9,6 +9,7 @@
 #include "desktop/ports/qt_event_pump.h"
 #include "desktop/ports/qt_program.h"
 #include "desktop/ports/qt_serial_port.h"
+#include "desktop/ports/qt_worker.h"
 #include "desktop/ports/system_clock.h"
 #include "platform/ports.h"
 
@@ -19,9 +20,13 @@ class Desktop {
  public:
   Desktop();
 
-  Ports ports() { return {serial_, *links_, dialogs_, clock_, pump_, beeper_, program_, *links_, *files_}; }
+  Ports ports() {
+    return {serial_, *links_, dialogs_, clock_, pump_, beeper_, program_, *links_, *files_, worker_};
+  }
   Binder& binder() { return binder_; }
-  const Program& program() const { return program_; }
+  const QtProgram& program() const { return program_; }
+  // Whether the end leaves something behind that a disk has not taken.
+  bool StillWriting() const { return worker_.Busy(); }
   // Calls `end` when the system or the desktop session asks the program to end.
   void OnEndRequest(std::function<void()> end);
 
@@ -34,7 +39,8 @@ class Desktop {
   QtEventPump pump_;
   QtBeeper beeper_;
   std::unique_ptr<LinksAndWindows> links_;
-  std::unique_ptr<FileStore> files_;
+  std::shared_ptr<FileStore> files_;
+  QtWorker worker_;
 };
 
 }  // namespace kestrum

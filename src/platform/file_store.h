@@ -17,6 +17,7 @@ class FileStore {
  public:
   virtual ~FileStore() = default;
 
+  // Whether something stands there, readable or not. A link that leads nowhere is nothing.
   virtual bool Exists(const std::string& path) const = 0;
   // Size in bytes of a regular file; nothing when there is none.
   virtual std::optional<std::uint64_t> Size(const std::string& path) const = 0;
@@ -36,7 +37,7 @@ class FileStore {
   // Why an append to this file would fail now: no such folder, no right to write, a disk that is as good as
   // full. Writes nothing.
   virtual FileFault WhyNotAppend(const std::string& path) const = 0;
-  // A file that is not there is no fault.
+  // Returns once the removal is on the disk. A file that is not there is no fault.
   virtual FileFault Remove(const std::string& path) = 0;
   // Replaces what stands at `to`.
   virtual FileFault Rename(const std::string& from, const std::string& to) = 0;

@@ -260,5 +260,10 @@ TEST(PelorusText, TakesAnyNumber) {
   EXPECT_EQ(PelorusText(std::string(400, '9'), 10), "2147482927");
 }
 
+TEST(OpticalDistance, ATypedCommaIsAPoint) {
+  EXPECT_EQ(OpticalDistanceText("12,5 m", "2 m"), OpticalDistanceText("12.5 m", "2 m"));
+  EXPECT_EQ(OpticalDistanceText("12,5 m", "0 m"), "12.6");
+}
+
 }  // namespace
 }  // namespace kestrum

@@ -339,5 +339,13 @@ TEST_F(CalibrationTableTest, StatusLabelShowsRigAndCalibration) {
   EXPECT_EQ(caption, "Cat FT840 Com2  /car/Calibration1.cfg");
 }
 
+// Every operation is rounded by itself: fused into one, slope and addition give 386.65 here.
+TEST_F(CalibrationTableTest, EachStepIsRoundedToSingle) {
+  table.S2Ftable[70] = {"S5", "1", "169.5"};
+  table.S2Ftable[110] = {"S6", "2", "503.6"};
+  table.S2Ftable[200] = {"S7", "3", "600"};
+  EXPECT_EQ(Converted(96).millivolt_per_metre, " 386.66");
+}
+
 }  // namespace
 }  // namespace kestrum

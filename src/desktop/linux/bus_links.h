@@ -32,6 +32,8 @@ class BusLinks : public QObject, public LinksAndWindows {
                      std::function<void(const std::string&)> on_text) override;
   void Unlink(const std::string& topic, const std::string& item) override;
   bool ServerPresent(const std::string& topic) const override;
+  // Nothing: this reader gives no sign of life.
+  std::optional<std::chrono::milliseconds> SilentFor(const std::string& /*topic*/) const override { return {}; }
   bool Exists(const std::string& title) override;
   void Close(const std::string& title) override;
 

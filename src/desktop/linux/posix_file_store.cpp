@@ -2,78 +2,42 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <QFile>
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <optional>
 
+#include "desktop/linux/posix_file.h"
 #include "desktop/text_convert.h"
 
 namespace kestrum {
 namespace {
 
-constexpr mode_t kNewFile = 0666;  // less the user's mask
+using posix::Descriptor;
+using posix::Reason;
 
-FileFault LastFault() {
-  return std::string(std::strerror(errno));
+FileFault FaultOf(int error) {
+  return error == 0 ? FileFault() : FileFault(Reason(error));
 }
 
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-  bool valid() const { return number_ >= 0; }
-  // Reports what a deferred write may only tell now.
-  bool Close() {
-    const int number = number_;
-    number_ = -1;
-    return ::close(number) == 0 || errno == EINTR;
-  }
-
- private:
-  int number_;
-};
-
-bool WriteAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
-// Devices and pipes have nothing to sync.
-bool SyncFile(int file) {
-  return ::fsync(file) == 0 || errno == EINVAL || errno == EROFS;
-}
-
-void SyncFolderOf(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-  const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (directory.valid()) ::fsync(directory.number());
+// Zero, or the error of the first step that fails.
+int WriteSyncClose(Descriptor& file, std::string_view bytes) {
+  if (const int error = posix::WriteAll(file.number(), bytes)) return error;
+  if (const int error = posix::SyncFile(file.number())) return error;
+  return file.Close();
 }
 
 FileFault WriteInPlace(const std::string& path, std::string_view bytes) {
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kNewFile));
-  if (!file.valid()) return LastFault();
-  if (!WriteAll(file.number(), bytes) || !SyncFile(file.number()) || !file.Close()) return LastFault();
-  return std::nullopt;
+  posix::Opened opened = posix::Open(path, O_WRONLY | O_CREAT | O_TRUNC);
+  if (opened.fault) return opened.fault;
+  return FaultOf(WriteSyncClose(opened.file, bytes));
 }
 
 // The file behind a chain of links, so that a rename replaces it and not the link.
@@ -82,17 +46,30 @@ std::string Resolved(const std::string& path) {
   return real ? std::string(real.get()) : path;
 }
 
-// Gives a new file the rights of the one that it will replace.
-void TakeOverRights(int file, const struct stat* old) {
-  if (old == nullptr) {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(file, kNewFile & ~mask);
-    return;
+struct Beside {
+  Descriptor file;
+  std::string path;
+  int error = 0;
+};
+
+// A new file beside `path`. The system takes the user's mask off its rights, which only the creation of a
+// file can do while other threads run.
+Beside MakeBeside(const std::string& path, mode_t rights) {
+  constexpr int kAttempts = 1000;  // names that an earlier process of this number has left
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const std::string name = path + "." + std::to_string(::getpid()) + "-" + std::to_string(attempt);
+    const int number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, rights);
+    const int error = errno;
+    if (number >= 0) return {Descriptor(number), name, 0};
+    if (error != EEXIST) return {Descriptor(), name, error};
   }
-  // Only the owner or root may hand a file over; otherwise it stays the user's own.
-  if (::fchown(file, old->st_uid, old->st_gid) != 0) errno = 0;
-  ::fchmod(file, old->st_mode & 07777U);
+  return {Descriptor(), path, EEXIST};
+}
+
+// Only the owner or root may hand a file over; otherwise it stays the user's own.
+void TakeOverRights(int file, const struct stat& old) {
+  [[maybe_unused]] const int handed_over = ::fchown(file, old.st_uid, old.st_gid);
+  ::fchmod(file, old.st_mode & 07777U);
 }
 
 struct Attempt {
@@ -101,62 +78,29 @@ struct Attempt {
 };
 
 Attempt WriteBesideAndRename(const std::string& path, std::string_view bytes, const struct stat* old) {
-  std::string beside = path + ".XXXXXX";
-  Descriptor file(::mkostemp(beside.data(), O_CLOEXEC));
-  if (!file.valid()) {
-    const bool forbidden = errno == EACCES || errno == EPERM || errno == EROFS || errno == ENAMETOOLONG;
-    return {LastFault(), forbidden};
+  constexpr mode_t kAsTheUserHasIt = 0666;
+  constexpr mode_t kPrivate = 0600;  // until it has the rights of the old one
+  Beside beside = MakeBeside(path, old == nullptr ? kAsTheUserHasIt : kPrivate);
+  if (!beside.file.valid()) {
+    constexpr std::array kForbidden = {EACCES, EPERM, EROFS, ENAMETOOLONG};
+    return {Reason(beside.error),
+            std::find(kForbidden.begin(), kForbidden.end(), beside.error) != kForbidden.end()};
   }
-  TakeOverRights(file.number(), old);
-  Attempt result;
-  if (!WriteAll(file.number(), bytes) || !SyncFile(file.number()) || !file.Close()) {
-    result.fault = LastFault();
-  } else if (::rename(beside.c_str(), path.c_str()) != 0) {
+  if (old != nullptr) TakeOverRights(beside.file.number(), *old);
+  Attempt result{FaultOf(WriteSyncClose(beside.file, bytes))};
+  if (!result.fault && ::rename(beside.path.c_str(), path.c_str()) != 0) {
+    const int error = errno;
     // A file that is itself a mount point cannot be renamed over, a sticky folder may refuse it.
-    result.folder_forbids = errno == EBUSY || errno == EXDEV || errno == EPERM || errno == EACCES;
-    result.fault = LastFault();
+    constexpr std::array kForbidden = {EBUSY, EXDEV, EPERM, EACCES};
+    result.folder_forbids = std::find(kForbidden.begin(), kForbidden.end(), error) != kForbidden.end();
+    result.fault = Reason(error);
   }
   if (result.fault) {
-    ::unlink(beside.c_str());
+    ::unlink(beside.path.c_str());
   } else {
-    SyncFolderOf(path);
+    posix::SyncFolderOf(path);
   }
   return result;
-}
-
-// Zero, or the number of the error; the file then has its old size again: half a block must not stand there,
-// the next one would begin in the middle of a line. Calls nothing that a forked child may not.
-int AppendOrUndo(int file, std::string_view bytes, std::optional<off_t> old_size) {
-  if (WriteAll(file, bytes) && SyncFile(file)) return 0;
-  const int fault = errno;
-  if (old_size && ::ftruncate(file, *old_size) != 0) errno = 0;
-  return fault;
-}
-
-// The kernel cuts a write short when the process is killed. So a child does it: killing the program leaves
-// the child alone, and the block is whole or not there.
-int AppendUnkillably(int file, std::string_view bytes, off_t old_size) {
-  std::array<int, 2> ends{};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return AppendOrUndo(file, bytes, old_size);
-  const Descriptor answer(ends[0]);
-  Descriptor teller(ends[1]);
-  const pid_t child = ::fork();
-  if (child < 0) return AppendOrUndo(file, bytes, old_size);
-  if (child == 0) {
-    const int fault = AppendOrUndo(file, bytes, old_size);
-    // When nobody listens any more there is nothing to be done about it.
-    [[maybe_unused]] const ssize_t told = ::write(teller.number(), &fault, sizeof(fault));
-    ::_exit(0);
-  }
-  teller.Close();
-  int fault = EIO;
-  ssize_t got = 0;
-  do {
-    got = ::read(answer.number(), &fault, sizeof(fault));
-  } while (got < 0 && errno == EINTR);
-  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-  }
-  return got == static_cast<ssize_t>(sizeof(fault)) ? fault : EIO;
 }
 
 }  // namespace
@@ -172,20 +116,37 @@ std::string PosixFileStore::NativePath(const std::string& path) const {
 }
 
 bool PosixFileStore::Exists(const std::string& path) const {
-  return ::access(NativePath(path).c_str(), F_OK) == 0;
+  const int error = posix::LookAt(NativePath(path)).error;
+  return error != ENOENT && error != ENOTDIR;
 }
 
-FileFault PosixFileStore::Read(const std::string& path, std::string& bytes) const {
-  const Descriptor file(::open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
-  if (!file.valid()) return LastFault();
+std::optional<std::uint64_t> PosixFileStore::Size(const std::string& path) const {
+  const posix::Found found = posix::LookAt(NativePath(path));
+  if (!found.regular()) return std::nullopt;
+  return static_cast<std::uint64_t>(found.about.st_size);
+}
+
+FileFault PosixFileStore::Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const {
+  return ReadFrom(path, 0, bytes, most_bytes);
+}
+
+FileFault PosixFileStore::ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
+                                   std::uint64_t most_bytes) const {
+  const posix::Opened opened = posix::Open(NativePath(path), O_RDONLY);
+  if (opened.fault) return opened.fault;
+  const auto size = static_cast<std::uint64_t>(opened.about.st_size);
+  if (size > offset && size - offset > most_bytes) return Reason(EFBIG);
   std::string content;
   std::array<char, 65536> piece{};
   for (;;) {
-    const ssize_t got = ::read(file.number(), piece.data(), piece.size());
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return LastFault();
+    const ssize_t got = ::pread(opened.file.number(), piece.data(), piece.size(),
+                                static_cast<off_t>(offset + content.size()));
+    const int error = errno;
+    if (got < 0 && error == EINTR) continue;
+    if (got < 0) return Reason(error);
     if (got == 0) break;
     content.append(piece.data(), static_cast<std::size_t>(got));
+    if (content.size() > most_bytes) return Reason(EFBIG);  // it grows, or does not tell its size
   }
   bytes = std::move(content);
   return std::nullopt;
@@ -193,25 +154,70 @@ FileFault PosixFileStore::Read(const std::string& path, std::string& bytes) cons
 
 FileFault PosixFileStore::Replace(const std::string& path, std::string_view bytes) {
   const std::string target = Resolved(NativePath(path));
-  struct stat old {};
-  const bool exists = ::lstat(target.c_str(), &old) == 0;
-  if (exists && !S_ISREG(old.st_mode)) return WriteInPlace(target, bytes);
-  const Attempt attempt = WriteBesideAndRename(target, bytes, exists ? &old : nullptr);
+  const posix::Found found = posix::LookAt(target);
+  if (FileFault fault = posix::KindFault(found)) return fault;
+  struct stat name {};
+  const bool taken = ::lstat(target.c_str(), &name) == 0;
+  // A device, or a link to a file that is still to be made.
+  if (taken && !S_ISREG(name.st_mode)) return WriteInPlace(target, bytes);
+  const Attempt attempt = WriteBesideAndRename(target, bytes, taken ? &name : nullptr);
   if (!attempt.fault || !attempt.folder_forbids) return attempt.fault;
   return WriteInPlace(target, bytes);
 }
 
+FileFault PosixFileStore::WhyNotAppend(const std::string& path) const {
+  constexpr std::uint64_t kLeastFree = 1U << 20U;  // a block has about 10 kB
+  const std::string target = NativePath(path);
+  const auto slash = target.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+  const posix::Found found = posix::LookAt(target);
+  if (found.error != ENOENT) {
+    if (FileFault fault = posix::KindFault(found)) return fault;
+  }
+  // A new log needs a folder that takes it; one that is there must take more.
+  const bool is_new = found.error == ENOENT;
+  const int wanted = is_new ? W_OK | X_OK : W_OK;
+  if (::faccessat(AT_FDCWD, is_new ? folder.c_str() : target.c_str(), wanted, AT_EACCESS) != 0) return Reason(errno);
+  struct statvfs disk {};
+  if (::statvfs(folder.c_str(), &disk) != 0) return Reason(errno);
+  if ((disk.f_flag & ST_RDONLY) != 0) return Reason(EROFS);
+  if (std::uint64_t{disk.f_bavail} * disk.f_frsize < kLeastFree) return Reason(ENOSPC);
+  return std::nullopt;
+}
+
 FileFault PosixFileStore::Append(const std::string& path, std::string_view bytes) {
   const std::string target = NativePath(path);
-  const bool is_new = !Exists(path);
-  Descriptor file(::open(target.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kNewFile));
-  if (!file.valid()) return LastFault();
-  struct stat before {};
-  if (::fstat(file.number(), &before) != 0) return LastFault();
-  errno = S_ISREG(before.st_mode) ? AppendUnkillably(file.number(), bytes, before.st_size)
-                                  : AppendOrUndo(file.number(), bytes, std::nullopt);
-  if (errno != 0 || !file.Close()) return LastFault();
-  if (is_new) SyncFolderOf(target);
+  const bool is_new = posix::LookAt(target).error == ENOENT;
+  posix::Opened opened = posix::Open(target, O_WRONLY | O_APPEND | O_CREAT);
+  if (opened.fault) return opened.fault;
+  int error = posix::WriteAll(opened.file.number(), bytes);
+  if (error == 0) error = posix::SyncFile(opened.file.number());
+  if (error != 0) {
+    // Half a block must not stay: the next one would begin in the middle of a line.
+    if (S_ISREG(opened.about.st_mode)) {
+      [[maybe_unused]] const int cut = ::ftruncate(opened.file.number(), opened.about.st_size);
+    }
+    return Reason(error);
+  }
+  if (const int close_error = opened.file.Close()) return Reason(close_error);
+  if (is_new) posix::SyncFolderOf(target);
+  return std::nullopt;
+}
+
+FileFault PosixFileStore::Remove(const std::string& path) {
+  const std::string target = NativePath(path);
+  if (::unlink(target.c_str()) != 0) {
+    const int error = errno;
+    return error == ENOENT ? FileFault() : FileFault(Reason(error));
+  }
+  posix::SyncFolderOf(target);
+  return std::nullopt;
+}
+
+FileFault PosixFileStore::Rename(const std::string& from, const std::string& to) {
+  const std::string target = NativePath(to);
+  if (::rename(NativePath(from).c_str(), target.c_str()) != 0) return Reason(errno);
+  posix::SyncFolderOf(target);
   return std::nullopt;
 }
 

@@ -8,14 +8,22 @@
 
 namespace kestrum {
 
+// Files are opened without waiting for anybody: a pipe, a socket or a disk in a file's place is refused. A
+// character device takes what is appended, as far as it does so at once.
 class PosixFileStore : public FileStore {
  public:
   explicit PosixFileStore(const QString& folder);
 
   bool Exists(const std::string& path) const override;
-  FileFault Read(const std::string& path, std::string& bytes) const override;
+  std::optional<std::uint64_t> Size(const std::string& path) const override;
+  FileFault Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const override;
+  FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
+                     std::uint64_t most_bytes) const override;
   FileFault Replace(const std::string& path, std::string_view bytes) override;
   FileFault Append(const std::string& path, std::string_view bytes) override;
+  FileFault WhyNotAppend(const std::string& path) const override;
+  FileFault Remove(const std::string& path) override;
+  FileFault Rename(const std::string& from, const std::string& to) override;
 
  private:
   // The file's name for the system. The application folder may hold characters that the 8-bit text of a path

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <functional>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "platform/program.h"
 
 class QDialog;
+class QMessageBox;
 
 namespace kestrum {
 
@@ -14,9 +16,11 @@ class QtDialogs : public Dialogs {
  public:
   // `before_box` paints what is still waiting, so that the windows behind a box tell the truth.
   QtDialogs(const Program& program, std::function<void()> before_box);
+  ~QtDialogs() override;
 
   void Show(const std::string& title, const std::string& text, Icon icon) override;
   bool AskYesNo(const std::string& title, const std::string& text, Icon icon) override;
+  void Notify(const std::string& title, const std::string& text, Icon icon) override;
   std::string AskText(const std::string& title, const std::string& prompt,
                       const std::string& proposal) override;
   void Dismiss() override;
@@ -25,10 +29,13 @@ class QtDialogs : public Dialogs {
   bool MayOpen() const { return !dismissed_ && !program_.Ended(); }
   // Shows the box until it is closed; the result counts only when nobody has dismissed it.
   bool Run(QDialog& box, int wanted);
+  // The open notice with this title, or none.
+  QMessageBox* NoticeOf(const QString& title) const;
 
   const Program& program_;
   std::function<void()> before_box_;
   std::vector<QDialog*> open_;
+  std::vector<QPointer<QMessageBox>> notices_;
   bool dismissed_ = false;
 };
 

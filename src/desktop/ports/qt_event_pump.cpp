@@ -14,7 +14,7 @@ QtEventPump::QtEventPump(const Program& program, std::function<void()> before_pu
 void QtEventPump::Pump() {
   if (program_.Ended()) return;
   before_pump_();
-  QCoreApplication::processEvents();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtEventPump::PumpFor(std::chrono::milliseconds longest) {

@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QWidget>
+#include <csignal>
+#include <cstdio>
 
 #include "desktop/platform_factory.h"
 #include "desktop/text_convert.h"
@@ -16,6 +18,16 @@ QString WithoutBackslash(const std::string& name) {
   QString result = ToQt(name);
   if (result.startsWith(QLatin1Char('\\'))) result.remove(0, 1);
   return result;
+}
+
+// A name that begins with a single backslash lies in the application folder on every system; with two it is
+// a network path where there are such.
+bool IsAbsolute(const QString& name) {
+  const bool backslash = name.startsWith(QLatin1Char('\\'));
+  if (backslash && QDir::separator() != QLatin1Char('\\')) return false;
+  if (backslash) return name.startsWith(QLatin1String("\\\\"));
+  // A colon at the beginning would mean data inside the executable.
+  return QDir::isAbsolutePath(name) && !name.startsWith(QLatin1Char(':'));
 }
 
 }  // namespace
@@ -35,6 +47,8 @@ bool QtProgram::AnotherInstanceRuns() {
 }
 
 std::string QtProgram::PathOf(const std::string& name) const {
+  const QString typed = ToQt(name);
+  if (typed.isEmpty() || IsAbsolute(typed)) return name;
   return FromQt(QDir::toNativeSeparators(folder_ + QLatin1Char('/') + WithoutBackslash(name)));
 }
 
@@ -48,6 +62,15 @@ bool QtProgram::StartCompanion(const std::string& name, ShowStyle /*style*/) {
   // the one that the user works in.
   const QString path = folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name));
   return QFileInfo(path).isFile() && QProcess::startDetached(path, {}, folder_);
+}
+
+void QtProgram::ReportLoss(const std::string& text) {
+  lost_ = true;
+#ifdef SIGPIPE
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone must not cost the exit code
+#endif
+  const QByteArray line = QStringLiteral("Kestrum: %1\n").arg(ToQtLines(text)).toLocal8Bit();
+  std::fputs(line.constData(), stderr);
 }
 
 void QtProgram::End() {

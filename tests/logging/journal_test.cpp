@@ -1,0 +1,230 @@
+#include "logging/journal.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/scripted_ports.h"
+#include "text/text_file.h"
+
+namespace kestrum::test {
+namespace {
+
+constexpr const char* kLog = "/car/RSSI-GPS.log";
+constexpr const char* kPending = "/car/RSSI-GPS.log.pending";
+const std::string kHead = "------\r\nheader\r\n------\r\n";
+const std::string kFinalHead = "-----\r\nfinal\r\n-----\r\n";
+
+struct JournalBench : testing::Test {
+  ScriptedPorts world;
+  std::map<std::string, std::string>& files = world.files.files;
+  Journal journal{world.files, world.worker, "/car/Kestrum.pending", kLog};
+  std::vector<std::string> faults;
+  std::size_t written = 0;
+  std::vector<Recovery> recoveries;
+
+  void Write(const std::string& path, Block block) {
+    journal.Write(path, std::move(block), [this](const FileFault& fault) {
+      ++written;
+      if (fault) faults.push_back(*fault);
+    });
+  }
+  Recovery Recover(const std::string& path = kLog) {
+    Recovery result;
+    journal.Recover(path, [&result](const Recovery& recovery) { result = recovery; });
+    return result;
+  }
+};
+
+TEST_F(JournalBench, EachRecordGoesToTheDiskAtOnceAfterTheHead) {
+  journal.Begin(kLog, "header");
+  EXPECT_FALSE(files.contains(kPending)) << "the head waits for the first record";
+  journal.Add("one");
+  EXPECT_EQ(files[kPending], kHead + "one\r\n");
+  journal.Add("two");
+  EXPECT_EQ(files[kPending], kHead + "one\r\ntwo\r\n");
+  EXPECT_FALSE(files.contains(kLog));
+}
+
+TEST_F(JournalBench, ItGoesWhenTheBlockIsWritten) {
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  Write(kLog, {"final", "one\r\n"});
+  EXPECT_EQ(files[kLog], kFinalHead + "one\r\n");
+  EXPECT_FALSE(files.contains(kPending));
+  EXPECT_FALSE(journal.IsOpen());
+  EXPECT_EQ(written, 1U);
+  EXPECT_TRUE(faults.empty());
+}
+
+TEST_F(JournalBench, AnOlderJournalOfTheNameIsReplaced) {
+  files[kPending] = "stale";
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  EXPECT_EQ(files[kPending], kHead + "one\r\n");
+}
+
+TEST_F(JournalBench, RecordsOfABusyDiskGoTogetherInOneWrite) {
+  world.worker.hold = true;
+  journal.Begin(kLog, "header");
+  for (int i = 0; i < 50; ++i) journal.Add("r" + std::to_string(i));
+  EXPECT_EQ(world.worker.jobs, 1U);
+  world.worker.Release();
+  EXPECT_EQ(world.worker.jobs, 2U);
+  EXPECT_EQ(SplitLines(files[kPending]).size(), 53U);
+}
+
+TEST_F(JournalBench, ABlockOvertakesNoRecordThatWaits) {
+  world.worker.hold = true;
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  journal.Add("two");
+  Write(kLog, {"final", "one\r\ntwo\r\n"});
+  journal.Begin(kLog, "header");
+  journal.Add("three");
+  world.worker.Release();
+  EXPECT_EQ(files[kLog], kFinalHead + "one\r\ntwo\r\n");
+  EXPECT_EQ(files[kPending], kHead + "three\r\n");
+}
+
+TEST_F(JournalBench, AFileThatDoesNotEndInALineEndGetsOneFirst) {
+  for (const auto& [before, healed] :
+       std::vector<std::pair<std::string, std::string>>{{"torn", "torn\r\n"},
+                                                        {"whole\r\n", "whole\r\n"},
+                                                        {"unix\n", "unix\n"},
+                                                        {"old mac\r", "old mac\r\r\n"}}) {
+    files[kLog] = before;
+    Write(kLog, {"final", "one\r\n"});
+    EXPECT_EQ(files[kLog], healed + kFinalHead + "one\r\n");
+  }
+}
+
+TEST_F(JournalBench, AFaultIsToldAndAJournalThatCannotBeWrittenIsNoneOfTheBlock) {
+  world.files.write_fault = "No space left on device";
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  EXPECT_EQ(journal.fault(), "No space left on device");
+  world.files.faulty_path = kPending;
+  Write(kLog, {"final", "one\r\n"});
+  EXPECT_TRUE(faults.empty());
+  EXPECT_EQ(files[kLog], kFinalHead + "one\r\n");
+  world.files.faulty_path = kLog;
+  Write(kLog, {"final", "two\r\n"});
+  EXPECT_EQ(faults, std::vector<std::string>{"No space left on device"});
+  world.files.write_fault = "";
+  journal.Begin(kLog, "header");
+  journal.Add("three");
+  EXPECT_EQ(journal.fault(), FileFault());
+}
+
+TEST_F(JournalBench, ADiskThatNeverAnswersIsNotWaitedForWithoutEnd) {
+  world.worker.hold = true;
+  for (int block = 0; block < 1001; ++block) Write(kLog, {"final", "one\r\n"});
+  EXPECT_EQ(faults, std::vector<std::string>{"The disk does not keep up"});
+  EXPECT_EQ(world.worker.jobs, 1000U);
+  world.worker.hangs = true;
+  EXPECT_FALSE(journal.Finish());
+  world.worker.hangs = false;
+  EXPECT_TRUE(journal.Finish());
+  EXPECT_EQ(written, 1001U);
+}
+
+struct LeftRow {
+  const char* name;
+  std::string pending;
+  std::string log;
+  std::size_t records;
+  std::string recovered;
+};
+
+struct LeftJournal : JournalBench, testing::WithParamInterface<LeftRow> {};
+
+TEST_P(LeftJournal, BecomesABlockOfItsLog) {
+  const LeftRow& row = GetParam();
+  if (!row.log.empty()) files[kLog] = row.log;
+  files[kPending] = row.pending;
+  const Recovery recovery = Recover();
+  EXPECT_EQ(recovery.records, row.records);
+  EXPECT_EQ(recovery.fault, FileFault());
+  EXPECT_EQ(files[kLog], row.recovered);
+  EXPECT_FALSE(files.contains(kPending));
+}
+
+const std::string kOld = "old\r\n";
+const std::string kTwo = "one\r\ntwo\r\n";
+const std::string kBlock = kFinalHead + kTwo;
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, LeftJournal,
+    testing::Values(
+        LeftRow{"whole", kHead + kTwo, kOld, 2, kOld + kHead + kTwo},
+        LeftRow{"torn_last_line", kHead + kTwo + "thr", kOld, 2, kOld + kHead + kTwo},
+        LeftRow{"torn_between_cr_and_lf", kHead + kTwo + "three\r", kOld, 2, kOld + kHead + kTwo},
+        LeftRow{"torn_head", "------\r\nhea", kOld, 0, kOld}, LeftRow{"head_alone", kHead, kOld, 0, kOld},
+        LeftRow{"empty", "", kOld, 0, kOld}, LeftRow{"no_log_yet", kHead + kTwo, "", 2, kHead + kTwo},
+        LeftRow{"log_without_line_end", kHead + kTwo, "old", 2, "old\r\n" + kHead + kTwo},
+        LeftRow{"append_not_begun", kHead + kTwo + "=> 5 final\r\n", kOld, 2, kOld + kBlock},
+        LeftRow{"append_cut_in_the_head", kHead + kTwo + "=> 5 final\r\n", kOld + "--", 2, kOld + kBlock},
+        LeftRow{"append_cut_in_a_record", kHead + kTwo + "=> 5 final\r\n", kOld + kFinalHead + "one\r\ntw", 2,
+                kOld + kBlock},
+        LeftRow{"append_complete", kHead + kTwo + "=> 5 final\r\n", kOld + kBlock, 0, kOld + kBlock},
+        LeftRow{"append_cut_in_the_healing", kHead + kTwo + "=> 4 final\r\n", "torn\r", 2,
+                "torn\r\n" + kBlock},
+        LeftRow{"append_healed_and_cut", kHead + kTwo + "=> 4 final\r\n", "torn\r\n" + kFinalHead, 2,
+                "torn\r\n" + kBlock},
+        LeftRow{"somebody_else_wrote", kHead + kTwo + "=> 5 final\r\n", kOld + "other\r\n", 2,
+                kOld + "other\r\n" + kBlock},
+        LeftRow{"log_was_emptied", kHead + kTwo + "=> 5 final\r\n", "x", 2, "x\r\n" + kBlock},
+        LeftRow{"torn_commit", kHead + kTwo + "=> 5 fin", kOld, 2, kOld + kHead + kTwo}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+// Wherever the power goes during an append, the next start completes it and no line is torn or doubled.
+TEST_F(JournalBench, AnAppendCutAtAnyByteIsCompletedAtTheNextStart) {
+  const std::string pending = kHead + kTwo + "=> 5 final\r\n";
+  for (std::size_t cut = 0; cut <= kBlock.size(); ++cut) {
+    files[kLog] = kOld + kBlock.substr(0, cut);
+    files[kPending] = pending;
+    Recover();
+    EXPECT_EQ(files[kLog], kOld + kBlock) << cut;
+  }
+}
+
+TEST_F(JournalBench, AJournalCutAtAnyByteLosesAtMostItsLastLine) {
+  const std::string whole = kHead + kTwo;
+  for (std::size_t cut = kHead.size(); cut <= whole.size(); ++cut) {
+    files[kLog] = kOld;
+    files[kPending] = whole.substr(0, cut);
+    const std::size_t lines = cut == whole.size() ? 2 : cut >= kHead.size() + 5 ? 1 : 0;
+    EXPECT_EQ(Recover().records, lines) << cut;
+  }
+}
+
+TEST_F(JournalBench, ALogThatCannotBeWrittenKeepsTheJournalForTheNextTime) {
+  files[kPending] = kHead + kTwo;
+  world.files.write_fault = "Read-only file system";
+  EXPECT_EQ(Recover().fault, "Read-only file system");
+  EXPECT_TRUE(files.contains(kPending));
+  world.files.write_fault = "";
+  EXPECT_EQ(Recover().records, 2U);
+}
+
+TEST_F(JournalBench, AJournalElsewhereIsFoundByThePointer) {
+  journal.Begin("/stick/drive.log", "header");
+  journal.Add("one");
+  EXPECT_EQ(files["/car/Kestrum.pending"], "/stick/drive.log\r\n");
+  EXPECT_EQ(files["/stick/drive.log.pending"], kHead + "one\r\n");
+  Journal next(world.files, world.worker, "/car/Kestrum.pending", kLog);
+  Recovery result;
+  next.Recover(kLog, [&result](const Recovery& recovery) { result = recovery; });
+  EXPECT_EQ(result.records, 1U);
+  EXPECT_EQ(files["/stick/drive.log"], kHead + "one\r\n");
+  EXPECT_FALSE(files.contains("/car/Kestrum.pending"));
+}
+
+TEST_F(JournalBench, TheUsualPlaceNeedsNoPointer) {
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  EXPECT_FALSE(files.contains("/car/Kestrum.pending"));
+}
+
+}  // namespace
+}  // namespace kestrum::test
