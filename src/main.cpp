@@ -21,6 +21,7 @@ constexpr const char* kHelp =
     "Options:\n"
     "  --start-logging  start logging once the program is up, as F3 does\n"
     "  --minimal        open the minimal display once the program is up, as F5 does\n"
+    "  --night          dim amber on black, as F2 does\n"
     "  --help           show this text\n"
     "  --version        show the version\n"
     "\n"
@@ -42,6 +43,8 @@ bool ReadOptions(std::span<char*> arguments, kestrum::StartOptions& options) {
       options.start_logging = true;
     } else if (argument == "--minimal") {
       options.minimal = true;
+    } else if (argument == "--night") {
+      options.night = true;
     } else {
       std::fprintf(stderr, "Kestrum: unknown option %s; see --help\n", std::string(argument).c_str());
       return false;
@@ -65,7 +68,8 @@ int main(int argc, char** argv) {
 
   kestrum::Desktop desktop;
   kestrum::Application application(desktop.ports());
-  const kestrum::Windows windows(application.forms, desktop.binder());
+  const kestrum::Windows windows(application.forms, desktop.binder(),
+                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"));
   desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
   desktop.binder().Enter([&application, &options] { application.Start(options); });
   if (!desktop.program().Ended()) QApplication::exec();

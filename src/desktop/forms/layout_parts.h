@@ -6,6 +6,9 @@
 
 namespace kestrum {
 
+// The rows of a panel, and the widgets of one row; both close together, in the measure of the font.
+QVBoxLayout* PanelRows(QWidget* panel);
+QHBoxLayout* Line();
 // A small, quiet heading over or beside a value.
 QLabel* MakeHeading(const QString& text, QWidget* parent);
 // A heading with its value below, as one column.
@@ -16,9 +19,8 @@ QFont ScaledFont(const QWidget* widget, double scale);
 int Characters(const QWidget* widget, int characters);
 
 // Sizes of text against the application's font: what is read while driving, and what is read at a stop.
-inline constexpr double kReadoutScale = 2.8;
-inline constexpr double kLargestReadoutScale = 4.2;
-inline constexpr double kSecondScale = 1.7;
+inline constexpr double kReadoutScale = 1.8;
+inline constexpr double kSecondScale = 1.4;
 inline constexpr double kHeadingScale = 0.85;
 
 }  // namespace kestrum

@@ -81,6 +81,11 @@ void TextLine::SetStale(bool stale) {
   update();
 }
 
+void TextLine::SetDot(const QColor& color) {
+  dot_ = color;
+  update();
+}
+
 void TextLine::MakePressable() {
   setFocusPolicy(Qt::TabFocus);
 }
@@ -119,7 +124,15 @@ void TextLine::paintEvent(QPaintEvent* /*event*/) {
   if (text_.size() * fontMetrics().maxWidth() > width()) {
     shown = fontMetrics().elidedText(text_, elide_, width());
   }
-  painter.drawText(rect(), static_cast<int>(alignment_ | Qt::TextSingleLine), shown);
+  QRect room = rect();
+  if (has_dot_) {
+    const double size = height() * 0.4;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(dot_);
+    painter.drawEllipse(QRectF(1, (height() - size) / 2, size, size));
+    room.setLeft(static_cast<int>(size * 1.6));
+  }
+  painter.drawText(room, static_cast<int>(alignment_ | Qt::TextSingleLine), shown);
 }
 
 Readout::Readout(double scale, const QString& longest, QWidget* parent)

@@ -25,6 +25,10 @@ class TextLine : public QWidget {
   void SetElide(Qt::TextElideMode mode) { elide_ = mode; }
   // The width that it asks for, in average characters.
   void SetRoom(int characters) { characters_ = characters; }
+  // A small dot before the text carries the background colour of the control: a quiet sign.
+  void UseDot() { has_dot_ = true; }
+  bool HasDot() const { return has_dot_; }
+  void SetDot(const QColor& color);
   // Can be reached and pressed by the keyboard too.
   void MakePressable();
 
@@ -44,6 +48,8 @@ class TextLine : public QWidget {
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
   Qt::TextElideMode elide_ = Qt::ElideRight;
   int characters_ = 16;
+  bool has_dot_ = false;
+  QColor dot_;
 };
 
 // A number with its unit, as large as its longest text fits: the digits keep their size whatever the number.
