@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
@@ -12,6 +11,7 @@
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
 #include "desktop/widgets/lamp_widget.h"
+#include "desktop/widgets/patient_menu.h"
 #include "desktop/widgets/readout.h"
 
 namespace kestrum {
@@ -65,7 +65,7 @@ void Form1Window::BuildMenus() {
       binder_.Bind(branch.head, action);
       continue;
     }
-    auto* menu = new QMenu(menuBar());
+    auto* menu = new PatientMenu(menuBar());
     menu->setToolTipsVisible(true);
     menuBar()->addMenu(menu);
     binder_.Bind(branch.head, menu->menuAction());
@@ -78,6 +78,7 @@ void Form1Window::BuildMenus() {
       }
       QAction* action = menu->addAction(QString());
       binder_.Bind(*line.item, action);
+      if (line.item == &form_.mnuBaud) menu->StayOpenFor(action);
       if (line.item->mark != Mark::kChoice) continue;
       if (choices == nullptr) {
         choices = new QActionGroup(menu);
