@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -24,6 +25,7 @@ constexpr const char* kHelp =
     "Options:\n"
     "  --start-logging  start logging once the program is up, as F3 does\n"
     "  --minimal        open the minimal display once the program is up, as F5 does\n"
+    "  --night          dim amber on black, as F2 does\n"
     "  --help           show this text\n"
     "  --version        show the version\n"
     "\n"
@@ -45,6 +47,8 @@ bool ReadOptions(std::span<char*> arguments, kestrum::StartOptions& options) {
       options.start_logging = true;
     } else if (argument == "--minimal") {
       options.minimal = true;
+    } else if (argument == "--night") {
+      options.night = true;
     } else {
       std::fprintf(stderr, "Kestrum: unknown option %s; see --help\n", std::string(argument).c_str());
       return false;
@@ -66,12 +70,17 @@ int main(int argc, char** argv) {
   std::optional<kestrum::ToolkitStart> starting("Kestrum");
   const QApplication toolkit(argc, argv);
   starting.reset();
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrum.kestrum"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.kestrum.kestrum")));
+  // One style everywhere, whose colours are the program's own.
+  QApplication::setStyle(QStringLiteral("Fusion"));
   kestrum::StartOptions options;
   if (!ReadOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options)) return 2;
 
   kestrum::Desktop desktop;
   kestrum::Application application(desktop.ports());
-  const kestrum::Windows windows(application.forms, desktop.binder());
+  const kestrum::Windows windows(application.forms, desktop.binder(),
+                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"));
   desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
   desktop.binder().Enter([&application, &options] { application.Start(options); });
   if (!desktop.program().Ended()) QApplication::exec();

@@ -21,7 +21,8 @@ Application::Application(const Ports& ports)
       logging(state, forms.form1, ports, link, rig, panel, log),
       info(state, forms, ports),
       cycle(state, forms, ports, s_meter, gps, rx_site, log, timing),
-      main_window(*this) {
+      main_window(*this),
+      cockpit(*this) {
   Wire();
 }
 
@@ -51,6 +52,7 @@ void Application::Wire() {
   logging.Wire();
   info.Wire();
   main_window.Wire();
+  cockpit.Wire();
 }
 
 // The factory settings are on the disk, and nothing may follow them: no reading, no record, no second save.
@@ -58,6 +60,7 @@ void Application::EndsWithoutShutdown() {
   exiting_ = true;
   forms.form1.tmrMain.Stop();
   forms.form1.tmrAverageRSSI.Stop();
+  forms.form1.tmrLamps.Stop();
 }
 
 void Application::ExitApp() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/cockpit.h"
 #include "app/main_window.h"
 #include "app/measurement_cycle.h"
 #include "config/main_config.h"
@@ -17,6 +18,7 @@ namespace kestrum {
 struct StartOptions {
   bool start_logging = false;  // once started, as F3
   bool minimal = false;        // once started, as F5
+  bool night = false;          // as F2
 };
 
 // The whole program: owns the state and the five forms and wires every handler. Whoever builds it binds the
@@ -68,6 +70,7 @@ class Application {
   InfoWindow info;
   MeasurementCycle cycle;
   MainWindow main_window;
+  Cockpit cockpit;
 
  private:
   bool reader_loaded_ = false;  // the links to the GPS reader are ours to end

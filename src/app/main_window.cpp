@@ -40,6 +40,9 @@ bool MainWindow::KeyDown(Key key) {
     case Key::kF1:
       Run(form.mnuInfo.click);
       return true;
+    case Key::kF2:
+      application_.forms.night = !application_.forms.night;
+      return true;
     case Key::kF3:
       Run(form.cmdLoggin.click);
       return true;
@@ -71,7 +74,28 @@ void MainWindow::ShowDDEPanel() {
   form.frmDDE.visible = show;
 }
 
+void MainWindow::ShowMenuToolTips() {
+  Form1& form = application_.forms.form1;
+  form.mnuSavecfg.tool_tip = "Saves the settings now; the end of the program does so too.";
+  form.mnuDefaultCfg.tool_tip = "Puts the factory settings in place and ends the program.";
+  form.mnuSaveLogfile.tool_tip = "Names the log file and writes what is in the buffer into it.";
+  form.mnuSHowDDE.tool_tip = "The raw fields of the GPS reader: shown or hidden.";
+  form.mnuDefaultCalibration.tool_tip = "The built-in table: S9 is 50 uV, above 30 MHz 5 uV.";
+  form.mnuLoadConfig1.tool_tip = "Takes the table from Calibration1.cfg.";
+  form.mnuLoadConfig2.tool_tip = "Takes the table from Calibration2.cfg.";
+  form.mnuLoad.tool_tip = "Takes the table from a file that you name.";
+  form.mnuOrvandi.tool_tip = "Starts the mapping program, which shows logs.";
+  form.mnuTiming.tool_tip = "How often, or after what distance, a record is made.";
+  form.mnuAverageRSSI.tool_tip = "A record takes the mean of fast readings instead of a single one.";
+  form.mnuTxLatLong.tool_tip = "Where the transmitter stands: typed.";
+  form.mnuTxLatLongGps.tool_tip = "Where the transmitter stands: where the car is now.";
+  form.mnuBaud.tool_tip = "Speed of the port: each press takes the next one. Choose the same in the set.";
+  form.mnuMinimalDisplay.tool_tip = "Large figures for driving; starts logging.";
+  form.mnuPower.tool_tip = "dBm and watts, and what receivers can hear.";
+}
+
 void MainWindow::ShowToolTips() {
+  ShowMenuToolTips();
   Form1& form = application_.forms.form1;
   const std::string degree(kDegree);
   form.lblTxLat.tool_tip = "Latitude from TX";

@@ -18,6 +18,7 @@ class MainWindow {
   void ShowDDEPanel();
 
  private:
+  void ShowMenuToolTips();
   bool KeyDown(Key key);
   void mnuSHowDDE_Click();
   void Activate();

@@ -32,6 +32,7 @@ void Application::Shutdown(bool may_ask) {
     settings.MinimalTop = forms.form5.top;
   }
   form.tmrMain.Stop();
+  form.tmrLamps.Stop();
   const bool set_is_on = link.IsOpen() && form.mnuFT817.checked && PowerIsOn(form);
   if (set_is_on && may_ask && ports_.dialogs.AskYesNo(AppTitle, "Switch FT817 Off (Y/N) ", Icon::kQuestion)) {
     Run(form.cmdFT817OnOff.click);

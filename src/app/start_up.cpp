@@ -10,6 +10,7 @@ void Application::Start(const StartOptions& options) {
     ports_.program.End();
     return;
   }
+  if (options.night) forms.night = true;
   form.cmdFT817OnOff.caption = kPowerOffCaption;
   InitApp();
   if (ports_.program.Ended()) return;
@@ -31,6 +32,8 @@ void Application::Start(const StartOptions& options) {
   if (ports_.program.Ended()) return;
   started_ = true;
   form.tmrMain.Start();
+  form.tmrLamps.Start();
+  cockpit.Look();
   if (options.start_logging) Run(form.cmdLoggin.click);
   if (options.minimal) Run(form.mnuMinimalDisplay.click);
 }

@@ -62,9 +62,14 @@ bool RigCommands::Read(MeterRead way) {
   return ReadMeter();
 }
 
-bool RigCommands::ReadReceiveStatus() {
+bool RigCommands::IsNotRead() const {
   // Kept on purpose: FT857 and FT897 have no power button, yet they are read only while it shows "on".
-  if (PowerIsOff(form_)) return false;
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  return rig != nullptr && rig->meter == MeterRead::kReceiveStatus && PowerIsOff(form_);
+}
+
+bool RigCommands::ReadReceiveStatus() {
+  if (IsNotRead()) return false;
   if (!link_.IsOpen()) {
     state_.RssiRaw = 0;
     link_.CommentNotOpen();

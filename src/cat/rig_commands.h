@@ -24,6 +24,8 @@ class RigCommands {
   void SetFrequency(const std::string& text);
   // 1 to 7 selects that mode's button; 0 takes the mode from the buttons. Stores RigMode and sends it.
   void SetMode(int mode);
+  // Whether ReadRssi asks the set nothing, because the power button says that it is off.
+  bool IsNotRead() const;
   // Nothing at all when the port is closed.
   void CatLock(bool on);
   // FT817 only; other rigs, or a closed port, only leave the caption at "&Off". Off leaves tmrMain stopped.

@@ -21,7 +21,7 @@ enum class Color : int {
   kWarning = 42495,  // orange
 };
 
-enum class Key { kF1, kF3, kF5, kAltF4, kEnter };
+enum class Key { kF1, kF2, kF3, kF5, kAltF4, kEnter };
 
 // Every control knows its name; the desktop's widget carries the same one.
 struct Control {
@@ -33,6 +33,7 @@ struct Control {
   bool enabled = true;
   bool visible = true;
   Color back_color = Color::kSystem;
+  bool stale = false;  // what it shows is no longer true
 };
 
 // Runs a handler if there is one.
@@ -143,11 +144,20 @@ struct Slider : Control {
   }
 };
 
+// One mark of a scale.
+struct ScaleMark {
+  int value = 0;
+  std::string text;
+  bool operator==(const ScaleMark&) const = default;
+};
+
 struct ProgressBar : Control {
   using Control::Control;
 
   int maximum = 255;
   int value = 0;
+  int peak = -1;                 // highest value of a moment ago; -1 for none
+  std::vector<ScaleMark> marks;  // the scale under the bar
   bool segments = true;  // segments or one plain bar
   int top = 0;           // twips
   int height = 0;        // twips; 0 leaves both to the layout
@@ -156,10 +166,13 @@ struct ProgressBar : Control {
 
 // A compass rose with a needle: "000" to "360" in degrees clockwise from the top, anything else that has a
 // leading number likewise, "32768" for no needle.
+// The front of the car is at the top.
 struct CompassRose : Control {
   using Control::Control;
 
   std::string needle = "32768";
+  std::string course;  // course over ground in degrees, by which compass letters turn; empty for no letters
+  std::string badge;   // stands over it while it is stale
 };
 
 // A picture as a list of shapes in twips, 15 to a pixel, the origin at the top left.
@@ -181,6 +194,7 @@ struct Picture : Control {
   double width = 0;   // twips, kept up to date by the desktop
   double height = 0;  // twips
   std::vector<Shape> shapes;
+  std::string badge;  // stands over it while it is stale
   Handler resized;
 };
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/control.h"
+#include "forms/indicators.h"
 #include "text/text.h"
 
 namespace kestrum {
@@ -15,8 +16,14 @@ struct Form1 : Form {
 
   Timer tmrMain;
   Timer tmrAverageRSSI{300};
+  Timer tmrLamps{1000};
   std::array<StatusPanel, 3> StatusBar1{StatusPanel{"StatusBar1_0"}, StatusPanel{"StatusBar1_1"},
                                         StatusPanel{"StatusBar1_2"}};
+
+  // What a driver must know
+  Lamp lmpLog{"lmpLog"};
+  Lamp lmpGps{"lmpGps"};
+  Lamp lmpRig{"lmpRig"};
 
   // Rig panel
   Frame frmCatControl{"frmCatControl", "CatControl"};
@@ -26,6 +33,7 @@ struct Form1 : Form {
   Label lblSquelch{"lblSquelch", "Sql"};
   Slider sldkHzSteps{"sldkHzSteps", 1, 100};
   ProgressBar ProgressBar1{"ProgressBar1"};
+  StripChart chtSignal{"chtSignal"};
   Button cmdFT817OnOff{"cmdFT817OnOff", "&Off"};
   Button cmdLoggin{"cmdLoggin", "Start&Log(F3)"};
   OptionButton optUsb{"optUsb", "Usb"};

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "forms/control.h"
+#include "forms/indicators.h"
 
 namespace kestrum {
 
@@ -10,6 +11,9 @@ namespace kestrum {
 struct Form5 : Form {
   Form5() : Form("Form5") {}
 
+  Lamp lmpLog{"lmpLog"};
+  Lamp lmpGps{"lmpGps"};
+  Lamp lmpRig{"lmpRig"};
   Frame Frame1{"Frame1", "Kestrum"};
   Button Command1{"Command1", "&Main(F5) "};
   ProgressBar ProgressBar1{"ProgressBar1"};

@@ -14,6 +14,8 @@ struct Forms {
   Form3 form3;
   Form4 form4;
   Form5 form5;
+
+  bool night = false;  // all windows in dim amber on black
 };
 
 }  // namespace kestrum

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <utility>
 
 #include "cat/rig_text.h"
@@ -98,9 +99,46 @@ void LogFile::Flush(const std::string& file_name, const BlockHeading& heading) {
 void LogFile::WriteRecords(const std::string& path, const std::string& header,
                            const std::vector<std::string>& records) {
   journal_.Write(ports_.program.PathOf(path), {header, JoinLines(records)},
-                 [this, path](const FileFault& fault) {
+                 [this, path, count = records.size()](const FileFault& fault) {
+                   Written(count, fault);
                    if (fault) ReportFault(*fault, path);
                  });
+}
+
+void LogFile::Written(std::size_t records, const FileFault& fault) {
+  folder_fault_ = fault;
+  if (fault) {
+    lost_ += records;
+    lost_at_ = ports_.clock.Now();
+  } else {
+    written_ += records;
+    last_written_ = ports_.clock.Now();
+    lost_ = 0;
+    lost_at_.reset();
+  }
+  Run(health_changed);
+}
+
+LogFacts LogFile::Facts() const {
+  LogFacts facts;
+  facts.logging = !NotLogging;
+  facts.in_buffer = LogCount;
+  facts.written = written_;
+  facts.last_written = last_written_;
+  facts.lost = lost_;
+  facts.lost_at = lost_at_;
+  facts.journal_fault = journal_.fault();
+  facts.folder_fault = folder_fault_;
+  return facts;
+}
+
+void LogFile::CheckFolder() {
+  auto fault = std::make_shared<FileFault>();
+  ports_.worker.Post([&files = ports_.files, path = Path(), fault] { *fault = files.WhyNotAppend(path); },
+                     [this, fault] {
+                       folder_fault_ = *fault;
+                       Run(health_changed);
+                     });
 }
 
 std::vector<std::string> LogFile::Records() const {
@@ -151,6 +189,8 @@ void LogFile::ShowLoggingState(bool off) {
   TextBox& box = forms_.form1.lblLoggingInto;
   box.text = off ? "Not logging now !" : "Data to " + state_.settings.LogFileName;
   box.SelectAll();
+  if (starts) CheckFolder();
+  Run(health_changed);
   if (!starts) return;
   // What was collected before logging was switched on belongs to the next block too.
   for (const std::string& record : Records()) AddToJournal(record);

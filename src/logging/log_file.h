@@ -11,6 +11,7 @@
 #include "logging/log_record.h"
 #include "platform/ports.h"
 #include "position/minimal_display.h"
+#include "ui/lamps.h"
 
 namespace kestrum {
 
@@ -48,15 +49,24 @@ class LogFile {
   // off: "Not logging now !", else "Data to " and the file name; the text is selected for copying.
   void ShowLoggingState(bool off);
 
+  // How the log is doing.
+  LogFacts Facts() const;
+  // Full path of the log file.
+  std::string Path() const;
+  // Looks, beside the window thread, whether the log could be appended to now; Facts then tells.
+  void CheckFolder();
+  // Set by the application: Facts may tell something new.
+  Handler health_changed;
+
   // Menu: asks for a new log file and flushes into it; nothing with an empty buffer.
   void mnuSaveLogfile_Click();
 
  private:
   void EmptyBuffer();
   void ShowCount();
-  std::string Path() const;
   BlockHeading Heading() const;
   void Flush(const std::string& file_name, const BlockHeading& heading);
+  void Written(std::size_t records, const FileFault& fault);
   void WriteRecords(const std::string& path, const std::string& header,
                     const std::vector<std::string>& records);
   std::vector<std::string> Records() const;
@@ -71,6 +81,11 @@ class LogFile {
   std::string antenna_;                           // taken over last
   std::optional<std::vector<std::string>> kept_;  // what fills the buffer while a file is named for it
   bool finishing_ = false;
+  std::uint64_t written_ = 0;  // records
+  std::optional<DateTime> last_written_;
+  std::uint64_t lost_ = 0;  // records, since a block was written last
+  std::optional<DateTime> lost_at_;
+  FileFault folder_fault_;
 };
 
 }  // namespace kestrum

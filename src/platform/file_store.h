@@ -34,6 +34,9 @@ class FileStore {
   // Appends with one write and returns once the bytes are on the disk. Creates the file if needed. After a
   // fault the file has its old length again.
   virtual FileFault Append(const std::string& path, std::string_view bytes) = 0;
+  // Why an append to this file would fail now: no such folder, no right to write, a disk that is as good as
+  // full. Writes nothing.
+  virtual FileFault WhyNotAppend(const std::string& path) const = 0;
   // Returns once the removal is on the disk. A file that is not there is no fault.
   virtual FileFault Remove(const std::string& path) = 0;
   // Replaces what stands at `to`.

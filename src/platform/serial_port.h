@@ -18,6 +18,11 @@ class SerialPort {
   virtual bool Open() = 0;
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
+  // Whether the port is closed because its device has gone, or was not there when it was opened. False for a
+  // port that was closed, and for one that cannot be opened although its device is there.
+  virtual bool WaitsForDevice() const = 0;
+  // Whether the device that the port waits for is there again, so that Open may work.
+  virtual bool DeviceIsBack() const = 0;
 
   // Hands the bytes to the line without waiting for them to leave it. Does nothing when closed; a line that
   // fails closes the port. A line that takes no bytes has not failed: what waits for it is dropped.

@@ -80,8 +80,34 @@ void GpsLinks::GetAllDDE() {
   record.height = form_.lblDDEHeight.caption;
   record.speed = form_.lblDDESpeed.caption;
   record.compass = form_.lblDDECompas.caption;
-  // Texts of a reader that has gone stand still: they are no new fix.
-  if (FixIsValid(record.validity) && ports_.links.ServerPresent(kTopic)) last_fix_ = ports_.clock.Elapsed();
+  NoteFix();
+}
+
+bool GpsLinks::ReaderPresent() const {
+  return ports_.links.ServerPresent(kTopic);
+}
+
+std::optional<std::chrono::milliseconds> GpsLinks::ReaderSilentFor() const {
+  return ports_.links.SilentFor(kTopic);
+}
+
+void GpsLinks::NoteFix() {
+  // Texts of a reader that has gone or stands still are no new fix.
+  if (!SaysValid() || !ReaderPresent()) return;
+  const auto heard = ports_.clock.Elapsed() - ReaderSilentFor().value_or(std::chrono::milliseconds{0});
+  if (!last_fix_ || heard > *last_fix_) last_fix_ = heard;
+}
+
+std::optional<std::chrono::milliseconds> GpsLinks::FixAge() const {
+  if (!last_fix_) return {};
+  return ports_.clock.Elapsed() - *last_fix_;
+}
+
+void GpsLinks::StartReaderAgain() {
+  const std::string reader = RunningReader(ports_.windows);
+  if (!reader.empty()) ports_.windows.Close(reader);
+  if (ports_.program.StartCompanion(kReader, ShowStyle::kNormalWithoutFocus)) return;
+  ports_.dialogs.Show(VersionedTitle, "Posdex.exe Not found", Icon::kCritical);
 }
 
 bool GpsLinks::GetGPSdataStartLast() {

@@ -49,6 +49,18 @@ class GpsLinks {
   // Paints the site.
   void ShowSite();
 
+  // The reader as far as is known now.
+  bool ReaderPresent() const;
+  std::optional<std::chrono::milliseconds> ReaderSilentFor() const;
+  // What the reader said last of its fix, whether it is still there or not.
+  bool SaysValid() const { return FixIsValid(form_.lblDDEVal.caption); }
+  // Age of the last valid fix at the moment it was heard; nothing when there has been none.
+  std::optional<std::chrono::milliseconds> FixAge() const;
+  // Remembers when a valid fix was heard last; called while the labels stand as the reader has sent them.
+  void NoteFix();
+  // Closes a reader that stands still, and starts one.
+  void StartReaderAgain();
+
   // Warns in lblRxVal (colour and tool tip with the age of the last fix) while the present fix is missing.
   void ShowFixAge();
 

@@ -70,9 +70,19 @@ void MinimalDisplay::Wire() {
   form.Command1.click = [this] { Toggle(); };
   form.close = [this] { Toggle(); };  // the way back, since closing would leave no window at all
   form.key_down = [this](Key key) {
-    if (key != Key::kF5) return false;
-    Toggle();
-    return true;
+    switch (key) {
+      case Key::kF2:
+        forms_.night = !forms_.night;
+        return true;
+      case Key::kF3:
+        Run(forms_.form1.cmdLoggin.click);
+        return true;
+      case Key::kF5:
+        Toggle();
+        return true;
+      default:
+        return false;
+    }
   };
   form.activate = [this] { ShowPelorusMinimized(forms_.form1.lblRxBearing.caption); };
   form.Picture1.resized = [this] { ShowPelorusMinimized(needle_); };

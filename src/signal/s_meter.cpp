@@ -75,6 +75,7 @@ Reading SMeter::ReadNow() {
   reading.raw = state_.RssiRaw;
   reading.converted = table_.Current();
   reading.on = On();
+  if (reading_taken) reading_taken(reading);
   return reading;
 }
 
@@ -151,6 +152,7 @@ void SMeter::ShowAveraging() {
     form.tmrAverageRSSI.Stop();
   }
   form.sldSquelch.visible = averaging;
+  form.lblSquelch.visible = averaging;
   form.ProgressBar1.top = averaging ? 2040 : 2140;
   form.ProgressBar1.height = averaging ? 255 : 456;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "cat/rig_commands.h"
 #include "signal/calibration_table.h"
@@ -15,6 +16,8 @@ class SMeter {
 
   // Set by the application: the calibration editor follows the reading.
   Handler follow_reading;
+  // Set by the application: the set has been asked, and this came.
+  std::function<void(const Reading&)> reading_taken;
 
   // Hangs the handlers on the controls: unit click, averaging menu, squelch, bars, averaging timer.
   void Wire();

@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QInputDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
@@ -15,6 +14,7 @@
 #include <memory>
 
 #include "desktop/forms/windows.h"
+#include "desktop/widgets/readout.h"
 #include "support/scripted_car.h"
 
 namespace kestrum::test {
@@ -42,7 +42,7 @@ class ApplicationTest : public ::testing::Test {
   T* On1(const char* name) {
     return Window("Form1")->findChild<T*>(QLatin1String(name));
   }
-  QString Text(const char* label) { return On1<QLabel>(label)->text(); }
+  QString Text(const char* label) { return On1<QWidget>(label)->property("text").toString(); }
 
   ScriptedCar car;
   Binder binder{car.world.program};
@@ -55,7 +55,7 @@ TEST_F(ApplicationTest, NoPlaceholderSurvivesTheStart) {
   Start();
   EXPECT_TRUE(Window("Form1")->isVisible());
   EXPECT_EQ(Window("Form1")->windowTitle(), QStringLiteral("Kestrum Auto field strenght logger V1.02"));
-  for (const auto* label : Window("Form1")->findChildren<QLabel*>()) {
+  for (const auto* label : Window("Form1")->findChildren<TextLine*>()) {
     EXPECT_FALSE(label->text().startsWith(QStringLiteral("xxxxx"))) << qPrintable(label->objectName());
   }
   EXPECT_EQ(Text("lblRxVal"), QStringLiteral("No GPS"));

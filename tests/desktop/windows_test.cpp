@@ -6,7 +6,7 @@
 #include <QMenuBar>
 
 #include "desktop/desktop_fixture.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum::test {
 namespace {
@@ -228,14 +228,14 @@ TEST_F(EndlessTexts, NeverMakeAWindowLargerThanTheScreen) {
     EXPECT_LE(window->minimumSizeHint().height(), kScreen.height() * 9 / 10) << name;
     EXPECT_FALSE(const_cast<QWidget*>(window)->grab().isNull()) << name;
   }
-  const QWidget* label = Find<QLabel>(QStringLiteral("Form1"), QStringLiteral("lblRxVal"));
+  const QWidget* label = Find<TextLine>(QStringLiteral("Form1"), QStringLiteral("lblRxVal"));
   EXPECT_LT(label->toolTip().size(), 4000);
 }
 
 TEST_F(EndlessTexts, ALongToolTipIsBrokenIntoLines) {
   forms.form1.lblLog.tool_tip = "FT840 3630 kHz, " + std::string(300, 'a') + " <b>";
   binder.Sync();
-  const QString tip = Find<QLabel>(QStringLiteral("Form1"), QStringLiteral("lblLog"))->toolTip();
+  const QString tip = Find<TextLine>(QStringLiteral("Form1"), QStringLiteral("lblLog"))->toolTip();
   EXPECT_TRUE(tip.startsWith(QStringLiteral("<p style='white-space:pre-wrap'>FT840 3630 kHz, aaa")));
   EXPECT_TRUE(tip.endsWith(QStringLiteral(" &lt;b&gt;</p>")));
 }
@@ -247,7 +247,7 @@ TEST_F(EndlessTexts, AnOrdinaryValueIsNotShortened) {
   form.StatusBar1[0].text = "Get RSSI every 9999 mSec";
   ShowForm1();
   for (const char* name : {"lblRxLat", "lblRxHeight", "lblTxLat", "lblInterval", "StatusBar1_0"}) {
-    const auto* label = Find<QLabel>(QStringLiteral("Form1"), QLatin1String(name));
+    const auto* label = Find<TextLine>(QStringLiteral("Form1"), QLatin1String(name));
     EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->contentsRect().width()) << name;
   }
 }
@@ -273,38 +273,80 @@ TEST_F(EndlessTexts, WhatIsTypedHasAnEnd) {
   EXPECT_EQ(antenna->lineEdit()->maxLength(), 4096);
 }
 
-TEST_F(WindowsTest, AReadoutDrawsALongTextSmallerInsteadOfClippingIt) {
+TEST_F(WindowsTest, AReadoutKeepsItsSizeWhateverTheSignal) {
   ShowForm1();
-  auto* label = Find<FitLabel>(QStringLiteral("Form1"), QStringLiteral("lblFieldStrenght"));
-  for (const char* text : {"1 uV", "158.1 uV", "49999.99 mV/m", "1234567890.123456 mV/m"}) {
-    forms.form1.lblFieldStrenght.caption = text;
-    binder.Sync();
-    const QFontMetricsF metrics(label->FittingFont());
-    EXPECT_LE(metrics.horizontalAdvance(label->text()), label->contentsRect().width()) << text;
-    EXPECT_LE(metrics.height(), label->contentsRect().height()) << text;
+  struct Row {
+    const char* name;
+    Label& label;
+    std::vector<const char*> texts;
+  };
+  Form1& form = forms.form1;
+  const Row rows[] = {
+      {"lblRSSI", form.lblRSSI, {"S0", "S8+", "S9", "S9 + 10dB", "S9 + 60dB"}},
+      {"lblFieldStrenght", form.lblFieldStrenght, {"000.0 uV", "158.1 uV", "50000.0 uV", "20750.0 mV/m"}},
+      {"lblRxDist", form.lblRxDist, {".5 km", "4.47 km", "20003.99 km"}},
+      {"lblFreq", form.lblFreq, {" 3630 kHz", " 430000.25 kHz"}},
+  };
+  for (const QSize& size : {QSize(800, 480), QSize(1024, 560), QSize(1920, 1040)}) {
+    Window(QStringLiteral("Form1"))->resize(size);
+    QApplication::processEvents();
+    for (const Row& row : rows) {
+      auto* readout = Find<Readout>(QStringLiteral("Form1"), QLatin1String(row.name));
+      const double pixels = readout->FontPixels();
+      EXPECT_GE(pixels, 14) << row.name;
+      for (const char* text : row.texts) {
+        row.label.caption = text;
+        binder.Sync();
+        EXPECT_DOUBLE_EQ(readout->FontPixels(), pixels) << row.name << " " << text;
+        EXPECT_LE(readout->TextWidth(readout->text()), readout->width()) << row.name << " " << text;
+      }
+    }
   }
+}
+
+TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
+  QFont eleven = QApplication::font();
+  const QFont usual = eleven;
+  eleven.setPointSizeF(11);
+  QApplication::setFont(eleven);
+  {
+    test::ScriptedProgram small_program;
+    Binder small_binder(small_program);
+    Forms small_forms;
+    const Windows windows(small_forms, small_binder);
+    small_forms.form1.sldSquelch.visible = true;
+    small_binder.Sync();
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (top->objectName() != QStringLiteral("Form1") || top == Window(QStringLiteral("Form1"))) continue;
+      EXPECT_LE(top->minimumSizeHint().width(), 800);
+      EXPECT_LE(top->minimumSizeHint().height(), 480);
+    }
+  }
+  QApplication::setFont(usual);
 }
 
 TEST_F(WindowsTest, TheMinimalDisplayGrowsWithItsWindow) {
   forms.form5.visible = true;
-  for (Label& label : forms.form5.Label1) label.caption = "S9+10, 158.1 uV, 0.123 mV/m";
+  const char* const texts[] = {"20003.99 km", "294\xB0NW", "12345.6 m", "430000.25 kHz", "S9 + 10dB, 158.1 uV, 0.123 mV/m"};
+  for (std::size_t i = 0; i < 5; ++i) forms.form5.Label1.at(i).caption = texts[i];
   forms.form5.Label1[0].caption = "012.3 km";
   binder.Sync();
   QWidget* window = Window(QStringLiteral("Form5"));
   const auto text_height = [&](const QSize& size) {
     window->resize(size);
     QApplication::processEvents();
-    auto* label = Find<FitLabel>(QStringLiteral("Form5"), QStringLiteral("Label1_0"));
-    return QFontMetricsF(label->FittingFont()).height();
+    return Find<Readout>(QStringLiteral("Form5"), QStringLiteral("Label1_0"))->FontPixels();
   };
   const double small = text_height({480, 320});
   EXPECT_EQ(window->size(), QSize(480, 320)) << "it can be made that small";
-  EXPECT_GE(small, 480.0 / 12);
+  EXPECT_GE(small, 480.0 / 16);
   EXPECT_GT(text_height({960, 640}), small * 1.6);
-  for (int i = 0; i < 5; ++i) {
-    auto* label = Find<FitLabel>(QStringLiteral("Form5"), QStringLiteral("Label1_%1").arg(i));
-    EXPECT_LE(QFontMetricsF(label->FittingFont()).horizontalAdvance(label->text()), label->width());
+  for (int i = 0; i < 4; ++i) {
+    auto* readout = Find<Readout>(QStringLiteral("Form5"), QStringLiteral("Label1_%1").arg(i));
+    EXPECT_LE(readout->TextWidth(readout->text()), readout->width()) << i;
   }
+  EXPECT_EQ(Find<QWidget>(QStringLiteral("Form5"), QStringLiteral("Picture1"))->width(),
+            Find<QWidget>(QStringLiteral("Form5"), QStringLiteral("Picture1"))->height());
 }
 
 }  // namespace

@@ -296,7 +296,7 @@ TEST_F(Dashboard, ButtonF5AndClosingLeadBack) {
 
 TEST_F(Dashboard, OtherKeysPass) {
   minimal.Toggle();
-  for (const Key key : {Key::kF1, Key::kF3, Key::kAltF4, Key::kEnter}) EXPECT_FALSE(form5.key_down(key));
+  for (const Key key : {Key::kF1, Key::kAltF4, Key::kEnter}) EXPECT_FALSE(form5.key_down(key));
   EXPECT_TRUE(form5.visible);
 }
 

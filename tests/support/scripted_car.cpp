@@ -25,6 +25,7 @@ ScriptedCar::ScriptedCar() : app(world.ports()) {
   };
   clockworks_[0].timer = &form1.tmrMain;
   clockworks_[1].timer = &form1.tmrAverageRSSI;
+  clockworks_[2].timer = &form1.tmrLamps;
 }
 
 Settings ScriptedCar::UsualSettings() {

@@ -53,7 +53,7 @@ class ScriptedCar {
   void Wind(Clockwork& clockwork) const;
   bool TickNext(std::chrono::milliseconds limit);
 
-  std::array<Clockwork, 2> clockworks_;
+  std::array<Clockwork, 3> clockworks_;
 };
 
 }  // namespace kestrum::test

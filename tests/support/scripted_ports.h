@@ -53,12 +53,24 @@ class ScriptedSerial : public SerialPort {
   std::string DeviceName(int number) const override { return "/dev/scripted" + std::to_string(number); }
   std::string Trouble() const override { return trouble; }
 
-  // The adapter is pulled out.
-  void Vanish() { open_ = false; }
+  // The adapter is pulled out, and put in again.
+  void Vanish() {
+    open_ = false;
+    lost_ = true;
+    can_open = false;
+    trouble = "/dev/scripted was lost";
+  }
+  void Return() {
+    can_open = true;
+    trouble.clear();
+  }
+  bool WaitsForDevice() const override { return lost_ && !open_; }
+  bool DeviceIsBack() const override { return WaitsForDevice() && can_open; }
   std::string LastWritten() const { return written.empty() ? std::string() : written.back(); }
 
  private:
   bool open_ = false;
+  bool lost_ = false;
 };
 
 class ScriptedLinks : public TextLinks {
@@ -192,6 +204,7 @@ class MemoryFiles : public FileStore {
                      std::uint64_t most_bytes) const override;
   FileFault Replace(const std::string& path, std::string_view bytes) override;
   FileFault Append(const std::string& path, std::string_view bytes) override;
+  FileFault WhyNotAppend(const std::string& path) const override { return WriteFault(path); }
   FileFault Remove(const std::string& path) override;
   FileFault Rename(const std::string& from, const std::string& to) override;
 

@@ -1,6 +1,8 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
+#include <cmath>
+#include <numbers>
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
@@ -8,10 +10,15 @@
 #include "desktop/text_convert.h"
 #include "desktop/twips.h"
 #include "desktop/widgets/control_colors.h"
+#include "desktop/widgets/lamp_widget.h"
 #include "desktop/widgets/list_box.h"
 #include "desktop/widgets/meter_bar.h"
 #include "desktop/widgets/pelorus_widget.h"
 #include "desktop/widgets/picture_widget.h"
+#include "desktop/widgets/readout.h"
+#include "desktop/widgets/strip_chart_widget.h"
+#include "text/number_text.h"
+#include "text/text.h"
 
 // Controls that only show something, and what all controls have in common.
 namespace kestrum {
@@ -35,6 +42,20 @@ QString ToolTip(const std::string& text) {
   if (!is_long && !Qt::mightBeRichText(plain)) return plain;
   return QStringLiteral("<p style='white-space:%1'>%2</p>")
       .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain).toHtmlEscaped());
+}
+
+// What a screen reader says of a needle.
+QString NeedleName(const std::string& text) {
+  if (Trim(text) == "32768") return QStringLiteral("Needle, no direction");
+  return QStringLiteral("Needle %1 degrees").arg(static_cast<int>(std::lround(Val(text))));
+}
+QString NeedleName(const std::vector<Shape>& shapes) {
+  for (const Shape& shape : shapes) {
+    if (shape.kind != Shape::Kind::kLine) continue;
+    const double angle = std::atan2(shape.x2 - shape.x1, shape.y1 - shape.y2) * 180 / std::numbers::pi;
+    return QStringLiteral("Needle %1 degrees").arg((std::lround(angle) + 360) % 360);
+  }
+  return QStringLiteral("Needle, no direction");
 }
 
 }  // namespace
@@ -62,6 +83,37 @@ void Binder::Bind(Label& label, QLabel* widget) {
   events->clicked = [this, &label] { Enter(label.click); };
 }
 
+void Binder::Bind(Label& label, TextLine* widget) {
+  BindCommon(label, widget);
+  Follow<std::string>(label.caption, [widget](const std::string& text) {
+    widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
+    widget->setAccessibleName(widget->text());
+  });
+  FollowFrom<bool>(false, label.stale, [widget](const bool& stale) { widget->SetStale(stale); });
+  auto* events = new UserEvents(widget);
+  events->clicked = [this, &label] { Enter(label.click); };
+  if (!label.click) return;
+  widget->MakePressable();
+  events->enter_pressed = events->clicked;
+}
+
+void Binder::Bind(Lamp& lamp, LampWidget* widget) {
+  BindCommon(lamp, widget);
+  Follow<LampText>(lamp.says, [widget](const LampText& says) {
+    widget->Show(says);
+    const QString advice = ToolTip(says.advice);
+    if (widget->toolTip() == advice) return;
+    widget->setToolTip(advice);
+    widget->setAccessibleDescription(ToQtLines(says.advice));
+  });
+  connect(widget, &LampWidget::clicked, this, [this, &lamp] { Enter(lamp.click); });
+}
+
+void Binder::Bind(StripChart& chart, StripChartWidget* widget) {
+  BindCommon(chart, widget);
+  Follow<unsigned>(chart.revision, [&chart, widget](const unsigned&) { widget->Show(chart); });
+}
+
 void Binder::Bind(Label& list, ListBox* widget) {
   BindCommon(list, widget);
   Follow<std::string>(list.caption, [widget](const std::string& text) { widget->ShowText(ToQtLines(text)); });
@@ -80,11 +132,10 @@ void Binder::Bind(Frame& frame, QGroupBox* widget) {
   });
 }
 
-void Binder::Bind(StatusPanel& panel, QLabel* widget) {
+void Binder::Bind(StatusPanel& panel, TextLine* widget) {
   widget->setObjectName(QLatin1String(panel.name));
-  widget->setTextFormat(Qt::PlainText);
   Follow<std::string>(panel.text, [widget](const std::string& text) {
-    widget->setText(Shortened(ToQtLines(text), kMostOfLabel));
+    widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
@@ -99,25 +150,36 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
   Follow<int>(bar.value, [widget](const int& value) {
     widget->setValue(qBound(widget->minimum(), value, widget->maximum()));
   });
+  Follow<int>(bar.peak, [widget](const int& peak) { widget->SetPeak(peak); });
+  Follow<std::vector<ScaleMark>>(bar.marks,
+                                 [widget](const std::vector<ScaleMark>& marks) { widget->SetScale(marks); });
+  FollowFrom<bool>(false, bar.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   Follow<bool>(bar.segments, [widget](const bool& segments) { widget->SetSegments(segments); });
   Follow<int>(bar.height, [widget](const int& height) {
     widget->SetHeightShare(height > 0 ? height / kFullBarHeight_twips : 1);
   });
   auto* events = new UserEvents(widget);
   events->clicked = [this, &bar] { Enter(bar.click); };
+  if (!bar.click) return;
+  widget->setFocusPolicy(Qt::TabFocus);
+  events->enter_pressed = events->clicked;
 }
 
 void Binder::Bind(CompassRose& rose, PelorusWidget* widget) {
   BindCommon(rose, widget);
   Follow<std::string>(rose.needle, [widget](const std::string& text) {
     widget->SetNeedle(text);
-    widget->setAccessibleName(QLatin1String("Compass rose ") + ToQt(text));
+    widget->setAccessibleName(NeedleName(text));
   });
+  Follow<std::string>(rose.course, [widget](const std::string& text) { widget->SetCourse(text); });
+  FollowFrom<bool>(false, rose.stale, [widget](const bool& stale) { widget->SetStale(stale); });
+  Follow<std::string>(rose.badge, [widget](const std::string& text) { widget->SetBadge(ToQt(text)); });
 }
 
 void Binder::Bind(Picture& picture, PictureWidget* widget) {
   BindCommon(picture, widget);
-  widget->setAccessibleName(QLatin1String("Needle"));
+  FollowFrom<bool>(false, picture.stale, [widget](const bool& stale) { widget->SetStale(stale); });
+  Follow<std::string>(picture.badge, [widget](const std::string& text) { widget->SetBadge(ToQt(text)); });
   Watch([&picture, widget, painted = std::vector<Shape>()]() mutable {
     const auto same = [](const Shape& a, const Shape& b) {
       return a.kind == b.kind && a.x1 == b.x1 && a.y1 == b.y1 && a.x2 == b.x2 && a.y2 == b.y2 &&
@@ -127,6 +189,7 @@ void Binder::Bind(Picture& picture, PictureWidget* widget) {
       return;
     painted = picture.shapes;
     widget->SetShapes(picture.shapes);
+    widget->setAccessibleName(NeedleName(picture.shapes));
   });
   const auto measure = [&picture, widget] {
     picture.width = ToTwips(widget->width());

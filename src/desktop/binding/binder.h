@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forms/control.h"
+#include "forms/indicators.h"
 #include "platform/program.h"
 
 class QAction;
@@ -23,10 +24,13 @@ class QWidget;
 
 namespace kestrum {
 
+class LampWidget;
 class ListBox;
 class MeterBar;
 class PelorusWidget;
 class PictureWidget;
+class StripChartWidget;
+class TextLine;
 
 // An option button of a group and the widget that paints it.
 struct OptionEntry {
@@ -80,6 +84,9 @@ class Binder : public QObject {
   // Each of these names the widget (objectName) as its control, paints the control and forwards the user's
   // events.
   void Bind(Label& label, QLabel* widget);
+  void Bind(Label& label, TextLine* widget);
+  void Bind(Lamp& lamp, LampWidget* widget);
+  void Bind(StripChart& chart, StripChartWidget* widget);
   void Bind(Label& list, ListBox* widget);
   void Bind(Button& button, QPushButton* widget);
   void Bind(CheckBox& box, QCheckBox* widget);
@@ -93,7 +100,7 @@ class Binder : public QObject {
   void Bind(ProgressBar& bar, MeterBar* widget);
   void Bind(CompassRose& rose, PelorusWidget* widget);
   void Bind(Picture& picture, PictureWidget* widget);
-  void Bind(StatusPanel& panel, QLabel* widget);
+  void Bind(StatusPanel& panel, TextLine* widget);
   void Bind(Timer& timer);
 
  private:

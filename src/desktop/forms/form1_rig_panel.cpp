@@ -1,5 +1,4 @@
 #include <QCheckBox>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -9,26 +8,27 @@
 #include "desktop/forms/form1_window.h"
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/log_button.h"
 #include "desktop/widgets/meter_bar.h"
+#include "desktop/widgets/panel_frame.h"
+#include "desktop/widgets/readout.h"
+#include "desktop/widgets/strip_chart_widget.h"
 
 // The rig's front panel: the reading first, then tuning, modes and logging.
 namespace kestrum {
 namespace {
 
-// A hidden control keeps its place, so that the panel does not jump.
-void KeepPlace(QWidget* widget) {
-  QSizePolicy policy = widget->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  widget->setSizePolicy(policy);
+// A button that is as wide as its text needs, below the width that the style wants.
+void KeepNarrow(QPushButton* button, int characters) {
+  button->setFixedWidth(Characters(button, characters));
 }
 
 }  // namespace
 
 QWidget* Form1Window::BuildRigPanel(QWidget* parent) {
-  auto* frame = new QGroupBox(parent);
+  auto* frame = new PanelFrame(parent);
   const Panel panel(binder_, frame);
-  auto* rows = new QVBoxLayout(frame);
+  auto* rows = PanelRows(frame);
   AddReadings(rows, panel);
   AddTuning(rows, panel);
   AddModes(rows, panel);
@@ -39,80 +39,86 @@ QWidget* Form1Window::BuildRigPanel(QWidget* parent) {
 }
 
 void Form1Window::AddReadings(QBoxLayout* rows, const Panel& panel) {
-  auto* s_text = panel.Readout(form_.lblRSSI, kReadoutScale, QStringLiteral("S9+60"));
-  auto* strength = panel.Readout(form_.lblFieldStrenght, kReadoutScale, QStringLiteral("000.0 mV/m"));
-  for (FitLabel* readout : {s_text, strength}) readout->GrowTo(kLargestReadoutScale);
-  strength->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* readouts = new QHBoxLayout;
-  readouts->addWidget(s_text, 1);
-  readouts->addWidget(strength, 2);
-  rows->addLayout(readouts, 2);
-  rows->addWidget(panel.Bar(form_.ProgressBar1, tr("Signal")));
+  auto* s_text = panel.Readout(form_.lblRSSI, kReadoutScale, QStringLiteral("S9 + 60dB"));
+  auto* strength = panel.Readout(form_.lblFieldStrenght, kReadoutScale, QStringLiteral("50000.0 mV/m"));
+  strength->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* readouts = Line();
+  readouts->addWidget(s_text, 4);
+  readouts->addWidget(strength, 6);
+  rows->addLayout(readouts, 4);
+  auto* bar = panel.Bar(form_.ProgressBar1, tr("Signal"));
+  bar->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  rows->addWidget(bar, 2);
+  rows->addWidget(panel.Chart(form_.chtSignal), 6);
 
-  auto* mark = panel.Value(form_.lblSquelch);
-  mark->setMargin(mark->fontMetrics().height() / 6);
-  auto* squelch = panel.Slide(form_.sldSquelch, tr("Squelch"));
-  KeepPlace(squelch);
-  auto* line = new QHBoxLayout;
+  auto* mark = panel.Value(form_.lblSquelch, 6);
+  mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  auto* line = Line();
   line->addWidget(mark);
-  line->addWidget(squelch, 1);
+  line->addWidget(panel.Slide(form_.sldSquelch, tr("Squelch")), 1);
   rows->addLayout(line);
 }
 
 void Form1Window::AddTuning(QBoxLayout* rows, const Panel& panel) {
-  auto* top = new QHBoxLayout;
-  top->addWidget(panel.Readout(form_.lblFreq, kSecondScale, QStringLiteral("00000.00 kHz")), 1);
+  auto* top = Line();
+  auto* frequency = panel.Readout(form_.lblFreq, kSecondScale, QStringLiteral("430000.25 kHz"));
+  top->addWidget(frequency, 1);
   top->addWidget(panel.Check(form_.chkLock));
   top->addWidget(panel.Check(form_.chkBeep));
-  top->addWidget(panel.Button(form_.cmdFT817OnOff));
-  rows->addLayout(top);
+  auto* power = panel.Button(form_.cmdFT817OnOff);
+  KeepNarrow(power, 8);
+  top->addWidget(power);
+  rows->addLayout(top, 2);
 
   auto* entry = panel.Edit(form_.txtFrequency, tr("Frequency in kHz"));
-  entry->setMinimumWidth(Characters(entry, 16));
+  entry->setMinimumWidth(Characters(entry, 11));
   auto* set = panel.Button(form_.cmdSetFreq);
-  set->setMinimumWidth(set->sizeHint().width() + Characters(set, 2));
   auto* down = panel.Button(form_.cmdDown);
+  auto* up = panel.Button(form_.cmdUp);
+  KeepNarrow(down, 8);
+  KeepNarrow(up, 8);
   auto* step = panel.Slide(form_.sldkHzSteps, tr("Step in kHz"));
-  step->setMinimumWidth(Characters(step, 10));
-  auto* line = new QHBoxLayout;
+  step->setMinimumWidth(Characters(step, 5));
+  auto* line = Line();
   line->addWidget(entry, 2);
   line->addWidget(set);
   line->addWidget(down);
   line->addWidget(step, 1);
-  line->addWidget(panel.Button(form_.cmdUp));
+  line->addWidget(up);
   rows->addLayout(line);
 }
 
 void Form1Window::AddModes(QBoxLayout* rows, const Panel& panel) {
-  auto* line = new QHBoxLayout;
+  auto* line = Line();
   for (QRadioButton* button : panel.Group(ModeButtons(form_))) line->addWidget(button);
   rows->addLayout(line);
 }
 
 void Form1Window::AddLoggingControls(QBoxLayout* rows, const Panel& panel) {
-  auto* log = panel.Button(form_.cmdLoggin);
-  QFont prominent = ScaledFont(log, kSecondScale * 0.8);
-  prominent.setBold(true);
-  log->setFont(prominent);
-  log->setMinimumHeight(log->fontMetrics().height() * 2);
+  auto* log = new LogButton(panel.parent());
+  binder_.Bind(form_.cmdLoggin, log);
+  binder_.Follow<std::string>(form_.cmdLoggin.caption, [this, log](const std::string& caption) {
+    log->ShowLogging(SameText(caption, kLoggingOnCaption));
+    // A space bar that is hit by chance must not end a drive: the focus rests on the lamp, which only looks.
+    if (log->Logging() && log->hasFocus()) findChild<QWidget*>(QLatin1String(form_.lmpLog.name))->setFocus();
+  });
 
+  auto* heading = panel.Value(form_.lblIntervalHeading, 15);
+  heading->setFont(ScaledFont(heading, kHeadingScale));
   auto* interval = new QVBoxLayout;
   interval->setSpacing(0);
-  auto* heading = panel.Value(form_.lblIntervalHeading);
-  heading->setFont(ScaledFont(heading, kHeadingScale));
   interval->addWidget(heading);
-  interval->addWidget(panel.Value(form_.lblInterval));
-  QVBoxLayout* const buffered = Headed(tr("In buffer"), panel.Value(form_.lblCatCount));
-  auto* prompt = panel.Readout(form_.lblPrompt, kSecondScale, QStringLiteral(" -"));
-  prompt->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
-  auto* line = new QHBoxLayout;
-  line->addWidget(log, 1);
+  interval->addWidget(panel.Value(form_.lblInterval, 10));
+  QVBoxLayout* const buffered = Headed(tr("In buffer"), panel.Value(form_.lblCatCount, 4));
+  auto* prompt = panel.Value(form_.lblPrompt, 3);
+  auto* line = Line();
+  line->addWidget(log, 4);
   for (QVBoxLayout* column : {interval, buffered}) {
-    line->addLayout(column);
+    line->addLayout(column, 1);
     line->setAlignment(column, Qt::AlignVCenter);
   }
   line->addWidget(prompt);
-  rows->addLayout(line, 1);
+  rows->addLayout(line, 2);
 }
 
 void Form1Window::AddCatEcho(QBoxLayout* rows, const Panel& panel) {
@@ -120,8 +126,8 @@ void Form1Window::AddCatEcho(QBoxLayout* rows, const Panel& panel) {
   command->setFont(ScaledFont(command, kHeadingScale));
   auto* comment = panel.Elided(form_.lblCatComment);
   comment->setFont(ScaledFont(comment, kHeadingScale));
-  comment->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* line = new QHBoxLayout;
+  comment->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* line = Line();
   line->addWidget(command, 3);
   line->addWidget(comment, 2);
   rows->addLayout(line);

@@ -1,48 +1,54 @@
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "desktop/forms/form1_window.h"
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/panel_frame.h"
 #include "desktop/widgets/pelorus_widget.h"
+#include "desktop/widgets/readout.h"
 
 // Where the car is, where the transmitter is, and what the GPS reader says.
 namespace kestrum {
+namespace {
+
+constexpr double kSmallScale = 0.9;
+
+TextLine* Small(TextLine* line) {
+  line->setFont(ScaledFont(line, kSmallScale));
+  return line;
+}
+
+}  // namespace
 
 QWidget* Form1Window::BuildRxPanel(QWidget* parent) {
-  auto* frame = new QGroupBox(parent);
+  auto* frame = new PanelFrame(parent);
   const Panel panel(binder_, frame);
-  auto* distance = panel.Readout(form_.lblRxDist, kReadoutScale, QStringLiteral("0000.0 km"));
-  auto* bearing = panel.Readout(form_.lblRxBearing, kReadoutScale, QStringLiteral("000°"));
-  auto* pelorus = panel.Readout(form_.lblPelorus, kReadoutScale, QStringLiteral("000°"));
-  for (FitLabel* readout : {distance, bearing, pelorus}) readout->GrowTo(kLargestReadoutScale);
-
-  auto* toward = new QHBoxLayout;
-  toward->addWidget(bearing, 3);
-  toward->addWidget(panel.Readout(form_.lblTextBearing, kReadoutScale * 0.7, QStringLiteral("NW ")), 2);
+  auto* toward = Line();
+  toward->setSpacing(0);
+  toward->addWidget(panel.Readout(form_.lblRxBearing, kReadoutScale, QStringLiteral("000°")), 5);
+  toward->addWidget(panel.Readout(form_.lblTextBearing, kReadoutScale, QStringLiteral("NW")), 4);
   auto* readouts = new QVBoxLayout;
+  readouts->setSpacing(0);
   readouts->addWidget(MakeHeading(tr("Distance to TX"), frame));
-  readouts->addWidget(distance, 1);
+  readouts->addWidget(panel.Readout(form_.lblRxDist, kReadoutScale, QStringLiteral("20003.99 km")), 1);
   readouts->addWidget(MakeHeading(tr("Bearing to TX"), frame));
   readouts->addLayout(toward, 1);
   readouts->addWidget(MakeHeading(tr("Pelorus, front of the car is 0°"), frame));
-  readouts->addWidget(pelorus, 1);
-  readouts->setSpacing(0);
-  auto* upper = new QHBoxLayout;
-  upper->addLayout(readouts, 1);
-  upper->addWidget(panel.Rose(form_.Picture1), 1);
+  readouts->addWidget(panel.Readout(form_.lblPelorus, kReadoutScale, QStringLiteral("000°NW")), 1);
+  auto* upper = Line();
+  upper->addLayout(readouts, 5);
+  upper->addWidget(panel.Rose(form_.Picture1), 5);
 
-  auto* lower = new QHBoxLayout;
-  lower->addLayout(Headed(tr("GPS"), panel.Value(form_.lblRxVal)));
-  lower->addLayout(Headed(tr("Latitude"), panel.Value(form_.lblRxLat)));
-  lower->addLayout(Headed(tr("Longitude"), panel.Value(form_.lblRxLong)));
-  lower->addLayout(Headed(tr("Height"), panel.Value(form_.lblRxHeight)));
-  lower->addLayout(Headed(tr("Optical"), panel.Value(form_.lblOpticalDistance)));
-  auto* rows = new QVBoxLayout(frame);
+  auto* lower = Line();
+  lower->addLayout(Headed(tr("GPS"), Small(panel.Value(form_.lblRxVal, 7))), 7);
+  lower->addLayout(Headed(tr("Latitude"), Small(panel.Value(form_.lblRxLat, 11))), 11);
+  lower->addLayout(Headed(tr("Longitude"), Small(panel.Value(form_.lblRxLong, 12))), 12);
+  lower->addLayout(Headed(tr("Height"), Small(panel.Value(form_.lblRxHeight, 9))), 9);
+  lower->addLayout(Headed(tr("Optical"), Small(panel.Value(form_.lblOpticalDistance, 8))), 8);
+  auto* rows = PanelRows(frame);
   rows->addLayout(upper, 1);
   rows->addLayout(lower);
   binder_.Bind(form_.frmRxSite, frame);
@@ -50,16 +56,16 @@ QWidget* Form1Window::BuildRxPanel(QWidget* parent) {
 }
 
 QWidget* Form1Window::BuildTxPanel(QWidget* parent) {
-  auto* frame = new QGroupBox(parent);
+  auto* frame = new PanelFrame(parent);
   const Panel panel(binder_, frame);
-  auto* site = new QHBoxLayout;
-  site->addLayout(Headed(tr("Latitude"), panel.Value(form_.lblTxLat)));
-  site->addLayout(Headed(tr("Longitude"), panel.Value(form_.lblTxLong)));
-  site->addLayout(Headed(tr("Height"), panel.Value(form_.lblTxHeight)));
+  auto* site = Line();
+  site->addLayout(Headed(tr("Latitude"), Small(panel.Value(form_.lblTxLat, 9))), 9);
+  site->addLayout(Headed(tr("Longitude"), Small(panel.Value(form_.lblTxLong, 10))), 10);
+  site->addLayout(Headed(tr("Height"), Small(panel.Value(form_.lblTxHeight, 6))), 6);
   auto* antenna = panel.Combo(form_.cmbTxAntenna, tr("TX antenna"));
-  antenna->setMinimumContentsLength(12);
+  antenna->setMinimumContentsLength(10);
   antenna->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  auto* rows = new QVBoxLayout(frame);
+  auto* rows = PanelRows(frame);
   rows->addLayout(site);
   rows->addWidget(antenna);
   rows->addWidget(panel.Button(form_.cmdGetTxFix));
@@ -68,7 +74,7 @@ QWidget* Form1Window::BuildTxPanel(QWidget* parent) {
 }
 
 QWidget* Form1Window::BuildDdePanel(QWidget* parent) {
-  auto* frame = new QGroupBox(parent);
+  auto* frame = new PanelFrame(parent);
   const Panel panel(binder_, frame);
   struct Field {
     const char* heading;
@@ -77,15 +83,19 @@ QWidget* Form1Window::BuildDdePanel(QWidget* parent) {
   const Field fields[] = {{"Latitude", form_.lblDDELat},  {"Longitude", form_.lblDDELong},
                           {"Valid", form_.lblDDEVal},     {"Compass", form_.lblDDECompas},
                           {"Height", form_.lblDDEHeight}, {"Speed", form_.lblDDESpeed}};
-  auto* grid = new QGridLayout(frame);
+  auto* rows = PanelRows(frame);
+  auto* grid = new QGridLayout;
+  grid->setVerticalSpacing(0);
+  grid->setHorizontalSpacing(rows->spacing());
   int place = 0;
   for (const Field& field : fields) {
-    auto* value = panel.Elided(field.label);
-    // A whole longitude as the reader sends it, and a little air; the columns of both rows are of one width.
-    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("00532.00000E")));
+    // A whole longitude as the reader sends it.
+    TextLine* const value = Small(panel.Value(field.label, 13));
     grid->addLayout(Headed(tr(field.heading), value), place / 2, place % 2);
     ++place;
   }
+  rows->addLayout(grid);
+  rows->addStretch(1);
   binder_.Bind(form_.frmDDE, frame);
   return frame;
 }

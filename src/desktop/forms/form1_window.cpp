@@ -1,8 +1,8 @@
 #include "desktop/forms/form1_window.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
@@ -10,23 +10,32 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/lamp_widget.h"
+#include "desktop/widgets/patient_menu.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum {
+
 Form1Window::Form1Window(Form1& form, Binder& binder) : FormWindow(form, binder), form_(form) {
   auto* body = new QWidget(this);
+  const int air = fontMetrics().height() / 4;
+  auto* lamps = BuildLamps(body);
   auto* left = BuildRigPanel(body);
   auto* right = new QVBoxLayout;
+  right->setSpacing(air);
   right->addWidget(BuildRxPanel(body), 1);
-  auto* sites = new QHBoxLayout;
+  auto* sites = Line();
   sites->addWidget(BuildTxPanel(body), 1);
   sites->addWidget(BuildDdePanel(body), 1);
   right->addLayout(sites);
 
-  auto* panels = new QHBoxLayout;
+  auto* panels = Line();
   panels->addWidget(left, 1);
   panels->addLayout(right, 1);
   auto* rows = new QVBoxLayout(body);
+  rows->setContentsMargins(air * 2, air, air * 2, 0);
+  rows->setSpacing(air);
+  rows->addLayout(lamps);
   rows->addLayout(panels, 1);
   rows->addLayout(BuildLogLines(body));
   setCentralWidget(body);
@@ -36,6 +45,16 @@ Form1Window::Form1Window(Form1& form, Binder& binder) : FormWindow(form, binder)
   findChild<QPushButton*>(QStringLiteral("cmdLoggin"))->setFocus();
   binder.Bind(form.tmrMain);
   binder.Bind(form.tmrAverageRSSI);
+  binder.Bind(form.tmrLamps);
+}
+
+QLayout* Form1Window::BuildLamps(QWidget* parent) {
+  const Panel panel(binder_, parent);
+  auto* strip = Line();
+  strip->addWidget(panel.Lamp(form_.lmpLog, true), 1);
+  strip->addWidget(panel.Lamp(form_.lmpGps, false), 1);
+  strip->addWidget(panel.Lamp(form_.lmpRig, false), 1);
+  return strip;
 }
 
 void Form1Window::BuildMenus() {
@@ -46,31 +65,45 @@ void Form1Window::BuildMenus() {
       binder_.Bind(branch.head, action);
       continue;
     }
-    auto* menu = new QMenu(menuBar());
+    auto* menu = new PatientMenu(menuBar());
     menu->setToolTipsVisible(true);
     menuBar()->addMenu(menu);
     binder_.Bind(branch.head, menu->menuAction());
+    QActionGroup* choices = nullptr;
     for (const MenuLine& line : branch.lines) {
-      if (line.item != nullptr) {
-        binder_.Bind(*line.item, menu->addAction(QString()));
-      } else {
+      if (line.item == nullptr) {
         menu->addSeparator()->setObjectName(QLatin1String(line.rule->name));
+        choices = nullptr;
+        continue;
       }
+      QAction* action = menu->addAction(QString());
+      binder_.Bind(*line.item, action);
+      if (line.item == &form_.mnuBaud) menu->StayOpenFor(action);
+      if (line.item->mark != Mark::kChoice) continue;
+      if (choices == nullptr) {
+        choices = new QActionGroup(menu);
+        // The program clears the others itself; a menu without a choice is a state of its own.
+        choices->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+      }
+      choices->addAction(action);
     }
   }
 }
 
 void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
-  for (std::size_t i = 0; i < form_.StatusBar1.size(); ++i) {
-    auto* panel = new ElidedLabel(statusBar());
-    panel->setIndent(Characters(panel, 1));
-    panel->AskUpTo(kMostOfPanel);
+  statusBar()->setSizeGripEnabled(false);
+  constexpr int kPanelCharacters = 18;
+  for (StatusPanel& status : form_.StatusBar1) {
+    auto* panel = new TextLine(statusBar());
+    panel->SetRoom(kPanelCharacters);
     statusBar()->addWidget(panel, 1);
-    binder_.Bind(form_.StatusBar1.at(i), panel);
+    binder_.Bind(status, panel);
   }
   // Beside the panels and only as wide as what it says.
-  statusBar()->addPermanentWidget(Panel(binder_, statusBar()).Value(form_.lblHint));
+  auto* hint = new QLabel(statusBar());
+  binder_.Bind(form_.lblHint, hint);
+  statusBar()->addPermanentWidget(hint);
 }
 
 QLayout* Form1Window::BuildLogLines(QWidget* parent) {
@@ -78,12 +111,12 @@ QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"), kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
-  QPalette plain = into->palette();
-  plain.setColor(QPalette::Base, Qt::transparent);
-  into->setPalette(plain);
-  auto* state = new QHBoxLayout;
+  into->setFocusPolicy(Qt::ClickFocus);
+  auto* status = panel.Elided(form_.lblStatusCaption, Qt::ElideMiddle);
+  status->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* state = Line();
   state->addWidget(into, 1);
-  state->addWidget(panel.Elided(form_.lblStatusCaption, Qt::ElideMiddle), 1);
+  state->addWidget(status, 1);
   auto* rows = new QVBoxLayout;
   rows->setSpacing(0);
   rows->addLayout(state);

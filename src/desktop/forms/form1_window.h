@@ -17,6 +17,7 @@ class Form1Window : public FormWindow {
   Form1Window(Form1& form, Binder& binder);
 
  private:
+  QLayout* BuildLamps(QWidget* parent);
   void BuildMenus();
   void BuildStatusBar();
   QWidget* BuildRigPanel(QWidget* parent);

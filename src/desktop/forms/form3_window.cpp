@@ -12,7 +12,7 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/readout.h"
 #include "desktop/widgets/list_box.h"
 
 namespace kestrum {
@@ -59,9 +59,9 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   grid->addWidget(MakeHeading(tr("Receiver"), frame), row, 0);
   grid->addWidget(readout(form_.lblCalFrequency, QStringLiteral("00000.00 kHz")), row, 1, 1, 2);
   ++row;
-  grid->addWidget(panel.Value(form_.lblSraw1), row, 0);
+  grid->addWidget(panel.Value(form_.lblSraw1, 10), row, 0);
   auto* raw = readout(form_.lblSraw, QStringLiteral(" 000 "));
-  raw->setAlignment(Qt::AlignCenter);
+  raw->SetAlignment(Qt::AlignCenter);
   grid->addWidget(raw, row, 1);
   grid->addWidget(panel.Button(form_.cmdStop), row, 2);
   ++row;
@@ -83,7 +83,7 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   grid->setRowMinimumHeight(row, fontMetrics().height() / 2);
   ++row;
   grid->addWidget(panel.Edit(form_.txtEdit, tr("Signal input in uV")), row, 0);
-  grid->addWidget(panel.Value(form_.lbluV), row, 1);
+  grid->addWidget(panel.Value(form_.lbluV, 4), row, 1);
   grid->addWidget(panel.Button(form_.cmduVStore), row, 2);
   ++row;
   grid->setRowStretch(row, 1);

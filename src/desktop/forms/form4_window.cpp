@@ -9,7 +9,7 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum {
 
@@ -36,9 +36,8 @@ QGroupBox* Form4Window::BuildEntry(const Entry& entry, QWidget* parent) {
   auto* edit = new QLineEdit(panel);
   edit->setMaxLength(kMostOfNumber);
   edit->setMinimumWidth(Characters(edit, 12));
-  auto* unit = new ElidedLabel(panel);
-  unit->AskUpTo(kMostOfValue);
-  unit->setMinimumWidth(Characters(unit, 14));
+  auto* unit = new TextLine(panel);
+  unit->SetRoom(14);
   line->addWidget(edit, 1);
   line->addWidget(unit);
   binder_.Bind(entry.frame, panel);

@@ -27,6 +27,8 @@ std::optional<Key> FormKey(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_F1:
       return Key::kF1;
+    case Qt::Key_F2:
+      return Key::kF2;
     case Qt::Key_F3:
       return Key::kF3;
     case Qt::Key_F5:
@@ -136,7 +138,8 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 
 void FormWindow::moveEvent(QMoveEvent* event) {
   QMainWindow::moveEvent(event);
-  if (!isVisible() || isMinimized()) return;
+  // The place to which a maximised window goes back is the one that counts.
+  if (!isVisible() || isMinimized() || isMaximized()) return;
   binder_.Enter([this] {
     form_.left = painted_left_ = static_cast<float>(ToTwips(x()));
     form_.top = painted_top_ = static_cast<float>(ToTwips(y()));

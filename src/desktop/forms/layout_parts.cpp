@@ -14,6 +14,23 @@ int Characters(const QWidget* widget, int characters) {
   return widget->fontMetrics().averageCharWidth() * characters;
 }
 
+QVBoxLayout* PanelRows(QWidget* panel) {
+  auto* rows = new QVBoxLayout(panel);
+  const int small = panel->fontMetrics().height();
+  const int heading = QFontMetrics(ScaledFont(panel, kHeadingScale)).height();
+  // The heading stands above the frame, whatever a style thinks of group boxes.
+  panel->setContentsMargins(0, 0, 0, 0);
+  rows->setContentsMargins(small / 3, heading + small / 5, small / 3, small / 5);
+  rows->setSpacing(small / 5);
+  return rows;
+}
+
+QHBoxLayout* Line() {
+  auto* line = new QHBoxLayout;
+  line->setSpacing(QFontMetrics(QFont()).height() / 4);
+  return line;
+}
+
 QLabel* MakeHeading(const QString& text, QWidget* parent) {
   auto* heading = new QLabel(text, parent);
   heading->setFont(ScaledFont(heading, kHeadingScale));

@@ -7,24 +7,36 @@
 #include <QRadioButton>
 #include <QSlider>
 
-#include "desktop/widgets/fit_label.h"
+#include "desktop/widgets/lamp_widget.h"
 #include "desktop/widgets/meter_bar.h"
 #include "desktop/widgets/pelorus_widget.h"
+#include "desktop/widgets/readout.h"
+#include "desktop/widgets/strip_chart_widget.h"
 
 namespace kestrum {
 
-ElidedLabel* Panel::Value(Label& label) const {
-  auto* value = new ElidedLabel(parent_);
-  value->AskUpTo(kMostOfValue);
-  return Bound(label, value);
+LampWidget* Panel::Lamp(kestrum::Lamp& lamp, bool fills) const {
+  return Bound(lamp, new LampWidget(fills, parent_));
 }
 
-FitLabel* Panel::Readout(Label& label, double scale, const QString& room) const {
-  return Bound(label, new FitLabel(scale, room, parent_));
+TextLine* Panel::Value(Label& label, int characters) const {
+  auto* line = new TextLine(parent_);
+  line->SetRoom(characters);
+  return Bound(label, line);
 }
 
-ElidedLabel* Panel::Elided(Label& label, Qt::TextElideMode mode) const {
-  return Bound(label, new ElidedLabel(parent_, mode));
+Readout* Panel::Readout(Label& label, double scale, const QString& longest) const {
+  return Bound(label, new kestrum::Readout(scale, longest, parent_));
+}
+
+TextLine* Panel::Elided(Label& label, Qt::TextElideMode mode) const {
+  auto* line = new TextLine(parent_);
+  line->SetElide(mode);
+  return Bound(label, line);
+}
+
+StripChartWidget* Panel::Chart(StripChart& chart) const {
+  return Bound(chart, new StripChartWidget(parent_));
 }
 
 QPushButton* Panel::Button(kestrum::Button& button) const {

@@ -7,9 +7,11 @@
 
 namespace kestrum {
 
-class ElidedLabel;
-class FitLabel;
+class LampWidget;
 class ListBox;
+class Readout;
+class StripChartWidget;
+class TextLine;
 
 // Makes the widgets of one panel, each bound to its control, so that a window reads like its form:
 // line->addWidget(panel.Button(form.cmdDown)). Where a control says nothing by itself, `spoken` is what a
@@ -18,11 +20,15 @@ class Panel {
  public:
   Panel(Binder& binder, QWidget* parent) : binder_(binder), parent_(parent) {}
 
-  // As wide as its text, up to kMostOfValue characters.
-  ElidedLabel* Value(Label& label) const;
-  // Drawn as large as fits; see FitLabel.
-  FitLabel* Readout(Label& label, double scale, const QString& room) const;
-  ElidedLabel* Elided(Label& label, Qt::TextElideMode mode = Qt::ElideRight) const;
+  QWidget* parent() const { return parent_; }
+
+  LampWidget* Lamp(kestrum::Lamp& lamp, bool fills) const;
+  // A text of normal size that asks for room for so many characters.
+  TextLine* Value(Label& label, int characters) const;
+  // Drawn as large as its longest text fits.
+  kestrum::Readout* Readout(Label& label, double scale, const QString& longest) const;
+  TextLine* Elided(Label& label, Qt::TextElideMode mode = Qt::ElideRight) const;
+  StripChartWidget* Chart(StripChart& chart) const;
   QPushButton* Button(kestrum::Button& button) const;
   QCheckBox* Check(CheckBox& box) const;
   // Radio buttons that exclude each other.

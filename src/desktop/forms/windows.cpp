@@ -1,5 +1,7 @@
 #include "desktop/forms/windows.h"
 
+#include <QApplication>
+#include <QToolTip>
 #include <utility>
 
 #include "desktop/forms/form1_window.h"
@@ -7,20 +9,37 @@
 #include "desktop/forms/form3_window.h"
 #include "desktop/forms/form4_window.h"
 #include "desktop/forms/form5_window.h"
+#include "desktop/widgets/scheme.h"
 
 namespace kestrum {
+namespace {
 
-Windows::Windows(Forms& forms, Binder& binder) : binder_(binder) {
+const QString kNight = QStringLiteral("night");
+
+}  // namespace
+
+Windows::Windows(Forms& forms, Binder& binder, const QString& memory) : binder_(binder), memory_(memory) {
+  forms.night = memory_.Flag(kNight, forms.night);
+  binder.Follow<bool>(forms.night, [this](const bool& night) { FollowNight(night); });
   auto main = std::make_unique<Form1Window>(forms.form1, binder);
   windows_.push_back(std::make_unique<Form2Window>(forms.form2, binder, main.get()));
   windows_.push_back(std::make_unique<Form3Window>(forms.form3, binder, main.get()));
   windows_.push_back(std::make_unique<Form4Window>(forms.form4, binder, main.get()));
   windows_.push_back(std::make_unique<Form5Window>(forms.form5, binder));
   windows_.push_back(std::move(main));
+  for (const auto& window : windows_) memory_.Restore(*window);
 }
 
 Windows::~Windows() {
   binder_.Clear();
+  for (const auto& window : windows_) memory_.Keep(*window);
+}
+
+void Windows::FollowNight(const bool& night) {
+  const QPalette palette = PaletteOf(night ? NightScheme() : DayScheme());
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
+  memory_.KeepFlag(kNight, night);
 }
 
 }  // namespace kestrum

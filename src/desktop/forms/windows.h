@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QString>
 #include <memory>
 #include <vector>
 
 #include "desktop/binding/binder.h"
 #include "desktop/forms/form_window.h"
+#include "desktop/forms/window_memory.h"
 #include "forms/forms.h"
 
 namespace kestrum {
@@ -12,14 +14,18 @@ namespace kestrum {
 // The five windows of the program, hidden until their forms say visible. Must go before the forms do.
 class Windows {
  public:
-  Windows(Forms& forms, Binder& binder);
+  // `memory` is the file that keeps sizes and the choice of day and night; empty for none.
+  Windows(Forms& forms, Binder& binder, const QString& memory = {});
   ~Windows();
   Windows(const Windows&) = delete;
   Windows& operator=(const Windows&) = delete;
 
  private:
+  void FollowNight(const bool& night);
+
   Binder& binder_;
   FormKeys keys_;
+  WindowMemory memory_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
 };
 

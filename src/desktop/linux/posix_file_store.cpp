@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -162,6 +163,26 @@ FileFault PosixFileStore::Replace(const std::string& path, std::string_view byte
   const Attempt attempt = WriteBesideAndRename(target, bytes, taken ? &name : nullptr);
   if (!attempt.fault || !attempt.folder_forbids) return attempt.fault;
   return WriteInPlace(target, bytes);
+}
+
+FileFault PosixFileStore::WhyNotAppend(const std::string& path) const {
+  constexpr std::uint64_t kLeastFree = 1U << 20U;  // a block has about 10 kB
+  const std::string target = NativePath(path);
+  const auto slash = target.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+  const posix::Found found = posix::LookAt(target);
+  if (found.error != ENOENT) {
+    if (FileFault fault = posix::KindFault(found)) return fault;
+  }
+  // A new log needs a folder that takes it; one that is there must take more.
+  const bool is_new = found.error == ENOENT;
+  const int wanted = is_new ? W_OK | X_OK : W_OK;
+  if (::faccessat(AT_FDCWD, is_new ? folder.c_str() : target.c_str(), wanted, AT_EACCESS) != 0) return Reason(errno);
+  struct statvfs disk {};
+  if (::statvfs(folder.c_str(), &disk) != 0) return Reason(errno);
+  if ((disk.f_flag & ST_RDONLY) != 0) return Reason(EROFS);
+  if (std::uint64_t{disk.f_bavail} * disk.f_frsize < kLeastFree) return Reason(ENOSPC);
+  return std::nullopt;
 }
 
 FileFault PosixFileStore::Append(const std::string& path, std::string_view bytes) {

@@ -21,6 +21,7 @@ class PosixFileStore : public FileStore {
                      std::uint64_t most_bytes) const override;
   FileFault Replace(const std::string& path, std::string_view bytes) override;
   FileFault Append(const std::string& path, std::string_view bytes) override;
+  FileFault WhyNotAppend(const std::string& path) const override;
   FileFault Remove(const std::string& path) override;
   FileFault Rename(const std::string& from, const std::string& to) override;
 

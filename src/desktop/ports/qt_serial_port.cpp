@@ -51,8 +51,17 @@ bool QtSerialPort::ApplySettings() {
          port_.setFlowControl(QSerialPort::NoFlowControl);
 }
 
+void QtSerialPort::SetPort(int number) {
+  if (number != number_) awaited_.clear();
+  number_ = number;
+}
+
+bool QtSerialPort::DeviceIsBack() const {
+  return WaitsForDevice() && WhyDeviceIsClosed(awaited_).isEmpty();
+}
+
 bool QtSerialPort::Open() {
-  Close();
+  CloseLine();
   trouble_.clear();
   if (number_ <= 0) {
     trouble_ = tr("No serial port is chosen.");
@@ -64,6 +73,7 @@ bool QtSerialPort::Open() {
   if (settings_are_good && port_.open(QIODevice::ReadWrite)) {
     lost_ = false;
     trouble_.clear();
+    awaited_.clear();
     return true;
   }
   trouble_ = settings_are_good ? WhyDeviceIsClosed(device) : QString();
@@ -76,10 +86,16 @@ bool QtSerialPort::Open() {
         tr("%1 cannot be opened with \"%2\": %3.").arg(device, ToQt(Trim(settings_)), port_.errorString());
   }
   port_.close();
+  if (!QFileInfo::exists(device)) awaited_ = device;
   return false;
 }
 
 void QtSerialPort::Close() {
+  awaited_.clear();
+  CloseLine();
+}
+
+void QtSerialPort::CloseLine() {
   if (!port_.isOpen()) return;
   if (!lost_) DrainSerialLine(static_cast<int>(port_.handle()));
   port_.close();
@@ -120,6 +136,8 @@ void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
     return;
   }
   lost_ = true;
+  awaited_ = port_.portName();
+  if (!awaited_.startsWith(QLatin1Char('/'))) awaited_.prepend(QStringLiteral("/dev/"));
   trouble_ = tr("%1 was lost: %2.").arg(port_.portName(), port_.errorString());
   // Not from inside the port's own code.
   QMetaObject::invokeMethod(this, &QtSerialPort::CloseLost, Qt::QueuedConnection);
@@ -140,7 +158,7 @@ void QtSerialPort::DropRefused() {
 }
 
 void QtSerialPort::CloseLost() {
-  if (lost_) Close();
+  if (lost_) CloseLine();
 }
 
 }  // namespace kestrum

@@ -16,11 +16,13 @@ class QtSerialPort : public QObject, public SerialPort {
   explicit QtSerialPort(QString application_folder);
   ~QtSerialPort() override;
 
-  void SetPort(int number) override { number_ = number; }
+  void SetPort(int number) override;
   void SetSettings(const std::string& settings) override { settings_ = settings; }
   bool Open() override;
   void Close() override;
   bool IsOpen() const override;
+  bool WaitsForDevice() const override { return !IsOpen() && !awaited_.isEmpty(); }
+  bool DeviceIsBack() const override;
   void Write(std::string_view bytes) override;
   std::string ReadAll() override;
   std::string DeviceName(int number) const override;
@@ -33,6 +35,7 @@ class QtSerialPort : public QObject, public SerialPort {
   bool TakesNoBytes(QSerialPort::SerialPortError error) const;
   void DropRefused();
   void CloseLost();
+  void CloseLine();
 
   QString application_folder_;
   int number_ = 0;
@@ -41,6 +44,7 @@ class QtSerialPort : public QObject, public SerialPort {
   bool lost_ = false;     // the line has failed; the port is closed at the next chance
   bool refused_ = false;  // the line takes no bytes; what waits is dropped at the next chance
   QString trouble_;
+  QString awaited_;  // the device that has gone, or was not there; no other may take its place
 };
 
 }  // namespace kestrum

@@ -1,5 +1,7 @@
 #include "desktop/widgets/control_colors.h"
 
+#include "desktop/widgets/readout.h"
+
 #include <QLineEdit>
 #include <QPalette>
 
@@ -30,6 +32,10 @@ Pair Shades(Color color) {
 }  // namespace
 
 void PaintBackground(QWidget* widget, Color color) {
+  if (auto* line = qobject_cast<TextLine*>(widget); line != nullptr && line->HasDot()) {
+    line->SetDot(color == Color::kSystem ? QColor(Qt::transparent) : Shades(color).background);
+    return;
+  }
   if (color == Color::kSystem) {
     widget->setPalette(QPalette());
     widget->setAutoFillBackground(false);

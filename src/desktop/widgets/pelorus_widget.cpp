@@ -1,33 +1,49 @@
 #include "desktop/widgets/pelorus_widget.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
+#include "desktop/widgets/dial_parts.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
 namespace kestrum {
 namespace {
 
-constexpr int kTickEvery_deg = 10;
-
-QPointF OnCircle(double angle_deg, double radius) {
-  const double angle = angle_deg * std::numbers::pi / 180;
-  return {radius * std::sin(angle), -radius * std::cos(angle)};
-}
+const QColor kNeedleRed(0xFF, 0x00, 0x00);
 
 }  // namespace
 
 PelorusWidget::PelorusWidget(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void PelorusWidget::SetNeedle(const std::string& text) {
   needle_deg_.reset();
   if (Trim(text) != "32768") needle_deg_ = Val(text);
+  update();
+}
+
+void PelorusWidget::SetCourse(const std::string& text) {
+  const std::optional<double> course = text.empty() ? std::nullopt : std::optional(std::round(Val(text)));
+  if (course == course_deg_) return;
+  course_deg_ = course;
+  update();
+}
+
+void PelorusWidget::SetStale(bool stale) {
+  if (stale == stale_) return;
+  stale_ = stale;
+  update();
+}
+
+void PelorusWidget::SetBadge(const QString& badge) {
+  if (badge == badge_) return;
+  badge_ = badge;
   update();
 }
 
@@ -41,54 +57,72 @@ QSize PelorusWidget::minimumSizeHint() const {
   return {side, side};
 }
 
-void PelorusWidget::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(QRectF(rect()).center());
-  const double radius = std::min(width(), height()) / 2.0 - 1;
-  PaintRose(painter, radius);
-  if (needle_deg_) PaintNeedle(painter, radius);
+// Room for the front mark above the rim.
+double PelorusWidget::Radius() const {
+  return std::min(width(), height()) / 2.0 * 0.86;
 }
 
-void PelorusWidget::PaintRose(QPainter& painter, double radius) {
-  const QColor ink = palette().color(QPalette::WindowText);
-  QColor faint = ink;
-  faint.setAlphaF(0.45F);
-  painter.setPen(QPen(faint, radius / 60));
-  painter.setBrush(palette().base());
-  painter.drawEllipse(QPointF(), radius * 0.98, radius * 0.98);
-  for (int angle_deg = 0; angle_deg < 360; angle_deg += kTickEvery_deg) {
-    const bool major = angle_deg % 30 == 0;
-    painter.setPen(QPen(major ? ink : faint, radius / (major ? 40 : 80)));
-    painter.drawLine(OnCircle(angle_deg, radius * 0.94), OnCircle(angle_deg, radius * (major ? 0.84 : 0.89)));
-  }
+void PelorusWidget::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  still_ = QPixmap();
+}
+
+void PelorusWidget::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) still_ = QPixmap();
+}
+
+void PelorusWidget::PaintStill() {
+  const Scheme& scheme = SchemeOf(palette());
+  still_ = QPixmap(size() * devicePixelRatioF());
+  still_.setDevicePixelRatio(devicePixelRatioF());
+  still_.fill(palette().color(QPalette::Window));
+  QPainter painter(&still_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(QRectF(rect()).center());
+  const double radius = Radius();
+  painter.setPen(QPen(scheme.quiet, std::max(1.5, radius / 45)));
+  painter.setBrush(scheme.dial);
+  painter.drawEllipse(QPointF(), radius, radius);
+  PaintTicks(painter, radius, scheme);
+  PaintCar(painter, radius, scheme);
+  PaintFrontMark(painter, radius, scheme);
+}
+
+void PelorusWidget::PaintLetters(QPainter& painter, double radius) const {
+  constexpr std::array<const char*, 4> kQuarters = {"N", "E", "S", "W"};
+  const Scheme& scheme = SchemeOf(palette());
   QFont letters = font();
-  letters.setPixelSize(std::max(6, static_cast<int>(radius * 0.22)));
+  letters.setPixelSize(std::max(7, static_cast<int>(radius * 0.19)));
   letters.setBold(true);
   painter.setFont(letters);
-  painter.setPen(ink);
-  constexpr std::array<const char*, 4> kQuarters = {"N", "E", "S", "W"};
   for (int quarter = 0; quarter < 4; ++quarter) {
-    QRectF room(0, 0, radius * 0.4, radius * 0.3);
-    room.moveCenter(OnCircle(quarter * 90, radius * 0.68));
+    painter.setPen(quarter == 0 ? scheme.ink : scheme.quiet);
+    QRectF room(0, 0, radius * 0.3, radius * 0.3);
+    room.moveCenter(OnCircle(quarter * 90 - *course_deg_, radius * 0.68));
     painter.drawText(room, Qt::AlignCenter, QLatin1String(kQuarters.at(static_cast<std::size_t>(quarter))));
   }
 }
 
-void PelorusWidget::PaintNeedle(QPainter& painter, double radius) {
-  painter.save();
-  painter.rotate(*needle_deg_);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(0xE5, 0x39, 0x35));
-  const double half = radius * 0.09;
-  const QPolygonF head({QPointF(0, -radius * 0.82), QPointF(half, 0), QPointF(-half, 0)});
-  painter.drawPolygon(head);
-  painter.setBrush(palette().color(QPalette::Mid));
-  const QPolygonF tail({QPointF(0, radius * 0.5), QPointF(half, 0), QPointF(-half, 0)});
-  painter.drawPolygon(tail);
-  painter.setBrush(palette().color(QPalette::WindowText));
-  painter.drawEllipse(QPointF(), half, half);
-  painter.restore();
+void PelorusWidget::paintEvent(QPaintEvent* /*event*/) {
+  if (still_.isNull()) PaintStill();
+  QPainter painter(this);
+  const Scheme& scheme = SchemeOf(palette());
+  if (stale_) {
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.setOpacity(kFadedDial);
+  }
+  painter.drawPixmap(0, 0, still_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(QRectF(rect()).center());
+  const double radius = Radius();
+  if (course_deg_) PaintLetters(painter, radius);
+  if (needle_deg_) {
+    PaintArrow(painter, OnCircle(*needle_deg_, radius * 0.94), radius, kNeedleRed);
+  }
+  if (!stale_) return;
+  painter.setOpacity(1);
+  PaintBadge(painter, radius, badge_, scheme);
 }
 
 }  // namespace kestrum

@@ -1,19 +1,46 @@
 #include "desktop/widgets/picture_widget.h"
 
+#include <QEvent>
 #include <QPainter>
+#include <cmath>
 #include <utility>
 
 #include "desktop/twips.h"
 #include "desktop/widgets/control_colors.h"
+#include "desktop/widgets/dial_parts.h"
 
 namespace kestrum {
+namespace {
+
+QPointF Centre(const Shape& shape) {
+  return {ToPixels(shape.x1), ToPixels(shape.y1)};
+}
+
+}  // namespace
 
 PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void PictureWidget::SetShapes(std::vector<Shape> shapes) {
+  const auto same_circle = [](const Shape& a, const Shape& b) {
+    return a.x1 == b.x1 && a.y1 == b.y1 && a.radius == b.radius;
+  };
+  if (shapes.empty() || shapes_.empty() || !same_circle(shapes.front(), shapes_.front())) still_ = QPixmap();
   shapes_ = std::move(shapes);
+  update();
+}
+
+void PictureWidget::SetStale(bool stale) {
+  if (stale == stale_) return;
+  stale_ = stale;
+  update();
+}
+
+void PictureWidget::SetBadge(const QString& badge) {
+  if (badge == badge_) return;
+  badge_ = badge;
   update();
 }
 
@@ -27,27 +54,72 @@ QSize PictureWidget::minimumSizeHint() const {
   return {side, side};
 }
 
+void PictureWidget::PaintShape(QPainter& painter, const Shape& shape) const {
+  const QPointF start = Centre(shape);
+  const QColor color = ShapeColor(shape.color);
+  if (shape.kind == Shape::Kind::kCircle) {
+    const double radius = ToPixels(shape.radius);
+    // Pure blue is hardly seen on a dark ground without a light line beside it.
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(SchemeOf(palette()).halo, shape.pen_width + 3));
+    painter.drawEllipse(start, radius, radius);
+    painter.setPen(QPen(color, shape.pen_width));
+    painter.drawEllipse(start, radius, radius);
+    return;
+  }
+  const QPointF end(ToPixels(shape.x2), ToPixels(shape.y2));
+  painter.setPen(QPen(color, shape.pen_width, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(start, end);
+  // The line is drawn as an arrow, to be read from a metre.
+  painter.save();
+  painter.translate(start);
+  PaintArrow(painter, end - start, std::hypot(end.x() - start.x(), end.y() - start.y()), color);
+  painter.restore();
+}
+
+void PictureWidget::PaintStill(const Shape& circle) {
+  const Scheme& scheme = SchemeOf(palette());
+  still_ = QPixmap(size() * devicePixelRatioF());
+  still_.setDevicePixelRatio(devicePixelRatioF());
+  still_.fill(palette().color(QPalette::Window));
+  QPainter painter(&still_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double radius = ToPixels(circle.radius);
+  painter.translate(Centre(circle));
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(scheme.dial);
+  painter.drawEllipse(QPointF(), radius * 1.2, radius * 1.2);
+  PaintTicks(painter, radius, scheme);
+  PaintCar(painter, radius, scheme);
+  PaintFrontMark(painter, radius, scheme);
+  painter.translate(-Centre(circle));
+  PaintShape(painter, circle);
+}
+
 void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Window));
+  if (shapes_.empty()) return;
+  if (still_.isNull()) PaintStill(shapes_.front());
+  if (stale_) painter.setOpacity(kFadedDial);
+  painter.drawPixmap(0, 0, still_);
   painter.setRenderHint(QPainter::Antialiasing);
-  const QColor ground =
-      palette().color(QPalette::Window).lightness() < 128 ? QColor(0xE0, 0xE0, 0xE0) : Qt::white;
-  painter.fillRect(rect(), ground);
-  painter.setBrush(Qt::NoBrush);
-  for (const Shape& shape : shapes_) {
-    painter.setPen(QPen(ShapeColor(shape.color), shape.pen_width, Qt::SolidLine, Qt::RoundCap));
-    const QPointF start(ToPixels(shape.x1), ToPixels(shape.y1));
-    if (shape.kind == Shape::Kind::kCircle) {
-      painter.drawEllipse(start, ToPixels(shape.radius), ToPixels(shape.radius));
-    } else {
-      painter.drawLine(start, QPointF(ToPixels(shape.x2), ToPixels(shape.y2)));
-    }
-  }
+  for (std::size_t i = 1; i < shapes_.size(); ++i) PaintShape(painter, shapes_.at(i));
+  if (!stale_) return;
+  painter.setOpacity(1);
+  painter.translate(Centre(shapes_.front()));
+  PaintBadge(painter, ToPixels(shapes_.front().radius), badge_, SchemeOf(palette()));
 }
 
 void PictureWidget::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  still_ = QPixmap();
   emit Resized();
+}
+
+void PictureWidget::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) still_ = QPixmap();
 }
 
 }  // namespace kestrum

@@ -1,7 +1,8 @@
 #include <QApplication>
 #include <QDir>
-#include <QPalette>
-#include <QStyle>
+#include <QSize>
+#include <QWidget>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -10,23 +11,17 @@
 #include "support/scripted_car.h"
 
 // Pictures of the whole program on a scripted drive, without a display:
-//   drive_pictures FOLDER [--dark] [--small]
-// QT_SCALE_FACTOR chooses the scale; --small makes the main window as large as a small car display.
+//   drive_pictures FOLDER [--night] [--size=WIDTHxHEIGHT] [--font=POINTS] [--faults]
+// QT_SCALE_FACTOR chooses the scale; --size is the size of both windows for the driver; --faults paints every
+// state of the lamps instead of the drive.
 namespace {
 
 using kestrum::test::ScriptedCar;
 
-void UseDarkPalette() {
-  QPalette dark(QColor(0x3A, 0x3A, 0x3A), QColor(0x2B, 0x2B, 0x2B));
-  dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
-  dark.setColor(QPalette::Highlight, QColor(0x3D, 0x8E, 0xE0));
-  QApplication::setPalette(dark);
-}
-
 class Album {
  public:
-  Album(QString folder, QString ending, bool small)
-      : folder_(std::move(folder)), ending_(std::move(ending)), small_(small) {}
+  Album(QString folder, QString ending, QSize size)
+      : folder_(std::move(folder)), ending_(std::move(ending)), size_(size) {}
 
   ScriptedCar car;
   kestrum::Binder binder{car.world.program};
@@ -43,8 +38,9 @@ class Album {
   void Take(const char* window, const char* name) {
     for (QWidget* top : QApplication::topLevelWidgets()) {
       if (top->objectName() != QLatin1String(window)) continue;
-      if (small_ && top->objectName() == QLatin1String("Form1")) top->resize(1024, 560);
-      if (top->objectName() == QLatin1String("Form5")) top->resize(480, 320);
+      const bool is_for_driver =
+          top->objectName() == QLatin1String("Form1") || top->objectName() == QLatin1String("Form5");
+      if (is_for_driver && size_.isValid()) top->resize(size_);
       QApplication::processEvents();
       const QString path =
           folder_ + QLatin1Char('/') + QLatin1String(name) + ending_ + QStringLiteral(".png");
@@ -55,7 +51,7 @@ class Album {
  private:
   QString folder_;
   QString ending_;
-  bool small_;
+  QSize size_;
 };
 
 std::string InfoText() {
@@ -94,6 +90,64 @@ void Drive(Album& album) {
   album.Take("Form5", "minimal-display");
 }
 
+// Both windows with each lamp in each of its states.
+void Faults(Album& album) {
+  ScriptedCar& car = album.car;
+  auto settings = ScriptedCar::UsualSettings();
+  settings.TxHeight = "25 m";
+  car.WriteConfig(settings);
+  album.Do([&] { car.Start(); });
+  album.Take("Form1", "not-logging");
+  album.Do([&] { car.form1.cmdLoggin.click(); });
+  for (int step = 0; step < 320; ++step) {
+    album.Do([&] {
+      car.s_meter = 128 + static_cast<int>(70 * std::sin(step / 25.0) + 30 * std::sin(step / 4.0));
+      car.rig_answers = step < 120 || step > 150;
+      car.SendGps("5159.2177N", "00535.3967E", "A", "98.1", "27", std::to_string((step * 3) % 360));
+    });
+    album.Tick(1);
+  }
+  album.Do([&] { car.form1.mnuMinimalDisplay.click(); });
+  album.Tick(1);
+  const auto both = [&album](const char* name) {
+    album.Take("Form1", (std::string("main-") + name).c_str());
+    album.Take("Form5", (std::string("minimal-") + name).c_str());
+  };
+  both("well");
+  car.world.links.Send("lblVal1", "V");
+  album.Tick(14);
+  both("no-fix");
+  car.rig_answers = false;
+  album.Tick(6);
+  both("no-fix-and-silent");
+  car.world.links.Send("lblVal1", "A");
+  car.world.links.server_present = false;
+  car.world.serial.Vanish();
+  car.world.files.write_fault = "No space left on device";
+  album.Tick(100);
+  both("all-lost");
+  car.world.links.server_present = true;
+  car.world.links.silence = std::chrono::seconds(7);
+  car.world.serial.Return();
+  car.rig_answers = true;
+  car.world.files.write_fault.clear();
+  album.Tick(100);
+  car.world.files.write_fault = "No such file or directory";
+  car.form1.lmpLog.click();
+  album.Tick(2);
+  both("frozen-and-no-folder");
+}
+
+// The size of an option "--size=1024x560"; not valid when there is none.
+QSize SizeOption(const QStringList& arguments) {
+  for (const QString& argument : arguments) {
+    if (!argument.startsWith(QStringLiteral("--size="))) continue;
+    const QStringList parts = argument.mid(7).split(QLatin1Char('x'));
+    if (parts.size() == 2) return {parts.at(0).toInt(), parts.at(1).toInt()};
+  }
+  return {};
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -101,13 +155,22 @@ int main(int argc, char** argv) {
   const QApplication toolkit(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
-    std::fputs("Usage: drive_pictures FOLDER [--dark] [--small]\n", stderr);
+    std::fputs("Usage: drive_pictures FOLDER [--night] [--size=WxH] [--font=POINTS] [--faults]\n", stderr);
     return 2;
   }
-  const bool dark = arguments.contains(QStringLiteral("--dark"));
-  const bool small = arguments.contains(QStringLiteral("--small"));
-  if (dark) UseDarkPalette();
-  Album album(arguments.at(1), dark ? QStringLiteral("-dark") : QString(), small);
-  Drive(album);
+  for (const QString& argument : arguments) {
+    if (!argument.startsWith(QStringLiteral("--font="))) continue;
+    QFont font = QApplication::font();
+    font.setPointSizeF(argument.mid(7).toDouble());
+    QApplication::setFont(font);
+  }
+  const bool night = arguments.contains(QStringLiteral("--night"));
+  Album album(arguments.at(1), night ? QStringLiteral("-night") : QString(), SizeOption(arguments));
+  album.Do([&] { album.car.app.forms.night = night; });
+  if (arguments.contains(QStringLiteral("--faults"))) {
+    Faults(album);
+  } else {
+    Drive(album);
+  }
   return album.ok ? 0 : 1;
 }

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QPalette>
 #include <cstdio>
 #include <functional>
 
@@ -8,7 +7,7 @@
 #include "support/scripted_ports.h"
 
 // Paints the windows with typical and with the longest texts into PNG files, without a display:
-//   window_pictures FOLDER [--dark] [--longest]
+//   window_pictures FOLDER [--night] [--longest]
 // QT_SCALE_FACTOR chooses the scale.
 namespace {
 
@@ -108,22 +107,6 @@ void FillOthers(Forms& forms) {
   forms.form2.visible = forms.form3.visible = forms.form4.visible = forms.form5.visible = true;
 }
 
-void UseDarkPalette() {
-  QPalette dark;
-  dark.setColor(QPalette::Window, QColor(0x2B, 0x2B, 0x2B));
-  dark.setColor(QPalette::WindowText, QColor(0xE6, 0xE6, 0xE6));
-  dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
-  dark.setColor(QPalette::Text, QColor(0xE6, 0xE6, 0xE6));
-  dark.setColor(QPalette::Button, QColor(0x3A, 0x3A, 0x3A));
-  dark.setColor(QPalette::ButtonText, QColor(0xE6, 0xE6, 0xE6));
-  dark.setColor(QPalette::Highlight, QColor(0x3D, 0x8E, 0xE0));
-  dark.setColor(QPalette::Mid, QColor(0x60, 0x60, 0x60));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
-  }
-  QApplication::setPalette(dark);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -131,13 +114,13 @@ int main(int argc, char** argv) {
   const QApplication toolkit(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 2) {
-    std::fputs("Usage: window_pictures FOLDER [--dark] [--longest]\n", stderr);
+    std::fputs("Usage: window_pictures FOLDER [--night] [--longest]\n", stderr);
     return 2;
   }
-  if (arguments.contains(QStringLiteral("--dark"))) UseDarkPalette();
   kestrum::test::ScriptedProgram program;
   kestrum::Binder binder(program);
   Forms forms;
+  forms.night = arguments.contains(QStringLiteral("--night"));
   const kestrum::Windows windows(forms, binder);
   FillForm1(forms, arguments.contains(QStringLiteral("--longest")));
   FillOthers(forms);

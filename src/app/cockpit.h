@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "signal/reading.h"
+#include "signal/signal_history.h"
+#include "ui/lamps.h"
+
+namespace kestrum {
+
+class Application;
+
+// What a driver must know at a glance, in the main window and in the minimal display: gathers the facts, lets
+// the lamps say them, and marks numbers that are no longer true. Brings the rig's port back when its device
+// returns.
+class Cockpit {
+ public:
+  explicit Cockpit(Application& application);
+
+  void Wire();
+  // Once a second, and after whatever the lamps tell of.
+  void Look();
+
+ private:
+  void EverySecond();
+  void ReadingTaken(const Reading& reading);
+  void ReopenReturnedPort();
+  void CheckLogFolder();
+  void StartReaderAgain();
+  GpsFacts Gps() const;
+  RigFacts Rig() const;
+  void ShowLamps();
+  void ShowPosition();
+  void ShowSignal();
+  void ShowScale();
+
+  Application& application_;
+  SignalHistory history_;
+  int missed_readings_ = 0;
+  int missed_fixes_ = 0;  // looks in a row that found no true position
+  std::optional<Milliseconds> heard_;  // when the rig answered last, or was asked first
+  std::optional<unsigned> shown_revision_;  // of the table whose scale is shown
+  int seconds_to_check_ = 0;                // until the log folder is looked at again
+  std::string checked_path_;
+};
+
+}  // namespace kestrum
