@@ -20,7 +20,6 @@ constexpr milliseconds kQuitWait{50};
 constexpr std::uint64_t kAnswerLimitUs = 5'000'000;
 
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
-constexpr const char* kBus = "org.freedesktop.DBus";
 
 }  // namespace
 
