@@ -39,6 +39,7 @@ void Application::Wire() {
   panel.frequency_applied = [this] { editor.Refresh(); };
   table.changed = [this] { editor.Refresh(); };
   config.ends_now = [this] { EndsWithoutShutdown(); };
+  config.last_write = [this] { log.FinishWriting(); };
   panel.show_rig_text = [this](const std::string& text) { table.ShowStatusCaption(text, ""); };
   timing.distance_mode_chosen = [this] { cycle.ForgetReference(); };
 

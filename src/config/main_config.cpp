@@ -22,8 +22,8 @@ constexpr const char* kFileName = "\\Kestrum.cfg";
 constexpr const char* kKept = ".bad";
 constexpr std::size_t kFixedLines = 22;
 constexpr std::uint64_t kLargestFile = 1 << 20;
-constexpr std::size_t kLongestValue = 64;   // of a coordinate, a height, a frequency or a caption
-constexpr std::size_t kLongestText = 4096;  // of a path or an antenna
+constexpr std::size_t kLongestValue = 72;   // of a coordinate, a frequency with its unit or a caption
+constexpr std::size_t kLongestText = 4096;  // of a path, an antenna or a height
 
 // Sign and digits with at most one point, nothing else.
 bool IsNumber(std::string_view text) {
@@ -125,11 +125,11 @@ bool FieldsFit(const Settings& settings) {
   const auto fits = [](std::size_t longest) {
     return [longest](const std::string& text) { return text.size() <= longest; };
   };
-  const std::array values = {settings.TxLat, settings.TxLong, settings.TxHeight, settings.FrequencyText,
-                             settings.OnOffCaption};
+  const std::array values = {settings.TxLat, settings.TxLong, settings.FrequencyText, settings.OnOffCaption};
   return std::all_of(values.begin(), values.end(), fits(kLongestValue)) &&
          std::all_of(settings.TxAntennas.begin(), settings.TxAntennas.end(), fits(kLongestText)) &&
-         settings.CalibrationFiles[2].size() <= kLongestText && settings.LogFileName.size() <= kLongestText;
+         settings.TxHeight.size() <= kLongestText && settings.CalibrationFiles[2].size() <= kLongestText &&
+         settings.LogFileName.size() <= kLongestText;
 }
 
 // A file cut off inside its last fixed line: the power caption is then only a piece of itself.
@@ -181,7 +181,8 @@ void MainConfig::LoadCfg() {
   const bool good = !lines.empty() && SameText(lines.front(), VersionedTitle) &&
                     ReadSettings(lines, loaded) && !CutInPowerCaption(bytes, lines) && FieldsFit(loaded);
   if (!good) {
-    ports_.files.Replace(path + kKept, bytes);
+    // What cannot be copied now is moved aside by the first save.
+    keep_before_save_ = ports_.files.Replace(path + kKept, bytes).has_value();
     RejectFile(path);
     return;
   }
@@ -239,7 +240,8 @@ void MainConfig::SaveCfg() {
                [](const std::string& antenna) { return !antenna.empty(); });
   const std::string path = ports_.program.PathOf(kFileName);
   FileFault fault;
-  if (std::exchange(keep_before_save_, false)) fault = ports_.files.Rename(path, path + kKept);
+  if (keep_before_save_) fault = ports_.files.Rename(path, path + kKept);
+  if (!fault) keep_before_save_ = false;
   if (!fault) fault = ports_.files.Replace(path, JoinLines(lines));
   if (!fault) {
     unreadable_ = false;
@@ -281,11 +283,12 @@ void MainConfig::mnuSavecfg_Click() {
 void MainConfig::mnuDefaultCfg_Click() {
   const bool yes = ports_.dialogs.AskYesNo(AppTitle, "Save DefaultCFG", Icon::kQuestion);
   if (ports_.program.Ended() || !yes) return;
+  Run(ends_now);  // first: no record may be made of the new values
   SetDefaults();
   SaveCfg();
   if (ports_.program.Ended()) return;
-  Run(ends_now);
   ports_.dialogs.Show(AppTitle, "Restart me", Icon::kInformation);
+  Run(last_write);
   // Kept on purpose: no shutdown steps, so that nothing overwrites the defaults just written.
   ports_.program.End();
 }

@@ -14,6 +14,8 @@ class MainConfig {
 
   // Set by the application: the program is about to end without its shutdown steps.
   Handler ends_now;
+  // Set by the application: what is on its way to the disk gets there.
+  Handler last_write;
 
   // Fills the settings from the file. A missing file gives the defaults and requests the info text; one of
   // another version, or a torn one, gives a message and the defaults. The rejected

@@ -17,6 +17,7 @@ Desktop::Desktop()
   // The main window is hidden while the minimal display is open; only Program::End ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
   program_.on_started = [this](const std::string& name, qint64 process) { links_->Started(name, process); };
+  pump_.deeds_wait = [this](bool wait) { binder_.HoldDeeds(wait); };
   links_->enter = [this](const Handler& arrived) { binder_.Enter(arrived); };
 }
 

@@ -158,9 +158,9 @@ struct ProgressBar : Control {
   int value = 0;
   int peak = -1;                 // highest value of a moment ago; -1 for none
   std::vector<ScaleMark> marks;  // the scale under the bar
-  bool segments = true;  // segments or one plain bar
-  int top = 0;           // twips
-  int height = 0;        // twips; 0 leaves both to the layout
+  bool segments = true;          // segments or one plain bar
+  int top = 0;                   // twips
+  int height = 0;                // twips; 0 leaves both to the layout
   Handler click;
 };
 

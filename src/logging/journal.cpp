@@ -18,15 +18,17 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kHeadLines = 3;
 constexpr std::uint64_t kLargestJournal = 64U << 20U;
 constexpr std::uint64_t kLargestPointer = 8192;
+constexpr std::size_t kMostPointers = 20;
+constexpr int kMostSetAside = 9;
 constexpr std::size_t kMostBlocks = 1000;  // about 10 MB of records that wait for a disk
 constexpr std::chrono::seconds kLongestEnd{30};
 
 // What must stand between the first `size` bytes of a file and a new line.
 std::string Healing(const FileStore& files, const std::string& path, std::uint64_t size) {
   if (size == 0) return {};
-  std::string rest;
-  if (files.ReadFrom(path, size - 1, rest, kLargestJournal)) return {};
-  return rest.starts_with('\n') ? std::string() : std::string(kLineEnd);
+  std::string last;
+  if (files.ReadFrom(path, size - 1, last, 1)) return {};
+  return last == "\n" ? std::string() : std::string(kLineEnd);
 }
 
 std::string CommitLine(std::uint64_t log_size, const std::string& header) {
@@ -37,6 +39,7 @@ std::string CommitLine(std::uint64_t log_size, const std::string& header) {
 struct LeftJournal {
   Block block;
   std::size_t records = 0;
+  bool readable = true;    // else it is none of ours, and stays
   bool committed = false;  // appending had begun
   std::uint64_t log_size = 0;
 };
@@ -57,7 +60,10 @@ LeftJournal ReadJournal(std::string_view bytes) {
   const auto end = bytes.rfind('\n');
   if (end == std::string_view::npos) return journal;
   const auto lines = SplitLines(bytes.substr(0, end + 1));  // a torn last line is dropped
-  if (lines.size() <= kHeadLines) return journal;
+  if (lines.size() < kHeadLines) return journal;
+  const std::string dashes(lines[1].size(), '-');
+  journal.readable = lines[0] == dashes && lines[2] == dashes;
+  if (!journal.readable) return journal;
   journal.block.header = lines[1];
   for (auto line = lines.begin() + kHeadLines; line != lines.end(); ++line) {
     if (ReadCommit(*line, journal)) break;
@@ -68,18 +74,75 @@ LeftJournal ReadJournal(std::string_view bytes) {
   return journal;
 }
 
+std::string WithCommit(const Block& block, std::uint64_t log_size) {
+  return BlockHead(block.header) + block.records + CommitLine(log_size, block.header);
+}
+
 // What is still missing at the end of the log of an append that was cut short; the whole block when it had
 // not begun, or when somebody else has written there since.
 std::string Missing(const FileStore& files, const std::string& path, const LeftJournal& journal) {
   const std::string block = BlockHead(journal.block.header) + journal.block.records;
   const std::uint64_t size = files.Size(path).value_or(0);
-  if (journal.committed && size >= journal.log_size) {
-    std::string tail;
+  if (size >= journal.log_size) {
+    std::string there;
     const std::string wanted = Healing(files, path, journal.log_size) + block;
-    const FileFault fault = files.ReadFrom(path, journal.log_size, tail, wanted.size());
-    if (!fault && wanted.starts_with(tail)) return wanted.substr(tail.size());
+    const FileFault fault = files.ReadFrom(path, journal.log_size, there, wanted.size());
+    if (!fault && wanted.starts_with(there)) return wanted.substr(there.size());
   }
   return Healing(files, path, size) + block;
+}
+
+// One left journal file of a log.
+Recovery RecoverFile(FileStore& files, const std::string& log_path, const std::string& path) {
+  if (!files.Exists(path)) return {};
+  std::string bytes;
+  if (FileFault fault = files.Read(path, bytes, kLargestJournal)) return {0, fault, path};
+  LeftJournal journal = ReadJournal(bytes);
+  if (!journal.readable) return {0, "Not a journal of records", path};
+  Recovery result;
+  if (journal.committed || journal.records > 0) {
+    if (!journal.committed) {
+      // From here on a second cut repeats nothing.
+      journal.log_size = files.Size(log_path).value_or(0);
+      if (FileFault fault = files.Replace(path, WithCommit(journal.block, journal.log_size))) {
+        return {0, fault, path};
+      }
+    }
+    const std::string missing = Missing(files, log_path, journal);
+    if (!missing.empty()) {
+      if (FileFault fault = files.Append(log_path, missing)) return {0, fault, path};
+      result.records = journal.records;
+    }
+  }
+  files.Remove(path);  // one that stays is found complete the next time
+  return result;
+}
+
+std::string SetAsidePath(const std::string& path, int number) {
+  return path + "." + std::to_string(number);
+}
+
+// A left journal that cannot be recovered now keeps its records under a name of its own.
+void SetAside(FileStore& files, const std::string& path) {
+  for (int number = 1; number <= kMostSetAside; ++number) {
+    if (files.Exists(SetAsidePath(path, number))) continue;
+    files.Rename(path, SetAsidePath(path, number));
+    return;
+  }
+}
+
+std::vector<std::string> ReadPointer(const FileStore& files, const std::string& pointer) {
+  std::string bytes;
+  if (files.Read(pointer, bytes, kLargestPointer)) return {};
+  return SplitLines(bytes);
+}
+
+void AddToPointer(FileStore& files, const std::string& pointer, const std::string& log_path) {
+  auto logs = ReadPointer(files, pointer);
+  if (std::find(logs.begin(), logs.end(), log_path) != logs.end()) return;
+  logs.push_back(log_path);
+  if (logs.size() > kMostPointers) logs.erase(logs.begin());
+  files.Replace(pointer, JoinLines(logs));
 }
 
 }  // namespace
@@ -88,31 +151,30 @@ std::string JournalPath(const std::string& log_path) {
   return log_path + ".pending";
 }
 
-FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& journal_path,
-                     const std::string& unsent, const Block& block) {
+FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
+                     const Block& block) {
+  const std::string journal = JournalPath(log_path);
   const std::uint64_t size = files.Size(log_path).value_or(0);
-  if (!journal_path.empty()) files.Append(journal_path, unsent + CommitLine(size, block.header));
+  files.Replace(journal, WithCommit(block, size));
   const std::string bytes = Healing(files, log_path, size) + BlockHead(block.header) + block.records;
   const FileFault fault = files.Append(log_path, bytes);
-  if (!journal_path.empty()) files.Remove(journal_path);
+  files.Remove(journal);
+  if (!other_journal.empty()) files.Remove(other_journal);
   return fault;
 }
 
 Recovery RecoverJournal(FileStore& files, const std::string& log_path) {
+  if (log_path.empty()) return {};
   const std::string path = JournalPath(log_path);
-  if (log_path.empty() || !files.Exists(path)) return {};
-  std::string bytes;
-  if (FileFault fault = files.Read(path, bytes, kLargestJournal)) return {0, fault};
-  const LeftJournal journal = ReadJournal(bytes);
   Recovery result;
-  if (journal.records > 0) {
-    const std::string missing = Missing(files, log_path, journal);
-    if (!missing.empty()) {
-      if (FileFault fault = files.Append(log_path, missing)) return {0, fault};
-      result.records = journal.records;
-    }
+  for (int number = 1; number <= kMostSetAside + 1; ++number) {
+    const bool own = number > kMostSetAside;
+    const Recovery one = RecoverFile(files, log_path, own ? path : SetAsidePath(path, number));
+    result.records += one.records;
+    if (!one.fault) continue;
+    result.fault = one.fault;
+    result.path = one.path;
   }
-  result.fault = files.Remove(path);
   return result;
 }
 
@@ -123,80 +185,111 @@ Journal::Journal(FileStore& files, Worker& worker, std::string pointer_path, std
       usual_log_path_(std::move(usual_log_path)) {}
 
 void Journal::Begin(const std::string& log_path, const std::string& header) {
+  Close();
   log_path_ = log_path;
-  unsent_ = BlockHead(header);
-  starts_ = true;
+  text_ = BlockHead(header);
+  first_ = whole_ = true;
+}
+
+void Journal::Close() {
+  log_path_.clear();
+  text_.clear();
+  sent_ = 0;
+  first_ = whole_ = false;
+  ++generation_;
 }
 
 void Journal::Add(const std::string& record) {
-  unsent_ += JoinLines({record});
+  text_ += JoinLines({record});
   Send();
 }
 
 void Journal::Send() {
-  if (busy_ || unsent_.empty()) return;
+  if (busy_ || sent_ == text_.size()) return;
   busy_ = true;
   auto fault = std::make_shared<FileFault>();
-  const bool point = log_path_ != usual_log_path_ && log_path_ != pointed_to_;
-  if (point) pointed_to_ = log_path_;
-  const auto write = [&files = files_, path = JournalPath(log_path_), bytes = std::exchange(unsent_, {}),
-                      fault, starts = std::exchange(starts_, false),
-                      pointer = point ? pointer_path_ : std::string(), pointed_to = pointed_to_] {
-    if (!pointer.empty()) files.Replace(pointer, JoinLines({pointed_to}));
-    // An older journal of this name belongs to no block any more.
-    if (starts) files.Remove(path);
-    *fault = files.Append(path, bytes);
+  auto left = std::make_shared<Recovery>();
+  const bool whole = std::exchange(whole_, false);
+  const bool first = std::exchange(first_, false);
+  const std::string pointer = log_path_ == usual_log_path_ ? std::string() : pointer_path_;
+  const auto write = [&files = files_, log_path = log_path_, bytes = whole ? text_ : text_.substr(sent_),
+                      fault, left, whole, first, pointer] {
+    const std::string path = JournalPath(log_path);
+    if (first && !pointer.empty()) AddToPointer(files, pointer, log_path);
+    if (first && files.Exists(path)) {
+      *left = RecoverJournal(files, log_path);
+      if (files.Exists(path)) SetAside(files, path);
+    }
+    *fault = whole ? files.Replace(path, bytes) : files.Append(path, bytes);
   };
-  worker_.Post(write, [this, fault] {
+  sent_ = text_.size();
+  worker_.Post(write, [this, fault, left, generation = generation_] {
     busy_ = false;
     fault_ = *fault;
+    if (left->records > 0 && recovered_late) recovered_late(*left);
+    if (*fault && generation == generation_) {
+      // With the next record all of it is written once more: a journal has no holes.
+      whole_ = true;
+      sent_ = 0;
+      return;
+    }
     Send();
   });
 }
 
 void Journal::Write(const std::string& log_path, Block block, std::function<void(const FileFault&)> written) {
   if (blocks_waiting_ >= kMostBlocks) {
-    Drop();
+    Close();
     written("The disk does not keep up");
     return;
   }
   ++blocks_waiting_;
   auto fault = std::make_shared<FileFault>();
-  const std::string journal_path = log_path_.empty() ? std::string() : JournalPath(log_path_);
-  const auto write = [&files = files_, log_path, journal_path, fault, unsent = std::exchange(unsent_, {}),
-                      block = std::move(block)] {
-    *fault = WriteBlock(files, log_path, journal_path, unsent, block);
+  const bool elsewhere = !log_path_.empty() && log_path_ != log_path;
+  const bool has_journal = !log_path_.empty() && !elsewhere;
+  const auto write = [&files = files_, log_path, other = elsewhere ? JournalPath(log_path_) : std::string(),
+                      has_journal, fault, block = std::move(block)] {
+    if (!has_journal && files.Exists(JournalPath(log_path))) {
+      // One that was left by an earlier drive into this file.
+      RecoverJournal(files, log_path);
+      if (files.Exists(JournalPath(log_path))) SetAside(files, JournalPath(log_path));
+    }
+    *fault = WriteBlock(files, log_path, other, block);
   };
-  log_path_.clear();
-  starts_ = false;
+  Close();
   worker_.Post(write, [this, fault, written = std::move(written)] {
     --blocks_waiting_;
     written(*fault);
   });
 }
 
-void Journal::Drop() {
-  unsent_.clear();
-  starts_ = false;
-  if (log_path_.empty()) return;
-  worker_.Post([&files = files_, path = JournalPath(std::exchange(log_path_, {}))] { files.Remove(path); },
-               {});
-}
-
 void Journal::Recover(const std::string& log_path, std::function<void(const Recovery&)> recovered) {
   auto result = std::make_shared<Recovery>();
-  const auto recover = [&files = files_, result, pointer = pointer_path_,
-                        logs = std::vector<std::string>{usual_log_path_, log_path}]() mutable {
-    std::string pointed_to;
-    if (!files.Read(pointer, pointed_to, kLargestPointer)) {
-      for (const std::string& line : SplitLines(pointed_to)) logs.push_back(line);
-    }
-    for (const std::string& log : logs) {
-      const Recovery one = RecoverJournal(files, log);
+  const auto recover = [&files = files_, result, pointer = pointer_path_, usual = usual_log_path_, log_path] {
+    const auto recover_one = [&files, &result](const std::string& log) {
+      Recovery one = RecoverJournal(files, log);
       result->records += one.records;
-      if (one.fault) result->fault = one.fault;
+      if (one.fault) {
+        result->fault = one.fault;
+        result->path = one.path;
+      }
+      return !one.fault;
+    };
+    recover_one(usual);
+    if (log_path != usual) recover_one(log_path);
+    const auto named = ReadPointer(files, pointer);
+    std::vector<std::string> open;
+    for (const std::string& log : named) {
+      // Neither log nor journal: the stick is not plugged in, so it is looked for once more the next time.
+      const bool reachable = files.Exists(log) || files.Exists(JournalPath(log));
+      if (!recover_one(log) || !reachable) open.push_back(log);
     }
-    if (!pointed_to.empty() && !result->fault) files.Remove(pointer);
+    if (open == named) return;
+    if (open.empty()) {
+      files.Remove(pointer);
+    } else {
+      files.Replace(pointer, JoinLines(open));
+    }
   };
   worker_.Post(recover, [result, recovered = std::move(recovered)] { recovered(*result); });
 }

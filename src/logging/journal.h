@@ -10,9 +10,9 @@
 
 // What keeps records through a power cut, a kill and a full disk. While records wait for their block they
 // stand in a journal beside the log file, "<log file>.pending": the head of the block, then the records, each
-// synced as it comes. Before the block is appended, one line with the old size of the log and the final
-// header goes into the journal ("=> SIZE HEADER"): with it an append that was cut short is completed, not
-// repeated. When the block stands in the log, the journal goes.
+// synced as it comes. Before a block is appended, its journal gets one line more with the old size of the log
+// and the final header ("=> SIZE HEADER"): with it an append that was cut short is completed, not repeated,
+// however often that is tried. When the block stands in the log, the journal goes.
 namespace kestrum {
 
 // Full path of the journal of a log file.
@@ -24,37 +24,43 @@ struct Block {
   std::string records;  // each with CR LF
 };
 
-// Appends a block with its head. A log file that does not end in a line end gets one first. The journal goes
-// when the block is written; a journal that cannot be written is no fault of the block.
-FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& journal_path,
-                     const std::string& unsent, const Block& block);
+// Appends a block with its head. A log file that does not end in a line end gets one first. Both its journal
+// and the one that the records came from (empty for the same) go when it is written; a journal that cannot be
+// written is no fault of the block.
+FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
+                     const Block& block);
 
 struct Recovery {
   std::size_t records = 0;  // appended to the log, or completed there
   FileFault fault;          // the journal then stays for the next time
+  std::string path;         // of the journal with the fault
 };
-// Appends what a left journal holds to its log file as a block, without a torn last line, and removes it.
+// Appends what left journals of a log file hold to it, each as a block without a torn last line, and removes
+// them.
 Recovery RecoverJournal(FileStore& files, const std::string& log_path);
 
 // The journal and the blocks of one program, written by the worker in their order.
 class Journal {
  public:
-  // `pointer_path` names a small file that tells where the journal lies when it is not the one of
-  // `usual_log_path`, so that the next start finds it.
+  // `pointer_path` names a small file that tells where journals lie that are not those of `usual_log_path`,
+  // so that the next start finds them.
   Journal(FileStore& files, Worker& worker, std::string pointer_path, std::string usual_log_path);
+
+  // Set by its owner: a journal that was left, and could not be reached before, has been recovered.
+  std::function<void(const Recovery&)> recovered_late;
 
   // Whether a journal is begun and its block not yet written.
   bool IsOpen() const { return !log_path_.empty(); }
-  // The head goes to the disk with the first record.
+  // The head goes to the disk with the first record. A left journal of this name is recovered first, or kept
+  // under another name.
   void Begin(const std::string& log_path, const std::string& header);
-  // Writes one record. Records that come while the disk is busy go together in the next write.
+  // Writes one record. Records that come while the disk is busy go together in the next write, and after a
+  // fault all of the block once more.
   void Add(const std::string& record);
   // Writes a block and ends its journal; `written` is told how it went, as a window event. Too many blocks
   // that wait for a disk are a fault.
   void Write(const std::string& log_path, Block block, std::function<void(const FileFault&)> written);
-  // The records of the journal are not wanted any more.
-  void Drop();
-  // Recovers the journals of the usual log file, of this one and of the one that the pointer names.
+  // Recovers the journals of the usual log file, of this one and of those that the pointer names.
   void Recover(const std::string& log_path, std::function<void(const Recovery&)> recovered);
 
   // Why the last record could not be written; nothing when all is well.
@@ -64,16 +70,19 @@ class Journal {
 
  private:
   void Send();
+  void Close();
 
   FileStore& files_;
   Worker& worker_;
   std::string pointer_path_;
   std::string usual_log_path_;
-  std::string pointed_to_;  // what the pointer file says
-  std::string log_path_;    // of the present journal; empty when there is none
-  std::string unsent_;      // not yet handed to the worker
-  bool starts_ = false;     // the next write begins a new journal
-  bool busy_ = false;       // a write is on its way
+  std::string log_path_;     // of the present journal; empty when there is none
+  std::string text_;         // all of the present journal
+  std::size_t sent_ = 0;     // how much of it has been handed to the worker
+  bool first_ = false;       // nothing of it has been handed over yet
+  bool whole_ = false;       // the next write replaces the file
+  bool busy_ = false;        // a write is on its way
+  unsigned generation_ = 0;  // rises with every journal
   std::size_t blocks_waiting_ = 0;
   FileFault fault_;
 };

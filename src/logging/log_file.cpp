@@ -18,6 +18,10 @@ namespace {
 constexpr int kRecordsPerBlock = 100;
 constexpr const char* kDefaultFile = "\\RSSI-GPS.log";
 
+std::string FaultText(const std::string& description, const std::string& path) {
+  return "Error saving data \r\n" + description + "\r\n" + path;
+}
+
 std::string WithKhz(const std::string& frequency) {
   return ContainsText(frequency, " kHz") ? frequency : frequency + " kHz";
 }
@@ -30,7 +34,12 @@ LogFile::LogFile(State& state, Forms& forms, const Ports& ports, MinimalDisplay&
       ports_(ports),
       minimal_(minimal),
       journal_(ports.files, ports.worker, ports.program.PathOf("\\Kestrum.pending"),
-               ports.program.PathOf(kDefaultFile)) {}
+               ports.program.PathOf(kDefaultFile)) {
+  journal_.recovered_late = [this](const Recovery& recovery) {
+    state_.recovered_records += static_cast<int>(recovery.records);
+    ShowHint(state_, forms_.form1);
+  };
+}
 
 void LogFile::StampStart() {
   LogBuffer[0] = "Start @" + StartStampText(ports_.clock.Now());
@@ -58,13 +67,16 @@ void LogFile::FlushPending() {
   if (LogCount > 0) FlushLog(state_.settings.LogFileName);
 }
 
-void LogFile::EndBlock() {
-  if (LogCount == 0) return;
+BlockHeading LogFile::HeadingInForce() const {
   BlockHeading heading = Heading();
   const Settings& settings = state_.settings;
   heading.rig_text = RigModeText(settings.RigModel, settings.RigMode, WithKhz(forms_.form1.lblFreq.caption));
   heading.antenna = antenna_;
-  Flush(settings.LogFileName, heading);
+  return heading;
+}
+
+void LogFile::EndBlock() {
+  if (LogCount > 0) Flush(state_.settings.LogFileName, HeadingInForce());
 }
 
 void LogFile::AntennaTaken() {
@@ -168,18 +180,25 @@ void LogFile::RecoverLastDrive() {
   journal_.Recover(Path(), [this](const Recovery& recovery) {
     state_.recovered_records = static_cast<int>(recovery.records);
     ShowHint(state_, forms_.form1);
-    if (recovery.fault) ReportFault(*recovery.fault, JournalPath(state_.settings.LogFileName));
+    if (recovery.fault) {
+      // Nothing is lost yet: the journal stays for the next time.
+      ports_.dialogs.Notify(VersionedTitle, FaultText(*recovery.fault, recovery.path), Icon::kExclamation);
+    }
   });
 }
 
 void LogFile::AddToJournal(const std::string& record) {
-  if (!journal_.IsOpen()) journal_.Begin(Path(), LogHeader());
+  if (!journal_.IsOpen()) journal_.Begin(Path(), BlockHeader(ports_.clock.Now(), HeadingInForce()));
   journal_.Add(record);
 }
 
 void LogFile::FlushAtEnd() {
   finishing_ = true;
   FlushLog(state_.settings.LogFileName);
+  FinishWriting();
+}
+
+void LogFile::FinishWriting() {
   if (!journal_.Finish()) ports_.program.ReportLoss("Error saving data: the disk does not answer");
 }
 
@@ -208,7 +227,7 @@ void LogFile::mnuSaveLogfile_Click() {
   state_.settings.LogFileName = answer;
   // Kept on purpose: naming a file is a wish to have the data in it, so from here on blocks are written even
   // where cmdLoggin still offers to start.
-  const std::string header = LogHeader();
+  const std::string header = BlockHeader(ports_.clock.Now(), HeadingInForce());
   for (auto first = kept.begin(); first != kept.end();) {
     const auto last = first + std::min<std::ptrdiff_t>(kRecordsPerBlock, kept.end() - first);
     WriteRecords(answer, header, {first, last});
@@ -229,7 +248,7 @@ void LogFile::ShowCount() {
 }
 
 void LogFile::ReportFault(const std::string& description, const std::string& file_name) {
-  const std::string text = "Error saving data \r\n" + description + "\r\n" + file_name;
+  const std::string text = FaultText(description, file_name);
   if (finishing_) {
     ports_.program.ReportLoss(text);
     ports_.dialogs.Show(VersionedTitle, text, Icon::kCritical);

@@ -44,6 +44,8 @@ class LogFile {
   // The flush at the end of the program: waits until everything is on the disk. What is lost now is told in a
   // box while one can be seen, and by the end of the process.
   void FlushAtEnd();
+  // Waits until what has been handed over is on the disk, and tells when that does not come to an end.
+  void FinishWriting();
   // Date and time, TX site, rig, mode and frequency, antenna.
   std::string LogHeader() const;
   // off: "Not logging now !", else "Data to " and the file name; the text is selected for copying.
@@ -65,6 +67,8 @@ class LogFile {
   void EmptyBuffer();
   void ShowCount();
   BlockHeading Heading() const;
+  // With the frequency sent last and the antenna taken over last, whatever the boxes hold already.
+  BlockHeading HeadingInForce() const;
   void Flush(const std::string& file_name, const BlockHeading& heading);
   void Written(std::size_t records, const FileFault& fault);
   void WriteRecords(const std::string& path, const std::string& header,

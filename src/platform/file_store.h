@@ -25,9 +25,9 @@ class FileStore {
   // longer than `most_bytes`, is a fault.
   virtual FileFault Read(const std::string& path, std::string& bytes,
                          std::uint64_t most_bytes = std::numeric_limits<std::uint64_t>::max()) const = 0;
-  // The same for what stands behind the first `offset` bytes: empty at or beyond the end.
+  // At most `most_bytes` of what stands behind the first `offset` bytes: empty at or beyond the end.
   virtual FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
-                             std::uint64_t most_bytes = std::numeric_limits<std::uint64_t>::max()) const = 0;
+                             std::uint64_t most_bytes) const = 0;
   // Replaces the file: after a power cut the old or the new content stands there, never half of one. Where
   // the folder does not allow that, it is written in place.
   virtual FileFault Replace(const std::string& path, std::string_view bytes) = 0;

@@ -79,6 +79,7 @@ void CalibrationFiles::LoadS2Ftable(const std::string& path) {
   const FileFault fault = ReadTable(path);
   if (ports_.program.Ended()) return;
   if (fault) {
+    table_.Change();  // what was loaded up to it stays
     ports_.dialogs.Show(AppTitle, path + "LoadS2Ftable\r\n" + *fault, Icon::kExclamation);
     return;
   }

@@ -27,6 +27,8 @@ class CalibrationTable {
   void DefaultCalibration(bool from_editor);
   // Removes points whose uV does not rise above that of the point before; ends every load and edit.
   void TidyCalibration();
+  // Rows have been written from outside: whoever shows the table looks again.
+  void Change();
   // Writes the current-reading row for a raw value; values outside 0 to 255 are taken as the nearest of them.
   void ConvertRSSI(int raw);
 
@@ -34,8 +36,6 @@ class CalibrationTable {
   void ShowStatusCaption(const std::string& rig_text, const std::string& description);
 
  private:
-  void Change();
-
   const State& state_;
   Forms& forms_;
   unsigned revision_ = 0;

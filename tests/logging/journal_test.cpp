@@ -56,11 +56,93 @@ TEST_F(JournalBench, ItGoesWhenTheBlockIsWritten) {
   EXPECT_TRUE(faults.empty());
 }
 
-TEST_F(JournalBench, AnOlderJournalOfTheNameIsReplaced) {
-  files[kPending] = "stale";
+TEST_F(JournalBench, ALeftJournalOfTheNameIsRecoveredFirst) {
+  std::size_t late = 0;
+  journal.recovered_late = [&late](const Recovery& recovery) { late = recovery.records; };
+  files[kPending] = kHead + "left\r\n";
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  EXPECT_EQ(files[kLog], kHead + "left\r\n");
+  EXPECT_EQ(files[kPending], kHead + "one\r\n");
+  EXPECT_EQ(late, 1U);
+}
+
+TEST_F(JournalBench, ALeftJournalThatCannotBeRecoveredIsSetAside) {
+  files[kPending] = kHead + "left\r\n";
+  world.files.write_fault = "Read-only file system";
+  world.files.faulty_path = kLog;
   journal.Begin(kLog, "header");
   journal.Add("one");
   EXPECT_EQ(files[kPending], kHead + "one\r\n");
+  EXPECT_THAT(files["/car/RSSI-GPS.log.pending.1"], testing::StartsWith(kHead + "left\r\n"));
+  world.files.write_fault = "";
+  EXPECT_EQ(Recover().records, 2U);
+  EXPECT_EQ(files[kLog], kHead + "left\r\n" + kHead + "one\r\n");
+}
+
+TEST_F(JournalBench, AfterAFaultAllOfItIsWrittenOnceMore) {
+  world.files.write_fault = "No space left on device";
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  journal.Add("two");
+  world.files.write_fault = "";
+  journal.Add("three");
+  EXPECT_EQ(files[kPending], kHead + "one\r\ntwo\r\nthree\r\n");
+  journal.Add("four");
+  EXPECT_EQ(files[kPending], kHead + "one\r\ntwo\r\nthree\r\nfour\r\n");
+}
+
+TEST_F(JournalBench, ABlockIntoAnotherFileIsCommittedThere) {
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  std::string committed;
+  world.files.on_append = [&](const std::string& path) {
+    if (path == "/new.log") committed = files["/new.log.pending"];
+  };
+  Write("/new.log", {"final", "one\r\n"});
+  EXPECT_EQ(committed, kFinalHead + "one\r\n=> 0 final\r\n");
+  EXPECT_FALSE(files.contains(kPending));
+  EXPECT_FALSE(files.contains("/new.log.pending"));
+}
+
+TEST_F(JournalBench, ABlockWithoutRecordsIsCommittedToo) {
+  files[kLog] = "old\r\n-----\r\nfi";
+  files[kPending] = kFinalHead + "=> 5 final\r\n";
+  EXPECT_EQ(Recover().records, 0U);
+  EXPECT_EQ(files[kLog], "old\r\n" + kFinalHead);
+}
+
+TEST_F(JournalBench, AFileThatIsNoJournalIsLeftAlone) {
+  files[kPending] = "somebody's\r\nown\r\ntext\r\nhere\r\n";
+  const Recovery recovery = Recover();
+  EXPECT_EQ(recovery.fault, "Not a journal of records");
+  EXPECT_EQ(recovery.path, kPending);
+  EXPECT_TRUE(files.contains(kPending));
+}
+
+// Whenever the power goes during a recovery, the next one repeats nothing.
+TEST_F(JournalBench, ARecoveryCutShortIsCompleted) {
+  const std::string left = kHead + "one\r\ntwo\r\n";
+  for (std::size_t cut = 0; cut <= left.size(); ++cut) {
+    files[kLog] = "old\r\n" + left.substr(0, cut);
+    files[kPending] = left + "=> 5 header\r\n";
+    Recover();
+    EXPECT_EQ(files[kLog], "old\r\n" + left) << cut;
+    // The journal could not be removed, and the log has grown since.
+    files[kLog] += "later\r\n";
+    files[kPending] = left + "=> 5 header\r\n";
+    EXPECT_EQ(Recover().records, 0U);
+    EXPECT_EQ(files[kLog], "old\r\n" + left + "later\r\n");
+  }
+}
+
+TEST_F(JournalBench, ARecoveryIsCommittedBeforeItAppends) {
+  files[kLog] = "old\r\n";
+  files[kPending] = kHead + "one\r\n";
+  std::string committed;
+  world.files.on_append = [&](const std::string&) { committed = files[kPending]; };
+  Recover();
+  EXPECT_EQ(committed, kHead + "one\r\n=> 5 header\r\n");
 }
 
 TEST_F(JournalBench, RecordsOfABusyDiskGoTogetherInOneWrite) {
@@ -218,6 +300,13 @@ TEST_F(JournalBench, AJournalElsewhereIsFoundByThePointer) {
   EXPECT_EQ(result.records, 1U);
   EXPECT_EQ(files["/stick/drive.log"], kHead + "one\r\n");
   EXPECT_FALSE(files.contains("/car/Kestrum.pending"));
+}
+
+TEST_F(JournalBench, APointerToAStickThatIsNotPluggedInStays) {
+  files["/car/Kestrum.pending"] = "/stick/drive.log\r\n/gone/other.log\r\n";
+  files["/stick/drive.log.pending"] = kHead + "one\r\n";
+  EXPECT_EQ(Recover().records, 1U);
+  EXPECT_EQ(files["/car/Kestrum.pending"], "/gone/other.log\r\n");
 }
 
 TEST_F(JournalBench, TheUsualPlaceNeedsNoPointer) {

@@ -134,7 +134,6 @@ TEST_F(LogFileTest, ABlockIsDashesHeaderDashesAndRecordsInOneWrite) {
             "14:03:09, , , , , , , 1, S9, 50 uV, 20.7 mV/m\r\n"
             "14:03:14, , , , , , , 2, S9, 50 uV, 20.7 mV/m\r\n");
   EXPECT_EQ(ports.files.appends, 1);
-  EXPECT_EQ(ports.files.replaces, 0);
   EXPECT_EQ(forms.form1.lblLog.tool_tip,
             "17-05-2026 14:03:14, 5157.00N, 00532.00E, ? m,  FT817 LSB 3630 kHz, Antenna1, PWR 10W");
   EXPECT_TRUE(ports.dialogs.messages.empty());

@@ -1,6 +1,7 @@
 #include "support/scripted_ports.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace kestrum::test {
@@ -144,7 +145,8 @@ std::optional<std::uint64_t> MemoryFiles::Size(const std::string& path) const {
 }
 
 FileFault MemoryFiles::Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const {
-  return ReadFrom(path, 0, bytes, most_bytes);
+  if (Size(path).value_or(0) > most_bytes) return "File too large";
+  return ReadFrom(path, 0, bytes, std::numeric_limits<std::uint64_t>::max());
 }
 
 FileFault MemoryFiles::ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
@@ -153,9 +155,7 @@ FileFault MemoryFiles::ReadFrom(const std::string& path, std::uint64_t offset, s
   const auto file = files.find(path);
   if (file == files.end()) return "No such file or directory";
   const std::string& content = file->second;
-  std::string rest = offset < content.size() ? content.substr(offset) : std::string();
-  if (rest.size() > most_bytes) return "File too large";
-  bytes = std::move(rest);
+  bytes = offset < content.size() ? content.substr(offset, most_bytes) : std::string();
   return {};
 }
 
@@ -174,6 +174,7 @@ FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) 
 
 FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
   if (on_write) on_write(path);
+  if (on_append) on_append(path);
   const bool journal = path.ends_with(".pending");
   if (!journal) ++appends;
   if (FileFault fault = WriteFault(path)) return fault;

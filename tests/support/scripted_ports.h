@@ -188,11 +188,12 @@ class ScriptedWindows : public WindowLookup {
 class MemoryFiles : public FileStore {
  public:
   std::map<std::string, std::string> files;
-  std::string read_fault;       // when not empty, the operation fails with this description
-  std::string write_fault;      // Replace, Append and Rename
-  std::string faulty_path;      // when not empty, only writing to this path fails
-  bool forget_appends = false;  // count them only, for drives that last for days
-  std::function<void(const std::string& path)> on_write;  // before Replace and Append
+  std::string read_fault;   // when not empty, the operation fails with this description
+  std::string write_fault;  // Replace, Append and Rename
+  std::string faulty_path;  // when not empty, only writing to this path fails
+  std::function<void(const std::string& path)> on_append;  // just before the bytes
+  bool forget_appends = false;                             // count them only, for drives that last for days
+  std::function<void(const std::string& path)> on_write;   // before Replace and Append
   int replaces = 0;
   int appends = 0;  // but for those to a journal
   std::size_t appended_lines = 0;

@@ -1,18 +1,18 @@
 #include "analysis/recalibration.h"
 
+#include <array>
 #include <memory>
 #include <vector>
 
 #include "log/line_parser.h"
 #include "log/text_encoding.h"
-#include "signal/calibration_table.h"
+#include "signal/conversion.h"
 #include "text/number_text.h"
 #include "text/text_file.h"
 
 namespace orvandi {
 namespace {
 
-constexpr std::size_t kRows = 256;
 constexpr std::size_t kLargestFile = std::size_t{1} << 20;  // as the logger refuses it
 constexpr double kHighestHf_khz = 30000;
 constexpr std::string_view kSeparator = ", ";
@@ -34,10 +34,11 @@ double FrequencyOf(std::string_view header) {
 
 // False when the line does not hold three cells.
 bool ReadRow(std::string_view line, kestrum::TableRow& row) {
-  for (std::size_t column = 0; column < row.size(); ++column) {
+  const std::array cells = {&row.s, &row.microvolt, &row.millivolt_per_metre};
+  for (std::size_t column = 0; column < cells.size(); ++column) {
     const auto end = line.find(kSeparator);
-    if (end == std::string_view::npos && column + 1 < row.size()) return false;
-    row[column] = Trimmed(line.substr(0, end));
+    if (end == std::string_view::npos && column + 1 < cells.size()) return false;
+    *cells[column] = Trimmed(line.substr(0, end));
     line.remove_prefix(end == std::string_view::npos ? line.size() : end + kSeparator.size());
   }
   return true;
@@ -49,9 +50,9 @@ Recalibration::Reading ReadingOf(const kestrum::TableRow& row) {
     const auto value = ParseLeadingNumber(text);
     return value ? static_cast<float>(*value) : kUnknown;
   };
-  if (!row[0].empty()) reading.s_text = ToUtf8(row[0]);
-  reading.microvolt = number(row[1]);
-  reading.millivolt_per_m = number(row[2]);
+  if (!row.s.empty()) reading.s_text = ToUtf8(row.s);
+  reading.microvolt = number(row.microvolt);
+  reading.millivolt_per_m = number(row.millivolt_per_metre);
   return reading;
 }
 
@@ -65,25 +66,21 @@ std::string Recalibration::Load(std::string_view bytes) {
   const std::string_view header = Trimmed(lines.front());
   const double frequency_khz = FrequencyOf(header);
   if (!(frequency_khz > 0)) return "This is no calibration file: its first line holds no frequency.";
-  if (lines.size() < kRows + 1) {
+  if (lines.size() < kestrum::kMeterRows + 1) {
     return "The calibration file ends after " + std::to_string(lines.size()) + " of 257 lines.";
   }
-  kestrum::State state;
-  state.AboveHF = frequency_khz > kHighestHf_khz;
-  const auto forms = std::make_unique<kestrum::Forms>();
-  kestrum::CalibrationTable table(state, *forms);
-  for (std::size_t raw = 0; raw < kRows; ++raw) {
-    if (!ReadRow(lines[raw + 1], table.S2Ftable[raw])) {
+  const auto table = std::make_unique<kestrum::S2FtableRows>();
+  for (std::size_t raw = 0; raw < kestrum::kMeterRows; ++raw) {
+    if (!ReadRow(lines[raw + 1], (*table)[raw])) {
       return "Line " + std::to_string(raw + 2) + " of the calibration file holds fewer than three cells.";
     }
   }
-  table.TidyCalibration();
-  for (std::size_t raw = 0; raw < kRows; ++raw) {
+  kestrum::Tidy(*table);
+  const bool above_hf = frequency_khz > kHighestHf_khz;
+  for (std::size_t raw = 0; raw < kestrum::kMeterRows; ++raw) {
     // Each value stands for itself: cells that the table leaves open are unknown, not those of the value
     // before.
-    table.S2Ftable[kestrum::kCurrentRow] = {};
-    table.ConvertRSSI(static_cast<int>(raw));
-    readings_[raw] = ReadingOf(table.Current());
+    readings_[raw] = ReadingOf(kestrum::ConvertRaw(*table, static_cast<int>(raw), above_hf));
   }
   header_ = ToUtf8(header);
   return {};

@@ -80,7 +80,7 @@ void Binder::Bind(Label& label, QLabel* widget) {
     widget->setAccessibleName(widget->text());
   });
   auto* events = new UserEvents(widget);
-  events->clicked = [this, &label] { Enter(label.click); };
+  events->clicked = [this, &label] { Deed(label.click); };
 }
 
 void Binder::Bind(Label& label, TextLine* widget) {
@@ -91,7 +91,7 @@ void Binder::Bind(Label& label, TextLine* widget) {
   });
   FollowFrom<bool>(false, label.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   auto* events = new UserEvents(widget);
-  events->clicked = [this, &label] { Enter(label.click); };
+  events->clicked = [this, &label] { Deed(label.click); };
   if (!label.click) return;
   widget->MakePressable();
   events->enter_pressed = events->clicked;
@@ -106,7 +106,7 @@ void Binder::Bind(Lamp& lamp, LampWidget* widget) {
     widget->setToolTip(advice);
     widget->setAccessibleDescription(ToQtLines(says.advice));
   });
-  connect(widget, &LampWidget::clicked, this, [this, &lamp] { Enter(lamp.click); });
+  connect(widget, &LampWidget::clicked, this, [this, &lamp] { Deed(lamp.click); });
 }
 
 void Binder::Bind(StripChart& chart, StripChartWidget* widget) {
@@ -159,7 +159,7 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
     widget->SetHeightShare(height > 0 ? height / kFullBarHeight_twips : 1);
   });
   auto* events = new UserEvents(widget);
-  events->clicked = [this, &bar] { Enter(bar.click); };
+  events->clicked = [this, &bar] { Deed(bar.click); };
   if (!bar.click) return;
   widget->setFocusPolicy(Qt::TabFocus);
   events->enter_pressed = events->clicked;
@@ -222,7 +222,7 @@ void Binder::Bind(MenuItem& item, QAction* action) {
   connect(action, &QAction::triggered, this, [this, &item, action] {
     // The check mark is the program's to set: the click alone does not turn it.
     if (!program_.Ended() && action->isCheckable()) action->setChecked(item.checked);
-    Enter(item.click);
+    Deed(item.click);
   });
 }
 

@@ -44,7 +44,7 @@ void Binder::Bind(Button& button, QPushButton* widget) {
   BindCommon(button, widget);
   widget->setAutoDefault(false);
   Follow<std::string>(button.caption, [widget](const std::string& text) { ShowCaption(widget, text); });
-  connect(widget, &QPushButton::clicked, this, [this, &button] { Enter(button.click); });
+  connect(widget, &QPushButton::clicked, this, [this, &button] { Deed(button.click); });
 }
 
 void Binder::Bind(CheckBox& box, QCheckBox* widget) {
@@ -52,7 +52,7 @@ void Binder::Bind(CheckBox& box, QCheckBox* widget) {
   Follow<std::string>(box.caption, [widget](const std::string& text) { ShowCaption(widget, text); });
   Follow<bool>(box.checked, [widget](const bool& checked) { widget->setChecked(checked); });
   connect(widget, &QCheckBox::clicked, this,
-          [this, &box](bool checked) { Enter([&box, checked] { box.checked = checked; }, box.click); });
+          [this, &box](bool checked) { Deed([&box, checked] { box.checked = checked; }, box.click); });
 }
 
 void Binder::BindGroup(const std::vector<OptionEntry>& group) {
@@ -66,11 +66,11 @@ void Binder::BindGroup(const std::vector<OptionEntry>& group) {
     Follow<std::string>(option.caption, [widget](const std::string& text) { ShowCaption(widget, text); });
     Follow<bool>(option.checked, [widget](const bool& checked) { ShowOption(widget, checked); });
     connect(widget, &QRadioButton::clicked, this, [this, &option, members] {
-      const auto choose = [&option, &members] {
+      const auto choose = [&option, members] {
         for (OptionButton* member : members) member->checked = false;
         option.checked = true;
       };
-      Enter(choose, option.click);
+      Deed(choose, option.click);
     });
   }
 }
@@ -83,16 +83,16 @@ void Binder::BindText(TextBox& box, QLineEdit* widget) {
     if (selections > 0) widget->setSelection(box.selection_start, box.selection_length);
   });
   connect(widget, &QLineEdit::textEdited, this,
-          [this, &box](const QString& text) { Enter([&box, &text] { box.text = FromQt(text); }, {}); });
+          [this, &box](const QString& text) { Deed([&box, text] { box.text = FromQt(text); }, {}); });
 }
 
 void Binder::Bind(TextBox& box, QLineEdit* widget) {
   BindCommon(box, widget);
   BindText(box, widget);
   auto* events = new UserEvents(widget);
-  events->clicked = [this, &box] { Enter(box.click); };
-  events->focused = [this, &box] { Enter(box.focus); };
-  events->enter_released = [this, &box] { Enter(box.enter_released); };
+  events->clicked = [this, &box] { Deed(box.click); };
+  events->focused = [this, &box] { Deed(box.focus); };
+  events->enter_released = [this, &box] { Deed(box.enter_released); };
 }
 
 void Binder::Bind(ComboBox& box, QComboBox* widget) {
@@ -111,11 +111,11 @@ void Binder::Bind(ComboBox& box, QComboBox* widget) {
     if (widget->currentText() != ToQt(text)) widget->setEditText(ToQt(text));
   });
   connect(widget, &QComboBox::editTextChanged, this,
-          [this, &box](const QString& text) { Enter([&box, &text] { box.text = FromQt(text); }, {}); });
+          [this, &box](const QString& text) { Deed([&box, text] { box.text = FromQt(text); }, {}); });
   const auto typed = std::make_shared<bool>(false);  // and not taken over yet
   const auto take = [this, &box, typed] {
     *typed = false;
-    Enter(box.taken);
+    Deed(box.taken);
   };
   connect(widget->lineEdit(), &QLineEdit::textEdited, this, [typed] { *typed = true; });
   connect(widget->lineEdit(), &QLineEdit::editingFinished, this, [typed, take] {
@@ -123,7 +123,7 @@ void Binder::Bind(ComboBox& box, QComboBox* widget) {
   });
   connect(widget, &QComboBox::activated, this, take);
   const auto enter = [this, &box, take] {
-    Enter(box.enter_pressed);
+    Deed(box.enter_pressed);
     take();
   };
   (new UserEvents(widget))->enter_pressed = enter;
@@ -140,7 +140,7 @@ void Binder::Bind(Slider& slider, QSlider* widget) {
   Follow<int>(slider.maximum, [=](const int& value) { quietly([=] { widget->setMaximum(value); }); });
   Follow<int>(slider.value, [=](const int& value) { quietly([=] { widget->setValue(value); }); });
   connect(widget, &QSlider::valueChanged, this,
-          [this, &slider](int value) { Enter([&slider, value] { slider.value = value; }, slider.change); });
+          [this, &slider](int value) { Deed([&slider, value] { slider.value = value; }, slider.change); });
 }
 
 }  // namespace kestrum

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <tuple>
+#include <utility>
 
 namespace kestrum {
 
@@ -19,8 +20,11 @@ void Binder::SyncTimers() {
 
 void Binder::Enter(const Handler& handler) {
   if (program_.Ended()) return;
+  ++depth_;
   kestrum::Run(handler);
+  --depth_;
   Sync();
+  if (depth_ == 0) RunDeeds();
 }
 
 void Binder::Enter(const std::function<void()>& write, const Handler& handler) {
@@ -30,7 +34,25 @@ void Binder::Enter(const std::function<void()>& write, const Handler& handler) {
   Enter(handler);
 }
 
+void Binder::Deed(const Handler& handler) {
+  Deed([] {}, handler);
+}
+
+void Binder::Deed(const std::function<void()>& write, const Handler& handler) {
+  if (deeds_wait_) {
+    deeds_.emplace_back(write, handler);
+  } else {
+    Enter(write, handler);
+  }
+}
+
+void Binder::RunDeeds() {
+  const auto deeds = std::exchange(deeds_, {});
+  for (const auto& [write, handler] : deeds) Enter(write, handler);
+}
+
 void Binder::Clear() {
+  deeds_.clear();
   watches_.clear();
   timer_watches_.clear();
   for (QObject* timer : timers_) delete timer;

@@ -57,6 +57,11 @@ class Binder : public QObject {
   // The same with a member to be written first: `write` is painted before the handler runs, so that a handler
   // that puts the old value back is seen.
   void Enter(const std::function<void()>& write, const Handler& handler);
+  // The same for what the user does: while deeds wait they are kept, and run when the outermost handler is
+  // through. A toolkit hands some over by other ways than input, a mnemonic by a timer.
+  void Deed(const Handler& handler);
+  void Deed(const std::function<void()>& write, const Handler& handler);
+  void HoldDeeds(bool hold) { deeds_wait_ = hold; }
   // Forgets all controls, before they or their widgets go.
   void Clear();
 
@@ -107,7 +112,12 @@ class Binder : public QObject {
   void BindCommon(const Control& control, QWidget* widget);
   void BindText(TextBox& box, QLineEdit* widget);
 
+  void RunDeeds();
+
   const Program& program_;
+  int depth_ = 0;  // of handlers that run now
+  bool deeds_wait_ = false;
+  std::vector<std::pair<std::function<void()>, Handler>> deeds_;
   std::vector<std::function<void()>> watches_;
   std::vector<QObject*> timers_;
   std::vector<std::function<void()>> timer_watches_;

@@ -12,8 +12,8 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
-#include "desktop/widgets/readout.h"
 #include "desktop/widgets/list_box.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum {
 namespace {

@@ -11,8 +11,10 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "desktop/linux/posix_file.h"
 #include "desktop/text_convert.h"
@@ -127,26 +129,31 @@ std::optional<std::uint64_t> PosixFileStore::Size(const std::string& path) const
 }
 
 FileFault PosixFileStore::Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const {
-  return ReadFrom(path, 0, bytes, most_bytes);
+  std::string content;
+  // One byte more tells a file that is too long, also one that grows or does not tell its size.
+  const std::uint64_t most =
+      most_bytes < std::numeric_limits<std::uint64_t>::max() ? most_bytes + 1 : most_bytes;
+  if (FileFault fault = ReadFrom(path, 0, content, most)) return fault;
+  if (content.size() > most_bytes) return Reason(EFBIG);
+  bytes = std::move(content);
+  return std::nullopt;
 }
 
 FileFault PosixFileStore::ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
                                    std::uint64_t most_bytes) const {
   const posix::Opened opened = posix::Open(NativePath(path), O_RDONLY);
   if (opened.fault) return opened.fault;
-  const auto size = static_cast<std::uint64_t>(opened.about.st_size);
-  if (size > offset && size - offset > most_bytes) return Reason(EFBIG);
   std::string content;
   std::array<char, 65536> piece{};
-  for (;;) {
-    const ssize_t got = ::pread(opened.file.number(), piece.data(), piece.size(),
-                                static_cast<off_t>(offset + content.size()));
+  while (content.size() < most_bytes) {
+    const std::uint64_t wanted = std::min<std::uint64_t>(piece.size(), most_bytes - content.size());
+    const ssize_t got =
+        ::pread(opened.file.number(), piece.data(), wanted, static_cast<off_t>(offset + content.size()));
     const int error = errno;
     if (got < 0 && error == EINTR) continue;
     if (got < 0) return Reason(error);
     if (got == 0) break;
     content.append(piece.data(), static_cast<std::size_t>(got));
-    if (content.size() > most_bytes) return Reason(EFBIG);  // it grows, or does not tell its size
   }
   bytes = std::move(content);
   return std::nullopt;
@@ -177,7 +184,8 @@ FileFault PosixFileStore::WhyNotAppend(const std::string& path) const {
   // A new log needs a folder that takes it; one that is there must take more.
   const bool is_new = found.error == ENOENT;
   const int wanted = is_new ? W_OK | X_OK : W_OK;
-  if (::faccessat(AT_FDCWD, is_new ? folder.c_str() : target.c_str(), wanted, AT_EACCESS) != 0) return Reason(errno);
+  if (::faccessat(AT_FDCWD, is_new ? folder.c_str() : target.c_str(), wanted, AT_EACCESS) != 0)
+    return Reason(errno);
   struct statvfs disk {};
   if (::statvfs(folder.c_str(), &disk) != 0) return Reason(errno);
   if ((disk.f_flag & ST_RDONLY) != 0) return Reason(EROFS);

@@ -6,6 +6,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <cerrno>
 
 #include "desktop/platform_factory.h"
 
@@ -42,7 +43,8 @@ int OpenLock(const QString& folder) {
 bool ClaimSingleInstance(const QString& folder) {
   const int file = OpenLock(folder);
   if (file < 0) return true;  // without a place for the lock, starting is better than refusing
-  if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
+  // A file system without locks is no other instance.
+  if (::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
   ::close(file);
   return false;
 }

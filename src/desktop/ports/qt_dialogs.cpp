@@ -95,16 +95,17 @@ void QtDialogs::Dismiss() {
   }
 }
 
-QMessageBox* QtDialogs::NoticeOf(const QString& title) const {
+QMessageBox* QtDialogs::NoticeOf(const QString& title, Icon icon) const {
   for (const QPointer<QMessageBox>& notice : notices_) {
-    if (notice && notice->isVisible() && notice->windowTitle() == title) return notice;
+    if (notice && notice->isVisible() && notice->windowTitle() == title && notice->icon() == QtIcon(icon))
+      return notice;
   }
   return nullptr;
 }
 
 void QtDialogs::Notify(const std::string& title, const std::string& text, Icon icon) {
   if (!MayOpen()) return;
-  if (QMessageBox* open = NoticeOf(Shortened(ToQt(title), kMostOfTitle))) {
+  if (QMessageBox* open = NoticeOf(Shortened(ToQt(title), kMostOfTitle), icon)) {
     SetText(*open, text, icon);
     return;
   }

@@ -30,7 +30,7 @@ class QtDialogs : public Dialogs {
   // Shows the box until it is closed; the result counts only when nobody has dismissed it.
   bool Run(QDialog& box, int wanted);
   // The open notice with this title, or none.
-  QMessageBox* NoticeOf(const QString& title) const;
+  QMessageBox* NoticeOf(const QString& title, Icon icon) const;
 
   const Program& program_;
   std::function<void()> before_box_;

@@ -15,7 +15,9 @@ QtEventPump::QtEventPump(const Program& program, std::function<void()> before_pu
 void QtEventPump::Pump() {
   if (program_.Ended()) return;
   before_pump_();
+  deeds_wait(true);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  deeds_wait(false);
   // Input that was left in the queue wakes nobody again by itself.
   if (QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance()) dispatcher->wakeUp();
 }

@@ -13,9 +13,9 @@
 namespace kestrum {
 namespace {
 
-constexpr double kTailShare = 0.55;      // size of what follows the first blank
-constexpr double kLineHeight = 1.16;     // of a font, in its pixel size
-constexpr double kMeasure_px = 100;      // size in which texts are measured
+constexpr double kTailShare = 0.55;   // size of what follows the first blank
+constexpr double kLineHeight = 1.16;  // of a font, in its pixel size
+constexpr double kMeasure_px = 100;   // size in which texts are measured
 constexpr double kLargestWithoutEnd = 1000;
 
 QFont Semibold(const QFont& base, double pixels) {
@@ -215,8 +215,9 @@ void SignalLine::paintEvent(QPaintEvent* /*event*/) {
   const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
   const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
   constexpr double kValueShare = 0.46;  // size of the values against the S value
-  const double pixels = std::min(height() / kLineHeight,
-                                 width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
+  const double pixels =
+      std::min(height() / kLineHeight,
+               width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
   const QFont s_font = Semibold(font(), pixels);
   const QFontMetricsF s_metrics(s_font);
   const double baseline = (height() + s_metrics.ascent() - s_metrics.descent()) / 2;
