@@ -279,7 +279,8 @@ TEST_F(BinderTest, TheRoseReadsItsAngleFromTheText) {
 }
 
 TEST_F(BinderTest, StatusPanelsShowTextAndToolTip) {
-  forms.form1.StatusBar1[2] = {"Com1=9k6 FT840 ", "/dev/ttyUSB0 is not there."};
+  forms.form1.StatusBar1[2].text = "Com1=9k6 FT840 ";
+  forms.form1.StatusBar1[2].tool_tip = "/dev/ttyUSB0 is not there.";
   binder.Sync();
   EXPECT_EQ(On1<TextLine>("StatusBar1_2")->text(), QStringLiteral("Com1=9k6 FT840 "));
   EXPECT_EQ(On1<TextLine>("StatusBar1_2")->toolTip(), QStringLiteral("/dev/ttyUSB0 is not there."));
