@@ -10,7 +10,7 @@ if(NOT KESTRUM_DESKTOP OR WIN32)
 endif()
 
 install(
-  TARGETS Kestrum Posdex
+  TARGETS Kestrum Posdex Orvandi rigbridge
   RUNTIME DESTINATION ${KESTRUM_APPLICATION_FOLDER}
   COMPONENT application)
 install(
@@ -18,13 +18,16 @@ install(
   DESTINATION ${KESTRUM_APPLICATION_FOLDER}
   COMPONENT application)
 
-# The command is a link: the program looks for its files where the link leads.
+# The commands are links: the programs look for their files where the links lead.
 install(
   CODE [[
     set(bin "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/bin")
     file(MAKE_DIRECTORY "${bin}")
-    file(CREATE_LINK ../opt/kestrum/Kestrum "${bin}/kestrum" SYMBOLIC)
-    message(STATUS "Installing: ${bin}/kestrum")
+    foreach(program Kestrum Orvandi rigbridge)
+      string(TOLOWER ${program} command)
+      file(CREATE_LINK ../opt/kestrum/${program} "${bin}/${command}" SYMBOLIC)
+      message(STATUS "Installing: ${bin}/${command}")
+    endforeach()
   ]]
   COMPONENT system)
 
@@ -37,10 +40,19 @@ install(
     set(entry "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/applications/org.kestrum.kestrum.desktop")
     configure_file("${KESTRUM_PACKAGING}/desktop/org.kestrum.kestrum.desktop.in" "${entry}" @ONLY)
     message(STATUS "Installing: ${entry}")
+    set(RIGBRIDGE_PROGRAM "${CMAKE_INSTALL_PREFIX}/opt/kestrum/rigbridge")
+    string(REPLACE "%" "%%" RIGBRIDGE_COMMAND "${RIGBRIDGE_PROGRAM}")
+    set(entry "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/applications/org.kestrum.rigbridge.desktop")
+    configure_file("${KESTRUM_PACKAGING}/desktop/org.kestrum.rigbridge.desktop.in" "${entry}" @ONLY)
+    set(ORVANDI_PROGRAM "${CMAKE_INSTALL_PREFIX}/opt/kestrum/Orvandi")
+    string(REPLACE "%" "%%" ORVANDI_COMMAND "${ORVANDI_PROGRAM}")
+    set(entry "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/applications/org.kestrum.orvandi.desktop")
+    configure_file("${KESTRUM_PACKAGING}/desktop/org.kestrum.orvandi.desktop.in" "${entry}" @ONLY)
+    message(STATUS "Installing: ${entry}")
   ]]
   COMPONENT system)
 install(
-  FILES packaging/desktop/org.kestrum.kestrum.svg
+  FILES packaging/desktop/org.kestrum.kestrum.svg packaging/desktop/org.kestrum.orvandi.svg
   DESTINATION share/icons/hicolor/scalable/apps
   COMPONENT system)
 install(
@@ -48,7 +60,8 @@ install(
   DESTINATION share/metainfo
   COMPONENT system)
 install(
-  FILES packaging/man/kestrum.1 packaging/man/posdex.1 packaging/man/drivesim.1
+  FILES packaging/man/kestrum.1 packaging/man/posdex.1 packaging/man/orvandi.1 packaging/man/drivesim.1
+        packaging/man/rigbridge.1
   DESTINATION share/man/man1
   COMPONENT system)
 

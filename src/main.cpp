@@ -3,11 +3,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "app/application.h"
+#include "common/descriptor_guard.h"
+#include "common/toolkit_start.h"
 #include "desktop/desktop.h"
 #include "desktop/platform_factory.h"
 #include "desktop/forms/windows.h"
@@ -57,13 +60,16 @@ bool ReadOptions(std::span<char*> arguments, kestrum::StartOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  kestrum::OpenStandardDescriptors();
   const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
   if (AnswerOnly(arguments.subspan(1))) return 0;
   if (const std::string reason = kestrum::WhyNoDisplay(arguments); !reason.empty()) {
     std::fprintf(stderr, "Kestrum: %s\n", reason.c_str());
     return 1;
   }
+  std::optional<kestrum::ToolkitStart> starting("Kestrum");
   const QApplication toolkit(argc, argv);
+  starting.reset();
   QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrum.kestrum"));
   QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.kestrum.kestrum")));
   kestrum::StartOptions options;

@@ -1,10 +1,12 @@
 #include "command_log.h"
 
+#include "sets/bytes.h"
+
 namespace kestrum::drivesim {
 namespace {
 
 std::string WithMeaning(std::span<const std::uint8_t> bytes, std::string_view meaning) {
-  std::string text = HexText(bytes);
+  std::string text = sets::HexText(bytes);
   if (!meaning.empty()) text += "  " + std::string(meaning);
   return text;
 }

@@ -1,12 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "bytes.h"
 
 namespace kestrum::drivesim {
 

@@ -22,20 +22,9 @@ std::optional<double> ParseNumber(std::string_view text) {
 }
 
 bool SetModel(Options& options, const std::string& value) {
-  const auto model = ModelOf(value);
+  const auto model = sets::ModelOf(value);
   if (model) options.model = *model;
   return model.has_value();
-}
-
-bool SetTransmitter(Options& options, const std::string& value) {
-  const std::size_t comma = value.find(',');
-  if (comma == std::string::npos) return false;
-  const auto lat = ParseNumber(std::string_view(value).substr(0, comma));
-  const auto longitude = ParseNumber(std::string_view(value).substr(comma + 1));
-  // Near a pole a road of 20 km would cross all meridians.
-  if (!lat || !longitude || std::fabs(*lat) > 85 || std::fabs(*longitude) > 180) return false;
-  options.transmitter = {*lat, *longitude};
-  return true;
 }
 
 bool SetFrequency(Options& options, const std::string& value) {
@@ -43,12 +32,6 @@ bool SetFrequency(Options& options, const std::string& value) {
   if (!khz || *khz < 100 || *khz > 999999) return false;
   options.rig.frequency_hz = static_cast<std::uint32_t>(std::llround(*khz * 1000));
   return true;
-}
-
-bool SetSeed(Options& options, const std::string& value) {
-  const char* end = value.data() + value.size();
-  const auto [stop, error] = std::from_chars(value.data(), end, options.seed);
-  return error == std::errc{} && stop == end;
 }
 
 bool SetSpeedup(Options& options, const std::string& value) {
@@ -73,11 +56,6 @@ bool SetOnOff(bool& flag, const std::string& value) {
   return flag || value == "off";
 }
 
-bool SetStatusBytes(Options& options, const std::string& value) {
-  options.rig.five_byte_status = value == "5";
-  return value == "5" || value == "1";
-}
-
 bool SetText(std::string& text, const std::string& value) {
   text = value;
   return !value.empty();
@@ -88,12 +66,10 @@ struct ValueOption {
   std::string_view wanted;
   bool (*set)(Options&, const std::string&);
 };
-constexpr std::array<ValueOption, 13> kValueOptions = {{
+constexpr std::array<ValueOption, 10> kValueOptions = {{
     {"--dir", "a folder", [](Options& o, const std::string& v) { return SetText(o.directory, v); }},
     {"--rig", "FT817, FT840, FT847, FT857 or FT897", SetModel},
-    {"--tx", "LAT,LONG in decimal degrees", SetTransmitter},
     {"--frequency", "kHz", SetFrequency},
-    {"--seed", "a whole number", SetSeed},
     {"--log", "a file", [](Options& o, const std::string& v) { return SetText(o.log_path, v); }},
     {"--control", "a path", [](Options& o, const std::string& v) { return SetText(o.control_path, v); }},
     {"--speedup", "a factor from 0.01 to 1000", SetSpeedup},
@@ -101,7 +77,6 @@ constexpr std::array<ValueOption, 13> kValueOptions = {{
     {"--start-utc", "a moment like 2024-05-01T12:00:00Z", SetStart},
     {"--acks", "on or off", [](Options& o, const std::string& v) { return SetOnOff(o.rig.acknowledges, v); }},
     {"--power", "on or off", [](Options& o, const std::string& v) { return SetOnOff(o.rig.powered, v); }},
-    {"--status-bytes", "1 or 5", SetStatusBytes},
 }};
 
 bool SetFlag(Options& options, const std::string& name) {
@@ -190,9 +165,7 @@ S-meter follows the drive, DIR/gps a GPS receiver in the car (NMEA, once a secon
 
   --dir DIR           folder for the links com1 and gps; made when it is missing
   --rig MODEL         FT817 (default), FT840, FT847, FT857 or FT897
-  --tx LAT,LONG       transmitter site in decimal degrees (51.95,5.533333)
   --frequency KHZ     what the rig is tuned to at the start (3630)
-  --seed N            another N gives other hills and other fading (1)
   --start-utc TIME    the receiver's clock at the start, 2024-05-01T12:00:00Z (now)
   --speedup X         X simulated seconds in a second, 0.01 to 1000 (1)
   --seconds N         end after N real seconds
@@ -200,7 +173,6 @@ S-meter follows the drive, DIR/gps a GPS receiver in the car (NMEA, once a secon
   --gsa               the receiver sends GSA sentences too
   --acks on|off       one byte after each setting command: FT817, FT857, FT897 (on)
   --power on|off      an FT817 that is switched on or off at the start (on)
-  --status-bytes 1|5  length of the receive status of an FT847 (5)
   --log FILE          one line for each command (rx), reply (tx) and event (--), with
                       the simulated seconds since the start
   --faults SCRIPT     a file, or the text itself: rows second:kind:duration, separated

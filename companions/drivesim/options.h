@@ -6,17 +6,14 @@
 #include <vector>
 
 #include "faults.h"
-#include "rig.h"
-#include "route.h"
+#include "sets/rig.h"
 
 namespace kestrum::drivesim {
 
 struct Options {
   std::string directory;
-  Model model = Model::FT817;
-  RigSetup rig;
-  Position transmitter{51.95, 5.533333};
-  std::uint64_t seed = 1;
+  sets::Model model = sets::Model::FT817;
+  sets::RigSetup rig;
   std::string log_path;
   std::string control_path;
   double speedup = 1;

@@ -5,30 +5,25 @@
 
 namespace kestrum::drivesim {
 
-RigLine::RigLine(Rig& rig, FaultBoard& faults, CommandLog& log, std::uint64_t seed,
-                 std::function<int(double)> meter)
-    : rig_(rig), faults_(faults), log_(log), noise_(seed), meter_(std::move(meter)) {}
+using sets::Bytes;
+
+RigLine::RigLine(sets::Rig& rig, FaultBoard& faults, CommandLog& log, std::function<int(double)> meter)
+    : rig_(rig), faults_(faults), log_(log), meter_(std::move(meter)) {}
 
 void RigLine::Receive(std::span<const std::uint8_t> bytes, Moment now) {
   DropIncomplete(now);
   for (const std::uint8_t byte : bytes) {
-    incomplete_.push_back(byte);
-    last_byte_wall_s_ = now.wall_s;
-    if (incomplete_.size() == Command{}.size()) Execute(now);
+    if (const auto command = commands_.Add(byte, now.wall_s)) Execute(*command, now);
   }
 }
 
 void RigLine::DropIncomplete(Moment now) {
-  if (incomplete_.empty() || now.wall_s < last_byte_wall_s_ + kCommandGapS) return;
-  log_.Received(now.sim_s, incomplete_, "incomplete, forgotten");
-  incomplete_.clear();
+  const Bytes forgotten = commands_.DropStale(now.wall_s);
+  if (!forgotten.empty()) log_.Received(now.sim_s, forgotten, "incomplete, forgotten");
 }
 
-void RigLine::Execute(Moment now) {
-  Command command{};
-  std::copy(incomplete_.begin(), incomplete_.end(), command.begin());
-  incomplete_.clear();
-  const Answer answer = rig_.Handle(command, meter_(now.sim_s));
+void RigLine::Execute(const sets::Command& command, Moment now) {
+  const sets::Answer answer = rig_.Handle(command, meter_(now.sim_s));
   log_.Received(now.sim_s, command, answer.meaning);
   if (answer.reply.empty()) return;
 
@@ -46,7 +41,7 @@ void RigLine::Execute(Moment now) {
   output_.push_back({now.wall_s + (late ? kLateS : 0), reply});
 }
 
-Bytes RigLine::Spoil(const Answer& answer, double sim_s, std::string& fault) {
+Bytes RigLine::Spoil(const sets::Answer& answer, double sim_s, std::string& fault) {
   constexpr std::size_t kFrame = 5;
   const auto on = [&](Fault kind) {
     if (!faults_.Active(kind, sim_s)) return false;
@@ -81,14 +76,13 @@ Bytes RigLine::TakeOutput(Moment now) {
 }
 
 double RigLine::NextWallS() const {
-  double next = kNoEnd;
-  if (!incomplete_.empty()) next = last_byte_wall_s_ + kCommandGapS;
+  double next = commands_.DeadlineS().value_or(kNoEnd);
   if (!output_.empty()) next = std::min(next, output_.front().due_wall_s);
   return next;
 }
 
 void RigLine::Reset() {
-  incomplete_.clear();
+  commands_.Clear();
   output_.clear();
 }
 

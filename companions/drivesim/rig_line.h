@@ -6,7 +6,9 @@
 
 #include "command_log.h"
 #include "faults.h"
-#include "rig.h"
+#include "random.h"
+#include "sets/command_collector.h"
+#include "sets/rig.h"
 
 namespace kestrum::drivesim {
 
@@ -20,17 +22,14 @@ struct Moment {
 /// the replies as the faults say. Gaps and delays are of the wall clock, faults of the simulated one.
 class RigLine {
  public:
-  /// A set forgets a command that is not complete this long after its last byte.
-  static constexpr double kCommandGapS = 0.2;
   static constexpr double kLateS = 0.08;
 
   /// `meter` tells the S-meter at a simulated second.
-  RigLine(Rig& rig, FaultBoard& faults, CommandLog& log, std::uint64_t seed,
-          std::function<int(double)> meter);
+  RigLine(sets::Rig& rig, FaultBoard& faults, CommandLog& log, std::function<int(double)> meter);
 
   void Receive(std::span<const std::uint8_t> bytes, Moment now);
   /// What has to go out by now; drops an incomplete command whose time is over.
-  Bytes TakeOutput(Moment now);
+  sets::Bytes TakeOutput(Moment now);
   /// Wall second at which TakeOutput has something to do by itself; kNoEnd for never.
   double NextWallS() const;
   /// The plug was pulled: nothing half-done survives.
@@ -39,20 +38,19 @@ class RigLine {
  private:
   struct Pending {
     double due_wall_s = 0;
-    Bytes bytes;
+    sets::Bytes bytes;
   };
   void DropIncomplete(Moment now);
-  void Execute(Moment now);
+  void Execute(const sets::Command& command, Moment now);
   /// The reply as the faults leave it; names the fault in `fault` when there is one.
-  Bytes Spoil(const Answer& answer, double sim_s, std::string& fault);
+  sets::Bytes Spoil(const sets::Answer& answer, double sim_s, std::string& fault);
 
-  Rig& rig_;
+  sets::Rig& rig_;
   FaultBoard& faults_;
   CommandLog& log_;
-  Random noise_;
+  Random noise_{1};  // the same noise on each drive
   std::function<int(double)> meter_;
-  Bytes incomplete_;
-  double last_byte_wall_s_ = 0;
+  sets::CommandCollector commands_;
   std::deque<Pending> output_;
 };
 

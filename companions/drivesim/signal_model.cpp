@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "bytes.h"
+#include "random.h"
 
 namespace kestrum::drivesim {
 namespace {

@@ -19,7 +19,15 @@
 #include "nmea.h"
 
 namespace kestrum::drivesim {
+
+using sets::Bytes;
+using sets::PtyPort;
+using sets::UniqueFd;
+
 namespace {
+
+constexpr Position kTransmitter{51.95, 5.533333};
+constexpr std::uint64_t kLandscapeSeed = 1;
 
 sigset_t EndSignals() {
   sigset_t set;
@@ -32,12 +40,12 @@ sigset_t EndSignals() {
 
 Simulation::Simulation(const Options& options)
     : options_(options),
-      route_(options.transmitter),
+      route_(kTransmitter),
       car_(route_),
-      signal_(options.seed, route_.LengthM()),
-      rig_(MakeRig(options.model, options.rig)),
+      signal_(kLandscapeSeed, route_.LengthM()),
+      rig_(sets::MakeRig(options.model, options.rig)),
       faults_(options.faults),
-      line_(*rig_, faults_, log_, options.seed, [this](double sim_s) { return Meter(sim_s); }),
+      line_(*rig_, faults_, log_, [this](double sim_s) { return Meter(sim_s); }),
       com_(std::filesystem::path(options.directory) / "com1"),
       gps_(std::filesystem::path(options.directory) / "gps"),
       start_(std::chrono::steady_clock::now()) {}

@@ -9,8 +9,9 @@
 #include "command_log.h"
 #include "control.h"
 #include "options.h"
-#include "pty_port.h"
 #include "rig_line.h"
+#include "sets/pty_port.h"
+#include "sets/unique_fd.h"
 #include "signal_model.h"
 
 namespace kestrum::drivesim {
@@ -38,12 +39,12 @@ class Simulation {
   int SleepMs(Moment now) const;
   void ServeRig(Moment now);
   void SendGps(Moment now);
-  void Plug(PtyPort& port, bool gone, Moment now);
+  void Plug(sets::PtyPort& port, bool gone, Moment now);
   void Watch(int fd, std::uint32_t events) const;
-  void WatchPort(const PtyPort& port) const;
-  void Tidy(PtyPort& port, Moment now);
+  void WatchPort(const sets::PtyPort& port) const;
+  void Tidy(sets::PtyPort& port, Moment now);
   std::string MakeControlPipe();
-  void ReadControl(UniqueFd& source, LineSplitter& lines);
+  void ReadControl(sets::UniqueFd& source, LineSplitter& lines);
   void Obey(const std::string& line);
   void ReadSignals();
 
@@ -51,16 +52,16 @@ class Simulation {
   Route route_;
   Car car_;
   SignalModel signal_;
-  std::unique_ptr<Rig> rig_;
+  std::unique_ptr<sets::Rig> rig_;
   FaultBoard faults_;
   CommandLog log_;
   RigLine line_;
-  PtyPort com_;
-  PtyPort gps_;
-  UniqueFd poll_;
-  UniqueFd signals_;
-  UniqueFd control_;
-  UniqueFd input_;
+  sets::PtyPort com_;
+  sets::PtyPort gps_;
+  sets::UniqueFd poll_;
+  sets::UniqueFd signals_;
+  sets::UniqueFd control_;
+  sets::UniqueFd input_;
   LineSplitter control_lines_;
   LineSplitter input_lines_;
   std::chrono::steady_clock::time_point start_;

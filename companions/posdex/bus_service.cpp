@@ -1,101 +1,92 @@
 #include "bus_service.h"
 
-#include <unistd.h>
+#include <string_view>
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingReply>
-#include <QFileInfo>
-#include <QThread>
+#include "common/reader_contract.h"
 
 namespace kestrum::posdex {
 namespace {
 
-constexpr const char* kName = "org.kestrum.Posdex";
-constexpr const char* kPath = "/form1";
-constexpr const char* kInterface = "org.kestrum.Posdex";
-constexpr uint kDoNotQueue = 4;
-constexpr uint kPrimaryOwner = 1;
-constexpr uint kAlreadyOwner = 4;
-constexpr uint kExists = 3;
+constexpr std::uint32_t kPrimaryOwner = 1;
+constexpr std::uint32_t kExists = 3;
+constexpr std::uint32_t kAlreadyOwner = 4;
 
-QString Text(const char* latin1) {
-  return QString::fromLatin1(latin1);
+int GiveText(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/, const char* property,
+             sd_bus_message* reply, void* self, sd_bus_error* /*error*/) {
+  const GpsTexts& texts = static_cast<const BusService*>(self)->Texts();
+  QString text = QString::fromLatin1(reader::kTitle);
+  for (const Item& item : kItems) {
+    if (std::string_view(item.name) == property) text = texts.*item.text;
+  }
+  return sd_bus_message_append(reply, "s", text.toUtf8().constData());
 }
 
-// The session bus's address, empty when there is none. A missing bus is not started from here.
-QString BusAddress() {
-  QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-  if (!address.isEmpty()) return address;
-  QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-  if (folder.isEmpty()) folder = QStringLiteral("/run/user/%1").arg(getuid());
-  const QString socket = folder + QStringLiteral("/bus");
-  return QFileInfo::exists(socket) ? QStringLiteral("unix:path=") + socket : QString();
+int TakeQuit(sd_bus_message* call, void* self, sd_bus_error* /*error*/) {
+  Q_EMIT static_cast<BusService*>(self)->QuitRequested();
+  return sd_bus_reply_method_return(call, "");
 }
 
-QDBusMessage NameRequest() {
-  QDBusMessage message =
-      QDBusMessage::createMethodCall(Text("org.freedesktop.DBus"), Text("/org/freedesktop/DBus"),
-                                     Text("org.freedesktop.DBus"), Text("RequestName"));
-  message << Text(kName) << kDoNotQueue;
-  return message;
-}
+// The object as the library wants it told: one row a member, to be alive as long as the line.
+constexpr std::uint64_t kChanges = SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE;
+const sd_bus_vtable kObject[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY(reader::kTitleProperty, "s", GiveText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY(reader::kItems[0], "s", GiveText, 0, kChanges),
+    SD_BUS_PROPERTY(reader::kItems[1], "s", GiveText, 0, kChanges),
+    SD_BUS_PROPERTY(reader::kItems[2], "s", GiveText, 0, kChanges),
+    SD_BUS_PROPERTY(reader::kItems[3], "s", GiveText, 0, kChanges),
+    SD_BUS_PROPERTY(reader::kItems[4], "s", GiveText, 0, kChanges),
+    SD_BUS_PROPERTY(reader::kItems[5], "s", GiveText, 0, kChanges),
+    SD_BUS_METHOD(reader::kQuit, "", "", TakeQuit, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_SIGNAL(reader::kHeartbeat, "", 0),
+    SD_BUS_VTABLE_END,
+};
 
 }  // namespace
 
 BusService::BusService(QObject* parent) : QObject(parent) {
-  new BusAdaptor(this);
-  retry_.setSingleShot(true);
-  retry_.setInterval(kRetryMs);
-  connect(&retry_, &QTimer::timeout, this, &BusService::Connect);
+  heartbeat_.setInterval(reader::kHeartbeatEvery);
+  connect(&heartbeat_, &QTimer::timeout, this, &BusService::Beat);
+  connect(&bus_, &SessionBus::StateChanged, this, &BusService::OnBus);
 }
 
-BusService::~BusService() {
-  if (!connection_name_.isEmpty()) QDBusConnection::disconnectFromBus(connection_name_);
-}
-
-void BusService::Start() {
-  Connect();
-}
-
-// Opening a connection waits for the bus's answer, so a thread does it; the rest is asynchronous anyway.
-void BusService::Connect() {
-  const QString address = BusAddress();
-  if (address.isEmpty()) {
-    Retry(QStringLiteral("no session bus, retrying"));
-    return;
+void BusService::OnBus(SessionBus::State state) {
+  switch (state) {
+    case SessionBus::State::kNoBus:
+      heartbeat_.stop();
+      if (owned_) retrying_ = QStringLiteral("the session bus has gone, retrying");
+      owned_ = false;
+      Q_EMIT StateChanged(retrying_);
+      retrying_ = QStringLiteral("no session bus, retrying");
+      break;
+    case SessionBus::State::kConnecting:
+      break;
+    case SessionBus::State::kReady:
+      Offer();
+      break;
   }
-  const QString name = QStringLiteral("posdex-%1-%2").arg(reinterpret_cast<quintptr>(this)).arg(++attempts_);
-  connecting_ = QThread::create([address, name] { QDBusConnection::connectToBus(address, name); });
-  connect(connecting_, &QThread::finished, this, [this, name] {
-    connecting_->deleteLater();
-    connecting_ = nullptr;
-    OnConnected(name);
-  });
-  connecting_->start();
 }
 
-void BusService::OnConnected(const QString& connection_name) {
-  QDBusConnection bus(connection_name);
-  connection_name_ = connection_name;
-  if (!bus.isConnected()) {
-    Retry(QStringLiteral("no session bus, retrying"));
-    return;
+void BusService::Offer() {
+  const auto answer = [](sd_bus_message* reply, void* self, sd_bus_error*) {
+    static_cast<BusService*>(self)->TakeNameReply(reply);
+    return 0;
+  };
+  const bool asked =
+      sd_bus_add_object_vtable(bus_.line(), nullptr, reader::kPath, reader::kService, kObject, this) >= 0 &&
+      sd_bus_request_name_async(bus_.line(), nullptr, reader::kService, 0, answer, this) >= 0;
+  if (!asked) Retry(QStringLiteral("the session bus refuses the name, retrying"));
+}
+
+void BusService::TakeNameReply(sd_bus_message* reply) {
+  std::uint32_t answer = 0;
+  if (sd_bus_message_is_method_error(reply, nullptr) != 0 || sd_bus_message_read(reply, "u", &answer) <= 0) {
+    answer = 0;
   }
-  bus.connect(QString(), Text("/org/freedesktop/DBus/Local"), Text("org.freedesktop.DBus.Local"),
-              Text("Disconnected"), this, SLOT(OnDisconnected()));
-  bus.registerObject(Text(kPath), this, QDBusConnection::ExportAdaptors);
-  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(NameRequest()), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, &BusService::OnNameReply);
-}
-
-void BusService::OnNameReply(QDBusPendingCallWatcher* watcher) {
-  watcher->deleteLater();
-  const QDBusPendingReply<uint> reply = *watcher;
-  const uint answer = reply.isValid() ? reply.value() : 0;
   owned_ = answer == kPrimaryOwner || answer == kAlreadyOwner;
   if (owned_) {
     owned_once_ = true;
+    heartbeat_.start();
     Q_EMIT StateChanged(QStringLiteral("on the session bus"));
   } else if (answer == kExists && !owned_once_) {
     Q_EMIT NameTaken();
@@ -106,29 +97,25 @@ void BusService::OnNameReply(QDBusPendingCallWatcher* watcher) {
   }
 }
 
-void BusService::OnDisconnected() {
-  Retry(QStringLiteral("the session bus has gone, retrying"));
+void BusService::Retry(const QString& state) {
+  retrying_ = state;
+  bus_.HangUp();
 }
 
-void BusService::Retry(const QString& state) {
-  owned_ = false;
-  if (!connection_name_.isEmpty()) QDBusConnection::disconnectFromBus(connection_name_);
-  connection_name_.clear();
-  if (!retry_.isActive()) retry_.start();
-  Q_EMIT StateChanged(state);
+void BusService::Beat() {
+  sd_bus_emit_signal(bus_.line(), reader::kPath, reader::kService, reader::kHeartbeat, "");
 }
 
 void BusService::SetTexts(const GpsTexts& texts) {
-  QVariantMap changed;
+  std::array<char*, kItems.size() + 1> changed{};
+  std::size_t count = 0;
   for (const Item& item : kItems) {
-    if (texts.*item.text != texts_.*item.text) changed.insert(Text(item.name), texts.*item.text);
+    // The library only reads the names.
+    if (texts.*item.text != texts_.*item.text) changed.at(count++) = const_cast<char*>(item.name);
   }
   texts_ = texts;
-  if (changed.isEmpty() || !owned_) return;
-  QDBusMessage signal = QDBusMessage::createSignal(Text(kPath), Text("org.freedesktop.DBus.Properties"),
-                                                   Text("PropertiesChanged"));
-  signal << Text(kInterface) << changed << QStringList();
-  QDBusConnection(connection_name_).send(signal);
+  if (count == 0 || !owned_ || bus_.line() == nullptr) return;
+  sd_bus_emit_properties_changed_strv(bus_.line(), reader::kPath, reader::kService, changed.data());
 }
 
 }  // namespace kestrum::posdex

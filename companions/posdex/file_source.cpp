@@ -8,6 +8,8 @@ namespace kestrum::posdex {
 namespace {
 
 constexpr qint64 kLongestPauseMs = 10000;
+// A sentence that is older than the one before it by no more than this is late and takes no time.
+constexpr qint64 kLatestMs = 2000;
 constexpr qint64 kDayMs = 24LL * 60 * 60 * 1000;
 constexpr qint64 kPieceLength = 4096;
 constexpr int kLinesATurn = 100;
@@ -52,10 +54,12 @@ void FileSource::Open() {
   backoff_.Reset();
   splitter().Clear();
   waiting_.clear();
+  decoder_.NewStream();
   last_time_.reset();
   due_ms_ = 0;
   clock_.start();
   SetState(SourceState::Link::kConnected);
+  Q_EMIT Restarted();
   next_.start(0);
 }
 
@@ -95,6 +99,7 @@ qint64 FileSource::PauseBeforeMs(QByteArrayView line) {
   const QTime time = sentence->info.timestamp().time();
   if (!time.isValid()) return 0;
   const qint64 step_ms = last_time_ ? last_time_->msecsTo(time) : 0;
+  if (step_ms < 0 && step_ms >= -kLatestMs) return 0;
   last_time_ = time;
   const bool past_midnight = step_ms < -kDayMs / 2;
   return std::clamp(past_midnight ? step_ms + kDayMs : step_ms, qint64{0}, kLongestPauseMs);

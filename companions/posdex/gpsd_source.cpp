@@ -1,29 +1,14 @@
 #include "gpsd_source.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 namespace kestrum::posdex {
 namespace {
 
 constexpr int kConnectLimitMs = 5000;
 constexpr int kSilenceMs = 5000;
+// Another receiver's turn when the followed one has had no fix for this long.
+constexpr qint64 kFollowMs = 3500;
 
 }  // namespace
-
-QString ReceiverTrouble(const QByteArray& report) {
-  const QJsonObject object = QJsonDocument::fromJson(report).object();
-  const QString kind = object[QLatin1String("class")].toString();
-  const QJsonValue activated = object[QLatin1String("activated")];
-  if (kind == QLatin1String("DEVICES") && object[QLatin1String("devices")].toArray().isEmpty()) {
-    return QStringLiteral("gpsd has no receiver");
-  }
-  if (kind == QLatin1String("DEVICE") && activated.isDouble() && activated.toDouble() == 0.0) {
-    return QStringLiteral("gpsd has lost its receiver");
-  }
-  return {};
-}
 
 GpsdSource::GpsdSource(const SourceChoice& choice) : choice_(choice) {
   socket_.setReadBufferSize(kReadBuffer);
@@ -65,12 +50,14 @@ QString GpsdSource::Description() const {
 
 void GpsdSource::Connect() {
   splitter().Clear();
+  followed_.clear();
+  followed_fix_.invalidate();
   connect_limit_.start(kConnectLimitMs);
   socket_.connectToHost(choice_.host, choice_.port);
 }
 
 void GpsdSource::Ask() {
-  socket_.write("?WATCH={\"enable\":true,\"nmea\":true};?DEVICES;\n");
+  socket_.write("?WATCH={\"enable\":true,\"json\":true};?DEVICES;\n");
   silence_.start(kSilenceMs);
 }
 
@@ -84,16 +71,36 @@ void GpsdSource::Fail(const QString& reason) {
   SetState(SourceState::Link::kFailed, reason);
 }
 
+// Two receivers in turn would make one position jump between them.
+bool GpsdSource::Follows(const GpsdReport& report) {
+  const bool is_current = followed_fix_.isValid() && followed_fix_.elapsed() < kFollowMs;
+  if (report.receiver != followed_ && is_current) return false;
+  if (!report.position) return report.receiver == followed_ || followed_.isEmpty();
+  if (report.receiver != followed_ && !report.position->valid && !followed_.isEmpty()) return false;
+  followed_ = report.receiver;
+  if (report.position->valid) {
+    followed_fix_.start();
+  } else if (report.position->type == FixType::kNone) {
+    followed_fix_.invalidate();
+  }
+  return true;
+}
+
 // gpsd stays up when its receiver is unplugged and then only reports it.
 void GpsdSource::TakeLine(const QByteArray& line) {
   backoff_.Reset();
-  if (line.startsWith('{')) {
-    const QString trouble = ReceiverTrouble(line);
-    if (!trouble.isEmpty()) SetState(SourceState::Link::kFailed, trouble);
-  } else {
-    SetState(SourceState::Link::kConnected);
-    Q_EMIT LineReceived(line);
+  const GpsdReport report = ParseGpsdReport(line);
+  if (!report.trouble.isEmpty()) {
+    if (!report.receiver.isEmpty() && !followed_.isEmpty() && report.receiver != followed_) return;
+    followed_.clear();
+    followed_fix_.invalidate();
+    SetState(SourceState::Link::kFailed, report.trouble);
+    return;
   }
+  if ((!report.position && !report.satellites) || !Follows(report)) return;
+  SetState(SourceState::Link::kConnected);
+  if (report.position) Q_EMIT PositionReported(*report.position);
+  if (report.satellites) Q_EMIT SatellitesReported(*report.satellites);
 }
 
 // Asking again makes gpsd reopen a receiver that has returned, and shows whether the connection still lives.

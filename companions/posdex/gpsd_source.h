@@ -1,17 +1,16 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTcpSocket>
 #include <QTimer>
 
+#include "gpsd_report.h"
 #include "source.h"
 
 namespace kestrum::posdex {
 
-/// What one of gpsd's own reports (a line of JSON) says about a missing receiver, for the user; empty when it
-/// says nothing of the kind or makes no sense.
-QString ReceiverTrouble(const QByteArray& report);
-
-/// The NMEA stream of a gpsd.
+/// The reports (JSON) of a gpsd: whatever the receiver speaks, they read the same. Of several receivers one
+/// is followed, as long as it has a fix.
 class GpsdSource : public Source {
   Q_OBJECT
 
@@ -31,6 +30,7 @@ class GpsdSource : public Source {
   void Ask();
   void Fail(const QString& reason);
   void OnSilence();
+  bool Follows(const GpsdReport& report);
 
   SourceChoice choice_;
   QTcpSocket socket_;
@@ -39,6 +39,8 @@ class GpsdSource : public Source {
   QTimer silence_;
   Backoff backoff_;
   bool asked_again_ = false;
+  QString followed_;            ///< the receiver's device
+  QElapsedTimer followed_fix_;  ///< since its last fix; not valid when it has none
 };
 
 }  // namespace kestrum::posdex

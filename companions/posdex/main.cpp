@@ -2,10 +2,13 @@
 #include <QDir>
 #include <QTimer>
 #include <cstdio>
-#include <cstdlib>
+#include <optional>
 
 #include "bus_service.h"
-#include "exit_signals.h"
+#include "common/descriptor_guard.h"
+#include "common/end_signals.h"
+#include "common/reader_contract.h"
+#include "common/toolkit_start.h"
 #include "reader.h"
 #include "reader_settings.h"
 #include "reader_window.h"
@@ -37,17 +40,19 @@ int Run(const QApplication& app, const CommandLine& options) {
   Reader reader(MakeSource(options.source.value_or(conf.source), folder));
   ReaderWindow window(reader.Description());
   BusService bus;
-  ExitSignals exit_signals;
+  const kestrum::EndSignals end_signals;
   window.SetComplaint(options.source ? QString() : conf.complaint);
 
   QObject::connect(&reader, &Reader::TextsChanged, &window, &ReaderWindow::SetTexts);
   QObject::connect(&reader, &Reader::TextsChanged, &bus, &BusService::SetTexts);
   QObject::connect(&reader, &Reader::StateChanged, &window, &ReaderWindow::SetState);
+  QObject::connect(&reader, &Reader::FixChanged, &window, &ReaderWindow::SetFix);
+  QObject::connect(&reader, &Reader::DescriptionChanged, &window, &ReaderWindow::SetSource);
   QObject::connect(&bus, &BusService::StateChanged, &window, &ReaderWindow::SetBusState);
   QObject::connect(&bus, &BusService::StateChanged, &window, [&] { ShowOnce(window, options.minimised); });
   QObject::connect(&bus, &BusService::QuitRequested, &window, &QWidget::close, Qt::QueuedConnection);
   QObject::connect(&bus, &BusService::QuitRequested, &app, &QCoreApplication::quit, Qt::QueuedConnection);
-  QObject::connect(&exit_signals, &ExitSignals::Received, &app, &QCoreApplication::quit);
+  QObject::connect(&end_signals, &kestrum::EndSignals::Received, &app, &QCoreApplication::quit);
   QObject::connect(&bus, &BusService::NameTaken, &window, [] {
     Print(stderr, QStringLiteral("Posdex: another GPS reader is already running on this session bus.\n"));
     QCoreApplication::exit(1);
@@ -56,15 +61,13 @@ int Run(const QApplication& app, const CommandLine& options) {
 
   bus.Start();
   reader.Start();
-  const int code = QApplication::exec();
-  // Nobody can wait for a bus that took the connection and never answers.
-  if (bus.IsConnecting()) std::_Exit(code);
-  return code;
+  return QApplication::exec();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  kestrum::OpenStandardDescriptors();
   QStringList arguments;
   for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
   CommandLine options = ParseCommandLine(arguments);
@@ -73,14 +76,16 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (options.version) {
-    Print(stdout, QString::fromLatin1(kTitle) + QLatin1Char('\n'));
+    Print(stdout, QString::fromLatin1(kestrum::reader::kTitle) + QLatin1Char('\n'));
     return 0;
   }
   if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
       qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
+  std::optional<kestrum::ToolkitStart> starting("Posdex");
   const QApplication app(argc, argv);
+  starting.reset();
   options = ParseCommandLine(app.arguments().mid(1));  // without those that Qt has taken
   if (!options.complaint.isEmpty()) {
     Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(options.complaint) + HelpText());

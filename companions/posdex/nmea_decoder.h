@@ -5,13 +5,18 @@
 #include <QNmeaPositionInfoSource>
 #include <optional>
 
+#include "position_texts.h"
+
 namespace kestrum::posdex {
 
-/// One sentence with a right checksum, as Qt Positioning reads it.
+/// One sentence as Qt Positioning reads it.
 struct Sentence {
-  enum class Kind { kRmc, kGga, kGll, kVtg, kOther };
+  enum class Kind { kRmc, kGga, kGns, kGll, kVtg, kGsa, kOther };
   Kind kind = Kind::kOther;
-  bool has_fix = false;  ///< the sentence's own status; only RMC, GGA and GLL carry one
+  bool has_fix = false;              ///< the sentence's own status; RMC, GGA, GNS and GLL carry one
+  std::optional<int> time_ms;        ///< of the position, since midnight UTC; the same four kinds
+  std::optional<int> satellites;     ///< GGA and GNS
+  FixType type = FixType::kUnknown;  ///< GSA
   QGeoPositionInfo info;
 };
 
@@ -22,8 +27,15 @@ class NmeaDecoder : private QNmeaPositionInfoSource {
   NmeaDecoder() : QNmeaPositionInfoSource(RealTimeMode) {}
 
   /// Reads the last sentence in a line; what stands before its "$" is ignored. Empty when there is none, or
-  /// its checksum is wrong or missing.
+  /// its checksum is wrong. A sentence without checksum counts, when it is complete, until this receiver has
+  /// sent one with a checksum; proprietary sentences are of kind kOther, whatever their names end in.
   std::optional<Sentence> Decode(QByteArrayView line);
+
+  /// Another receiver, or the same one again.
+  void NewStream() { sends_checksums_ = false; }
+
+ private:
+  bool sends_checksums_ = false;
 };
 
 }  // namespace kestrum::posdex

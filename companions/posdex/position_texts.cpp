@@ -49,6 +49,11 @@ QString NumberText(std::optional<double> value) {
 }
 
 QString CourseText(std::optional<double> degrees) {
+  constexpr double kTurn = 360.0;
+  if (degrees && std::abs(*degrees) < kLargestNumber) {
+    degrees = std::fmod(*degrees, kTurn);
+    if (*degrees < 0) degrees = *degrees + kTurn;
+  }
   const QString text = NumberText(degrees);
   return text == QLatin1String("360") ? QStringLiteral("0") : text;
 }

@@ -4,7 +4,11 @@
 #include <array>
 #include <optional>
 
+#include "common/reader_contract.h"
+
 namespace kestrum::posdex {
+
+enum class FixType { kUnknown, kNone, k2D, k3D };
 
 /// What the receiver tells. A value that it does not tell is empty.
 struct Fix {
@@ -14,6 +18,8 @@ struct Fix {
   std::optional<double> height_m;       ///< above mean sea level
   std::optional<double> speed_knots;
   std::optional<double> course_deg;  ///< over ground, 0 to 360
+  FixType type = FixType::kUnknown;
+  std::optional<int> satellites = std::nullopt;  ///< used for the position
 
   bool operator==(const Fix&) const = default;
 };
@@ -39,12 +45,12 @@ struct Item {
 };
 
 inline constexpr std::array<Item, 6> kItems{{
-    {"lblLat1", "Latitude", &GpsTexts::latitude},
-    {"lblLong1", "Longitude", &GpsTexts::longitude},
-    {"lblVal1", "Validity", &GpsTexts::validity},
-    {"lblCompas1", "Compass (degrees)", &GpsTexts::compass},
-    {"lblHeight1", "Height (feet)", &GpsTexts::height},
-    {"lblSpeed1", "Speed (knots)", &GpsTexts::speed},
+    {reader::kItems[0], "Latitude", &GpsTexts::latitude},
+    {reader::kItems[1], "Longitude", &GpsTexts::longitude},
+    {reader::kItems[2], "Validity", &GpsTexts::validity},
+    {reader::kItems[3], "Compass (degrees)", &GpsTexts::compass},
+    {reader::kItems[4], "Height (feet)", &GpsTexts::height},
+    {reader::kItems[5], "Speed (knots)", &GpsTexts::speed},
 }};
 
 /// "ddmm.mmmmN" or "...S", rounded to the ten-thousandth of a minute; minutes never read 60. Empty when the
@@ -57,7 +63,7 @@ QString LongitudeText(double degrees);
 /// A plain decimal with at most one digit after the point; "32768" when the value is missing or not a number.
 QString NumberText(std::optional<double> value);
 
-/// A course in degrees as NumberText, always below 360; "32768" when missing.
+/// A course of any turn in degrees as NumberText, from 0 to below 360; "32768" when missing.
 QString CourseText(std::optional<double> degrees);
 
 /// Height above sea level in feet as NumberText.

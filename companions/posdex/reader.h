@@ -17,7 +17,8 @@ class Reader : public QObject {
   Q_OBJECT
 
  public:
-  /// Sentences of one second arrive one by one; what they change is published together after this time.
+  /// The sentences of one moment arrive one by one; what they change is published together when the next
+  /// moment begins, after this time at the latest. A gpsd's reports are complete and go out at once.
   static constexpr int kGatherMs = 200;
   /// How often silence is looked for. With the other two times a lost fix shows after 4.2 seconds at most.
   static constexpr int kTickMs = 500;
@@ -30,13 +31,21 @@ class Reader : public QObject {
   QString Description() const { return source_->Description(); }
   const GpsTexts& Texts() const { return texts_; }
   const QString& State() const { return state_; }
+  /// Kind of fix and satellites, as "3D fix, 8 satellites".
+  QString FixText() const;
+  /// Time since the position was confirmed last, as "under 1 s".
+  QString AgeText() const;
 
  Q_SIGNALS:
   void TextsChanged(const kestrum::posdex::GpsTexts& texts);
   void StateChanged(const QString& state);
+  void FixChanged(const QString& fix, const QString& age);
+  void DescriptionChanged(const QString& description);
 
  private:
   void TakeLine(const QByteArray& line);
+  void TakeReport(const Fix& fix);
+  void NewStream();
   void TakeState(const SourceState& state);
   void OnTick();
   void Gather();
@@ -55,6 +64,8 @@ class Reader : public QObject {
   qint64 last_sentence_ms_ = 0;
   GpsTexts texts_;
   QString state_ = QStringLiteral("connecting");
+  QString fix_text_;
+  QString age_text_;
 };
 
 }  // namespace kestrum::posdex

@@ -112,6 +112,11 @@ ParsedSource ParseSource(const QString& text) {
   const QString trimmed = text.trimmed();
   if (HasControlCharacter(trimmed))
     return Refused(QStringLiteral("bad characters in %1").arg(Quoted(trimmed)));
+  if (trimmed == QLatin1String("auto")) {
+    SourceChoice choice;
+    choice.kind = SourceChoice::Kind::kAuto;
+    return {choice, {}};
+  }
   if (trimmed == QLatin1String("gpsd")) return {SourceChoice{}, {}};
   if (trimmed.startsWith(QLatin1String("gpsd:"))) return ParseGpsd(trimmed.mid(5));
   if (trimmed.startsWith(QLatin1String("serial:"))) return ParseSerial(trimmed.mid(7));
@@ -188,6 +193,8 @@ QString HelpText() {
       "  --source gpsd:HOST:PORT       a running gpsd (default gpsd:localhost:2947)\n"
       "  --source serial:DEVICE@BAUD   an NMEA receiver on a serial port (default 4800 baud)\n"
       "  --source file:PATH            a recorded NMEA file at its own pace; file:PATH?loop repeats it\n"
+      "  --source auto                 gpsd, else the serial ports below /dev/serial/by-id at the usual "
+      "speeds\n"
       "  --minimised                   start as an icon\n"
       "  --help, --version             print this text or the version, and end\n"
       "\n"

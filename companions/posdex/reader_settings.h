@@ -7,9 +7,9 @@
 
 namespace kestrum::posdex {
 
-/// Where the NMEA sentences come from.
+/// Where the positions come from.
 struct SourceChoice {
-  enum class Kind { kGpsd, kSerial, kFile };
+  enum class Kind { kGpsd, kSerial, kFile, kAuto };
   Kind kind = Kind::kGpsd;
   QString host = QStringLiteral("localhost");  ///< gpsd
   quint16 port = 2947;                         ///< gpsd
@@ -25,7 +25,8 @@ struct ParsedSource {
   QString complaint;  ///< set when there is no source
 };
 
-/// Reads "gpsd[:HOST[:PORT]]" (an IPv6 host in brackets), "serial:DEVICE[@BAUD]" or "file:PATH[?loop]".
+/// Reads "auto", "gpsd[:HOST[:PORT]]" (an IPv6 host in brackets), "serial:DEVICE[@BAUD]" or
+/// "file:PATH[?loop]".
 ParsedSource ParseSource(const QString& text);
 
 struct ReaderSettings {

@@ -4,7 +4,7 @@
 #include <QFormLayout>
 #include <QFrame>
 
-#include "bus_service.h"
+#include "common/reader_contract.h"
 
 namespace kestrum::posdex {
 namespace {
@@ -20,7 +20,7 @@ QFont ValueFont() {
 }  // namespace
 
 ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this)) {
-  setWindowTitle(QString::fromLatin1(kTitle));
+  setWindowTitle(QString::fromLatin1(reader::kTitle));
   setAttribute(Qt::WA_ShowWithoutActivating);
 
   const QFont font = ValueFont();
@@ -34,7 +34,10 @@ ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this))
   rule->setFrameShadow(QFrame::Sunken);
   form_->addRow(rule);
 
-  AddLine(QStringLiteral("Source"), "lblSource")->setText(source);
+  fix_ = AddLine(QStringLiteral("Receiver"), "lblFix");
+  age_ = AddLine(QStringLiteral("Age of position"), "lblAge");
+  source_ = AddLine(QStringLiteral("Source"), "lblSource");
+  source_->setText(source);
   state_ = AddLine(QStringLiteral("State"), "lblState");
   bus_ = AddLine(QStringLiteral("Logger link"), "lblBus");
   complaint_ = AddLine(QStringLiteral("Settings"), "lblComplaint");
@@ -44,6 +47,7 @@ ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this))
       state_->fontMetrics().horizontalAdvance(QStringLiteral("no receiver: Connection refused, retrying")));
   SetState(QStringLiteral("connecting"));
   SetBusState(QStringLiteral("connecting"));
+  SetFix(QStringLiteral("no fix"), QStringLiteral("no position yet"));
   SetTexts({});
 }
 
@@ -65,6 +69,16 @@ void ReaderWindow::SetTexts(const GpsTexts& texts) {
 void ReaderWindow::SetState(const QString& state) {
   state_->setText(state);
   GrowToFit();
+}
+
+void ReaderWindow::SetSource(const QString& source) {
+  source_->setText(source);
+  GrowToFit();
+}
+
+void ReaderWindow::SetFix(const QString& fix, const QString& age) {
+  fix_->setText(fix);
+  age_->setText(age);
 }
 
 void ReaderWindow::SetBusState(const QString& state) {

@@ -10,7 +10,7 @@ class QFormLayout;
 
 namespace kestrum::posdex {
 
-/// The reader's only window: the six values, the source and the state.
+/// The reader's only window: the six values, what the receiver says about them, the source and the state.
 class ReaderWindow : public QWidget {
   Q_OBJECT
 
@@ -19,6 +19,8 @@ class ReaderWindow : public QWidget {
 
   void SetTexts(const GpsTexts& texts);
   void SetState(const QString& state);
+  void SetSource(const QString& source);
+  void SetFix(const QString& fix, const QString& age);
   void SetBusState(const QString& state);
   /// A line about posdex.conf; hidden while it is empty.
   void SetComplaint(const QString& complaint);
@@ -32,6 +34,9 @@ class ReaderWindow : public QWidget {
 
   QFormLayout* form_;
   std::array<QLabel*, kItems.size()> values_{};
+  QLabel* fix_ = nullptr;
+  QLabel* age_ = nullptr;
+  QLabel* source_ = nullptr;
   QLabel* state_ = nullptr;
   QLabel* bus_ = nullptr;
   QLabel* complaint_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "auto_source.h"
 #include "file_source.h"
 #include "gpsd_source.h"
 #include "serial_source.h"
@@ -31,6 +32,8 @@ std::unique_ptr<Source> MakeSource(const SourceChoice& choice, const QString& fo
       return std::make_unique<SerialSource>(choice, folder);
     case SourceChoice::Kind::kFile:
       return std::make_unique<FileSource>(choice, folder);
+    case SourceChoice::Kind::kAuto:
+      return std::make_unique<AutoSource>(folder);
     case SourceChoice::Kind::kGpsd:
       break;
   }

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "line_splitter.h"
+#include "position_texts.h"
 #include "reader_settings.h"
 
 namespace kestrum::posdex {
@@ -13,6 +14,7 @@ namespace kestrum::posdex {
 /// How a source stands.
 struct SourceState {
   enum class Link {
+    kSearching,  ///< `detail` says where
     kConnecting,
     kConnected,
     kFailed,  ///< `detail` says why; the source tries again by itself
@@ -24,7 +26,8 @@ struct SourceState {
   bool operator==(const SourceState&) const = default;
 };
 
-/// Somewhere NMEA lines come from. A source never blocks, never gives up, and reports every loss at once.
+/// Somewhere positions come from: NMEA lines, or the reports of a gpsd. A source never blocks, never gives
+/// up, and reports every loss at once.
 class Source : public QObject {
   Q_OBJECT
 
@@ -41,6 +44,13 @@ class Source : public QObject {
 
  Q_SIGNALS:
   void LineReceived(const QByteArray& line);
+  /// One epoch as gpsd has put it together.
+  void PositionReported(const kestrum::posdex::Fix& fix);
+  /// How many satellites are used for the position.
+  void SatellitesReported(int count);
+  /// What follows has nothing to do with what came before, its times least of all.
+  void Restarted();
+  void DescriptionChanged();
   void StateChanged(const kestrum::posdex::SourceState& state);
 
  protected:
@@ -50,6 +60,7 @@ class Source : public QObject {
 
   /// Reports a change; the same state twice is reported once.
   void SetState(SourceState::Link link, const QString& detail = {});
+  const SourceState& State() const { return state_; }
 
   LineSplitter& splitter() { return splitter_; }
 

@@ -2,10 +2,9 @@
 
 #include "fix_tracker.h"
 #include "gpsd_source.h"
-#include "nmea_decoder.h"
 #include "support/receiver.h"
 
-// The input is what a gpsd sends: its reports and sentences, in one piece or cut in the middle.
+// The input is what a gpsd sends, in one piece or cut in the middle.
 namespace kestrum::posdex {
 namespace {
 
@@ -39,16 +38,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const QByteArray stream(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   FedSource source;
-  NmeaDecoder decoder;
   FixTracker tracker;
   QObject::connect(&source, &Source::StateChanged, [&tracker](const SourceState& state) {
     CheckState(state);
     if (state.link == SourceState::Link::kFailed) tracker.Lose();
   });
-  QObject::connect(&source, &Source::LineReceived, [&](const QByteArray& line) {
-    Require(!line.isEmpty() && !line.startsWith('{'), "reports are no sentences", line.toStdString());
-    Require(line.size() <= Source::kLongestLine, "no line is endless");
-    if (const auto sentence = decoder.Decode(line)) tracker.Take(*sentence, 0);
+  QObject::connect(&source, &Source::LineReceived,
+                   [](const QByteArray& line) { Require(false, "no sentences", line.toStdString()); });
+  QObject::connect(&source, &Source::SatellitesReported, [&tracker](int count) {
+    Require(count >= 0 && count <= 20000, "a count of satellites");
+    tracker.TakeSatellites(count, 0);
+  });
+  QObject::connect(&source, &Source::PositionReported, [&tracker](const Fix& fix) {
+    Require(!fix.valid || (fix.latitude_deg && fix.longitude_deg), "a fix has a position");
+    tracker.Take(fix, 0);
     CheckTexts(TextsOf(tracker.Current()));
   });
   const qsizetype middle = stream.size() / 2;

@@ -10,6 +10,7 @@ using fuzz::Require;
 void CheckSource(const SourceChoice& source) {
   Require(source.port > 0, "a port to connect to");
   Require(source.baud >= 50 && source.baud <= 4000000, "a speed that exists");
+  if (source.kind == SourceChoice::Kind::kAuto) return;
   const bool named =
       source.kind == SourceChoice::Kind::kGpsd ? !source.host.isEmpty() : !source.path.isEmpty();
   Require(named, "a source has a name");
@@ -21,6 +22,8 @@ QString Written(const SourceChoice& source) {
       return QStringLiteral("serial:%1@").arg(source.path) + QString::number(source.baud);
     case SourceChoice::Kind::kFile:
       return QStringLiteral("file:") + source.path + (source.loop ? QStringLiteral("?loop") : QString());
+    case SourceChoice::Kind::kAuto:
+      return QStringLiteral("auto");
     case SourceChoice::Kind::kGpsd:
       break;
   }

@@ -4,18 +4,13 @@
 #include <chrono>
 
 #include "cat/rig_text.h"
+#include "cat/rigs.h"
 #include "text/number_text.h"
 
 namespace kestrum {
 namespace {
 
 constexpr std::chrono::milliseconds kReplyWindow{50};
-constexpr int kHighestPort = 6;
-
-// A number from an odd configuration file counts as no port.
-int UsablePort(int number) {
-  return number >= 1 && number <= kHighestPort ? number : 0;
-}
 
 }  // namespace
 
@@ -23,7 +18,8 @@ CatLink::CatLink(State& state, Form1& form, const Ports& ports) : state_(state),
 
 void CatLink::OpenCatPort() {
   if (IsOpen()) CloseCatPort();
-  ports_.serial.SetPort(UsablePort(state_.settings.ComPort));
+  const int port = state_.settings.ComPort;
+  ports_.serial.SetPort(IsPort(port) ? port : 0);
   ports_.serial.SetSettings(NumberText(state_.settings.BaudRate) + ",N,8,2");
   ports_.serial.Open();
   ShowPortPanel();
@@ -41,13 +37,12 @@ void CatLink::ShowPortPanel() {
   const Settings& settings = state_.settings;
   StatusPanel& panel = form_.StatusBar1[2];
   panel.tool_tip = ports_.serial.Trouble();
-  const int port = UsablePort(settings.ComPort);
-  if (port == 0) {
+  if (!IsPort(settings.ComPort)) {
     panel.text = "No Comport";
     return;
   }
   const std::string speed = Replace(WithLeadingZero(ShortNumber(settings.BaudRate / 1000.0)), '.', 'k');
-  panel.text = "Com" + ShortNumber(port) + "=" + speed + " ";
+  panel.text = "Com" + ShortNumber(settings.ComPort) + "=" + speed + " ";
   const std::string rig = RigName(settings.RigModel);
   if (!rig.empty()) panel.text += rig + " ";
 }

@@ -1,9 +1,8 @@
 #include "cat/frequency_digits.h"
 
-#include <array>
-#include <span>
+#include <algorithm>
 
-#include "config/settings.h"
+#include "cat/rigs.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
@@ -12,35 +11,6 @@ namespace {
 
 constexpr std::size_t kWholeDigits = 6;
 constexpr std::size_t kFractionDigits = 2;
-
-struct Range {
-  double lowest_khz = 0;
-  double highest_khz = 0;
-};
-
-constexpr std::array kRangesFT817{Range{100, 30000}, Range{50000, 54000}, Range{76000, 154000},
-                                  Range{430000, 440000}};
-constexpr std::array kRangesFT840{Range{100, 30000}};
-constexpr std::array kRangesFT847{Range{100, 36990}, Range{37000, 76000}, Range{108000, 174000},
-                                  Range{420000, 512000}};
-constexpr std::array kRangesFT857{Range{100, 56000}, Range{76000, 108000}, Range{118000, 164000},
-                                  Range{420000, 470000}};
-
-std::span<const Range> RangesOf(int rig_model) {
-  switch (rig_model) {
-    case kFT817:
-      return kRangesFT817;
-    case kFT840:
-      return kRangesFT840;
-    case kFT847:
-      return kRangesFT847;
-    case kFT857:
-    case kFT897:
-      return kRangesFT857;
-    default:
-      return {};
-  }
-}
 
 }  // namespace
 
@@ -64,10 +34,11 @@ std::string PadDigits(std::string_view khz) {
 }
 
 bool InFreqRange(int rig_model, double khz) {
-  for (const auto& range : RangesOf(rig_model)) {
-    if (khz >= range.lowest_khz && khz <= range.highest_khz) return true;
-  }
-  return false;
+  const RigRow* rig = RigOf(rig_model);
+  return rig != nullptr &&
+         std::any_of(rig->ranges.begin(), rig->ranges.end(), [khz](const FrequencyRange& range) {
+           return khz >= range.lowest_khz && khz <= range.highest_khz;
+         });
 }
 
 }  // namespace kestrum

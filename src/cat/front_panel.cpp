@@ -5,6 +5,7 @@
 
 #include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
+#include "cat/rigs.h"
 #include "config/app_title.h"
 #include "config/hint_line.h"
 #include "text/number_text.h"
@@ -20,11 +21,17 @@ FrontPanel::FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& l
     : state_(state), form_(form), ports_(ports), link_(link), rig_(rig) {}
 
 void FrontPanel::Wire() {
-  form_.mnuFT817.click = [this] { ChooseRig(kFT817); };
-  form_.mnuFT840.click = [this] { ChooseRig(kFT840); };
-  form_.mnuFT857.click = [this] { ChooseRig(kFT857); };
-  form_.mnuFT847.click = [this] { NotYetImplemented(); };
-  form_.mnuFT897.click = [this] { NotYetImplemented(); };
+  int rig_model = 0;
+  for (auto* item : RigItems(form_)) {
+    ++rig_model;
+    item->click = [this, rig_model] {
+      if (RigOf(rig_model)->in_menu) {
+        ChooseRig(rig_model);
+      } else {
+        NotYetImplemented();
+      }
+    };
+  }
   int number = 0;
   for (auto* item : PortItems(form_)) {
     ++number;
@@ -57,7 +64,7 @@ void FrontPanel::ApplyFrequency(const std::string& text) {
   if (text.empty()) return;
   form_.tmrMain.Stop();
   form_.cmdSetFreq.enabled = false;
-  if (state_.settings.RigModel == kFT817 && PowerIsOff(form_)) {
+  if (HasPowerCommand() && PowerIsOff(form_)) {
     rig_.CatPowerOnOff(true);
     form_.tmrMain.Stop();  // the power command has started it again
   }
@@ -75,8 +82,7 @@ void FrontPanel::ApplyFrequency(const std::string& text) {
 }
 
 bool FrontPanel::Accepts(double khz) const {
-  const int rig_model = state_.settings.RigModel;
-  return InFreqRange(rig_model, khz) && !(rig_model == kFT817 && PowerIsOff(form_));
+  return InFreqRange(state_.settings.RigModel, khz) && !(HasPowerCommand() && PowerIsOff(form_));
 }
 
 void FrontPanel::CrossBand(double khz) {
@@ -86,14 +92,18 @@ void FrontPanel::CrossBand(double khz) {
   Run(band_crossed);
 }
 
+bool FrontPanel::HasPowerCommand() const {
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  return rig != nullptr && rig->has_power_command;
+}
+
 void FrontPanel::ShowRig() {
-  const auto items = RigItems(form_);
-  for (auto* item : items) item->checked = false;
-  form_.cmdFT817OnOff.enabled = false;
-  const int rig_model = state_.settings.RigModel;
-  if (rig_model < kFT817 || rig_model > kFT897) return;
-  items[static_cast<std::size_t>(rig_model - 1)]->checked = true;
-  form_.cmdFT817OnOff.enabled = rig_model == kFT817;
+  int number = 0;
+  for (auto* item : RigItems(form_)) {
+    ++number;
+    item->checked = number == state_.settings.RigModel;
+  }
+  form_.cmdFT817OnOff.enabled = HasPowerCommand();
 }
 
 void FrontPanel::ShowPort() {
@@ -113,9 +123,8 @@ void FrontPanel::ShowBaud() {
 void FrontPanel::ShowRigText() {
   if (!show_rig_text) return;
   const int port = state_.settings.ComPort;
-  const bool known = port >= 1 && port <= static_cast<int>(PortItems(form_).size());
   show_rig_text("Cat " + RigName(state_.settings.RigModel) + " " +
-                (known ? "Com" + ShortNumber(port) : "No Comport"));
+                (IsPort(port) ? "Com" + ShortNumber(port) : "No Comport"));
 }
 
 void FrontPanel::OptModeEnable(bool enabled) {
@@ -138,8 +147,8 @@ void FrontPanel::ShowStep(const std::string& down) {
 
 void FrontPanel::ChooseRig(int rig_model) {
   if (rig_model != state_.settings.RigModel) Run(rig_.block_ends);
-  if (rig_model == kFT817) form_.cmdFT817OnOff.caption = kPowerOffCaption;
   state_.settings.RigModel = rig_model;
+  if (HasPowerCommand()) form_.cmdFT817OnOff.caption = kPowerOffCaption;  // the set is taken as off
   ShowRig();
   link_.OpenCatPort();
   rig_.SetMode(0);

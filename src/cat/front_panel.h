@@ -48,6 +48,7 @@ class FrontPanel {
  private:
   // Whether the set takes this frequency now.
   bool Accepts(double khz) const;
+  bool HasPowerCommand() const;
   // Changes the band when the frequency lies on its other side.
   void CrossBand(double khz);
   void Step(int direction);

@@ -15,39 +15,27 @@ constexpr std::chrono::milliseconds kSetNeeds{50};
 constexpr std::uint8_t kReadReceiveStatus = 231;
 constexpr std::uint8_t kReadMeter = 247;
 
-constexpr int kModeCount = 7;
-constexpr int kNone = -1;
-
-struct ModeCommand {
-  std::array<int, kModeCount> mode_bytes;  // USB, LSB, CW, CWN, AM, AMN, FM
-  std::size_t position = 0;                // of the mode byte
-  std::uint8_t opcode = 0;
-};
-
-// Kept on purpose: the FT857 is served like the FT817, the FT897 not at all.
-constexpr std::array kModeCommands{
-    ModeCommand{{1, 0, 2, 3, 4, 4, 8}, 0, 7},
-    ModeCommand{{1, 0, 2, 3, 4, 5, 6}, 3, 12},
-    ModeCommand{{1, 0, 2, 130, 4, kNone, 136}, 3, 7},
-    ModeCommand{{1, 0, 2, 3, 4, 4, 8}, 0, 7},
-    ModeCommand{{kNone, kNone, kNone, kNone, kNone, kNone, kNone}, 0, 0},
-};
-
-bool IsRig(int rig_model) {
-  return rig_model >= kFT817 && rig_model <= kFT897;
-}
-
 // Digits are taken from the number's text, not from what was typed: units and leading zeros are gone.
-void FillFrame(CatFrame& frame, int rig_model, double khz) {
+void FillFrame(CatFrame& frame, FrequencyFrame order, double khz) {
   const std::string digits = PadDigits(NumberText(khz));
   const auto pair = [&digits](std::size_t n) { return "0" + digits.substr(2 * n, 2); };
-  if (rig_model == kFT817) {
-    frame = {pair(0), pair(1), pair(2), pair(3), "001"};
-  } else if (rig_model == kFT840 || rig_model == kFT857) {
-    // Kept on purpose: the FT857 gets the FT840's frequency command.
-    frame = {pair(3), pair(2), pair(1), pair(0), "010"};
+  switch (order) {
+    case FrequencyFrame::kFirstPairFirst:
+      frame = {pair(0), pair(1), pair(2), pair(3), "001"};
+      break;
+    case FrequencyFrame::kLastPairFirst:
+      frame = {pair(3), pair(2), pair(1), pair(0), "010"};
+      break;
+    case FrequencyFrame::kPreviousFrame:
+      break;
   }
-  // Kept on purpose: FT847 and FT897 are not served yet and get the previous frame again.
+}
+
+// The text that the echo shows for a lock command.
+std::string LockEcho(const std::array<std::uint8_t, 5>& bytes) {
+  std::string echo;
+  for (std::size_t i = 0; i + 1 < bytes.size(); ++i) echo += ShortNumber(bytes[i]) + ",";
+  return echo + "[" + ShortNumber(bytes.back()) + "]";
 }
 
 }  // namespace
@@ -56,31 +44,28 @@ RigCommands::RigCommands(State& state, Form1& form, const Ports& ports, CatLink&
     : state_(state), form_(form), ports_(ports), link_(link) {}
 
 bool RigCommands::ReadRssi() {
-  bool answered = false;
-  switch (state_.settings.RigModel) {
-    case kFT817:
-    case kFT857:
-    case kFT897:
-      answered = ReadReceiveStatus();
-      break;
-    case kFT840:
-      answered = ReadMeter();
-      break;
-    case kFT847:
-      answered = ReadStatusFiveBytes();
-      break;
-    default:
-      break;
-  }
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  const bool answered = rig != nullptr && Read(rig->meter);
   Run(on_reading);
   return answered;
 }
 
+bool RigCommands::Read(MeterRead way) {
+  switch (way) {
+    case MeterRead::kReceiveStatus:
+      return ReadReceiveStatus();
+    case MeterRead::kReceiveStatusFiveBytes:
+      return ReadStatusFiveBytes();
+    case MeterRead::kMeter:
+      break;
+  }
+  return ReadMeter();
+}
+
 bool RigCommands::IsNotRead() const {
   // Kept on purpose: FT857 and FT897 have no power button, yet they are read only while it shows "on".
-  const int rig_model = state_.settings.RigModel;
-  const bool asks_the_button = rig_model == kFT817 || rig_model == kFT857 || rig_model == kFT897;
-  return asks_the_button && PowerIsOff(form_);
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  return rig != nullptr && rig->meter == MeterRead::kReceiveStatus && PowerIsOff(form_);
 }
 
 bool RigCommands::ReadReceiveStatus() {
@@ -139,15 +124,15 @@ bool RigCommands::ReadStatusFiveBytes() {
 }
 
 void RigCommands::SetFrequency(const std::string& text) {
-  const int rig_model = state_.settings.RigModel;
-  if (rig_model == kFT817 && PowerIsOff(form_)) return;
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  if (rig != nullptr && rig->has_power_command && PowerIsOff(form_)) return;
   const double khz = TypedKhz(text);
-  if (!InFreqRange(rig_model, khz)) {
+  if (!InFreqRange(state_.settings.RigModel, khz)) {
     ports_.beeper.Beep();
     return;
   }
   form_.lblFreq.caption = NumberText(khz) + " kHz";
-  FillFrame(link_.frame, rig_model, khz);
+  FillFrame(link_.frame, rig->frequency, khz);
   link_.SendCatFrame();
 }
 
@@ -170,36 +155,25 @@ void RigCommands::SetMode(int mode) {
     link_.CommentNotOpen();
     return;
   }
-  const int rig_model = state_.settings.RigModel;
-  if (!IsRig(rig_model)) return;
-  const ModeCommand& command = kModeCommands[static_cast<std::size_t>(rig_model - 1)];
-  const int mode_byte = command.mode_bytes[index];
-  if (mode_byte == kNone) return;
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  if (rig == nullptr || rig->modes.mode_bytes[index] == kNoMode) return;
   CatLink::Bytes bytes;
-  bytes.value[command.position] = static_cast<std::uint8_t>(mode_byte);
-  bytes.value[4] = command.opcode;
+  bytes.value[rig->modes.place] = static_cast<std::uint8_t>(rig->modes.mode_bytes[index]);
+  bytes.value[4] = rig->modes.opcode;
   link_.Write(bytes);
 }
 
 void RigCommands::CatLock(bool on) {
-  const int rig_model = state_.settings.RigModel;
-  if (!link_.IsOpen() || !IsRig(rig_model)) return;
-  if (rig_model == kFT840) {
-    if (on) {
-      link_.SendDirect({{0, 0, 0, 1, 4}}, "0,0,0,1,[4]");
-    } else {
-      link_.SendDirect({{0, 0, 0, 0, 4}}, "0,0,0,0,[4]");
-    }
-  } else if (on) {
-    link_.SendDirect({{0, 0, 0, 0, 0}}, "0,0,0,0,[0]");
-  } else {
-    link_.SendDirect({{0, 0, 0, 0, 128}}, "0,0,0,0,[128]");
-  }
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  if (!link_.IsOpen() || rig == nullptr) return;
+  const auto& bytes = on ? rig->lock_on : rig->lock_off;
+  link_.SendDirect({bytes}, LockEcho(bytes));
 }
 
 void RigCommands::CatPowerOnOff(bool on) {
   auto& caption = form_.cmdFT817OnOff.caption;
-  if (!link_.IsOpen() || state_.settings.RigModel != kFT817) {
+  const RigRow* rig = RigOf(state_.settings.RigModel);
+  if (!link_.IsOpen() || rig == nullptr || !rig->has_power_command) {
     caption = kPowerOffCaption;
     return;
   }

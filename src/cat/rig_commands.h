@@ -3,6 +3,7 @@
 #include <string>
 
 #include "cat/cat_link.h"
+#include "cat/rigs.h"
 
 namespace kestrum {
 
@@ -32,9 +33,10 @@ class RigCommands {
 
  private:
   // Each tells whether anything came from the set.
-  bool ReadReceiveStatus();    // FT817, FT857, FT897
-  bool ReadMeter();            // FT840
-  bool ReadStatusFiveBytes();  // FT847
+  bool Read(MeterRead way);
+  bool ReadReceiveStatus();
+  bool ReadMeter();
+  bool ReadStatusFiveBytes();
 
   State& state_;
   Form1& form_;

@@ -1,24 +1,13 @@
 #include "cat/rig_text.h"
 
+#include "cat/rigs.h"
 #include "config/settings.h"
 
 namespace kestrum {
 
 std::string RigName(int rig_model) {
-  switch (rig_model) {
-    case kFT817:
-      return "FT817";
-    case kFT840:
-      return "FT840";
-    case kFT847:
-      return "FT847";
-    case kFT857:
-      return "FT857";
-    case kFT897:
-      return "FT897";
-    default:
-      return {};
-  }
+  const RigRow* rig = RigOf(rig_model);
+  return rig != nullptr ? std::string(rig->name) : std::string();
 }
 
 std::string ModeName(int rig_mode) {

@@ -16,6 +16,7 @@ Desktop::Desktop()
       worker_([this](const Handler& done) { binder_.Enter(done); }, files_) {
   // The main window is hidden while the minimal display is open; only Program::End ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
+  program_.on_started = [this](const std::string& name, qint64 process) { links_->Started(name, process); };
   links_->enter = [this](const Handler& arrived) { binder_.Enter(arrived); };
 }
 

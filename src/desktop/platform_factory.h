@@ -20,6 +20,9 @@ class LinksAndWindows : public TextLinks, public WindowLookup {
  public:
   // Runs what an arrived text sets off; set before the first link is made.
   std::function<void(const std::function<void()>&)> enter;
+  // Tells of a companion that this program has just started: its file name and its process. One that is not
+  // ready to be found yet when the program ends is ended all the same.
+  virtual void Started(const std::string& name, qint64 process) = 0;
 };
 std::unique_ptr<LinksAndWindows> MakeLinks();
 
@@ -30,11 +33,14 @@ std::unique_ptr<FileStore> MakeFileStore(const QString& folder);
 QString SerialDevice(int number, const QString& application_folder);
 // Why a device that exists cannot be opened, as a sentence; empty when nothing is known.
 QString WhyDeviceIsClosed(const QString& device);
+// Whether the device behind an open serial line is still there.
+bool SerialLineLives(int handle);
 // Waits a moment until the line has sent what it holds, so that closing does not cut a command in two.
 void DrainSerialLine(int handle);
 
-// Marks this process as the user's only instance until it ends, however it ends. False when another one runs.
-bool ClaimSingleInstance();
+// Marks this process as the user's only instance in the application folder `folder` until it ends, however it
+// ends. False when another one runs there.
+bool ClaimSingleInstance(const QString& folder);
 
 // File name of an executable called "Posdex.exe" in a configuration or a message.
 QString ExecutableName(const QString& name);

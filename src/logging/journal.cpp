@@ -21,12 +21,12 @@ constexpr std::uint64_t kLargestPointer = 8192;
 constexpr std::size_t kMostBlocks = 1000;  // about 10 MB of records that wait for a disk
 constexpr std::chrono::seconds kLongestEnd{30};
 
-// What must stand between the end of a file and a new line.
+// What must stand between the first `size` bytes of a file and a new line.
 std::string Healing(const FileStore& files, const std::string& path, std::uint64_t size) {
   if (size == 0) return {};
-  std::string last;
-  if (files.ReadFrom(path, size - 1, last, 1)) return {};
-  return last == "\n" ? std::string() : std::string(kLineEnd);
+  std::string rest;
+  if (files.ReadFrom(path, size - 1, rest, kLargestJournal)) return {};
+  return rest.starts_with('\n') ? std::string() : std::string(kLineEnd);
 }
 
 std::string CommitLine(std::uint64_t log_size, const std::string& header) {

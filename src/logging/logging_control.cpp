@@ -53,8 +53,7 @@ void LoggingControl::Stop() {
 }
 
 void LoggingControl::ReapplyLock() {
-  const bool port_chosen = state_.settings.ComPort >= 1 && state_.settings.ComPort <= 6;
-  if (port_chosen && link_.IsOpen()) rig_.CatLock(state_.settings.DialLock);
+  if (IsPort(state_.settings.ComPort) && link_.IsOpen()) rig_.CatLock(state_.settings.DialLock);
 }
 
 }  // namespace kestrum

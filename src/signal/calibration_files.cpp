@@ -8,6 +8,7 @@
 
 #include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
+#include "cat/rigs.h"
 #include "config/app_title.h"
 #include "text/number_text.h"
 #include "text/text.h"
@@ -35,14 +36,6 @@ std::vector<std::string> SplitAt(std::string_view text, std::string_view separat
   }
   fields.emplace_back(text);
   return fields;
-}
-
-// Number of the rig that a header names.
-std::optional<int> RigOf(const std::string& name) {
-  for (int rig = kFT817; rig <= kFT897; ++rig) {
-    if (SameText(name, RigName(rig))) return rig;
-  }
-  return {};
 }
 
 std::optional<int> ModeOf(const std::string& name) {
@@ -133,7 +126,7 @@ bool CalibrationFiles::SetRigModeFreq(const std::string& header) {
   if (frequency.empty()) return false;
 
   Settings& settings = state_.settings;
-  const int rig = RigOf(fields[0]).value_or(settings.RigModel);
+  const int rig = RigNumber(fields[0]).value_or(settings.RigModel);
   const int mode = ModeOf(fields[1]).value_or(0);
   const bool new_mode = mode != 0 && mode != settings.RigMode;
   const bool new_frequency = Val(frequency) != TypedKhz(forms_.form1.lblFreq.caption);

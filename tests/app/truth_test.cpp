@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/scripted_car.h"
 #include "text/text_file.h"
 
@@ -26,9 +28,8 @@ struct TrueCar : ScriptedCar {
   void Tick() { form1.tmrMain.tick(); }
   // `deed` happens once, in the pump between reading and record.
   void InThePump(std::function<void()> deed) {
-    world.pump.on_pump = [this, deed = std::move(deed)] {
-      world.pump.on_pump = nullptr;
-      deed();
+    world.pump.on_pump = [deed = std::move(deed), done = false]() mutable {
+      if (!std::exchange(done, true)) deed();
     };
   }
   const std::string& Record() const { return form1.lblLog.caption; }
@@ -131,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ARecord, HasElevenFieldsWhateverTheReaderSends) {
   TrueCar car;
-  for (const std::string text :
+  for (const std::string& text :
        {std::string("5158,00N"), std::string("51\r\n58.00N"), std::string(100000, '7')}) {
     car.SendGps(text, "00532.00E", "A", "33", "2,7");
     car.Tick();
@@ -455,9 +456,8 @@ TEST(TheHint, SaysThatTheFirstCycleOfDistanceModeWaitsForAFix) {
   car.Start();
   std::string hint;
   car.world.pump.on_pump = [&] {
-    hint = car.form1.lblHint.caption;
+    if (hint.empty()) hint = car.form1.lblHint.caption;
     car.SendGps("5158.00N", "00532.00E");
-    car.world.pump.on_pump = nullptr;
   };
   car.form1.tmrMain.tick();
   EXPECT_EQ(hint, "Waiting for a GPS fix");

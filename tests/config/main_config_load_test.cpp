@@ -148,6 +148,17 @@ TEST_F(MainConfigTest, AFileOfMoreThanOneMegabyteIsRejectedAndMovedAsideByTheNex
   EXPECT_LT(ports.files.files[kCfgPath].size(), 2000U);
 }
 
+TEST_F(MainConfigTest, AFileOfOneMegabyteIsLoadedAndNotMovedAside) {
+  Put(GoodLines());
+  std::string& bytes = ports.files.files[kCfgPath];
+  bytes.append((1 << 20) - bytes.size(), '\n');
+  config.LoadCfg();
+  ExpectGoodValues();
+  config.SaveAtEnd();
+  EXPECT_FALSE(ports.files.files.contains("/car/Kestrum.cfg.bad"));
+  EXPECT_LT(ports.files.files[kCfgPath].size(), 2000U);
+}
+
 TEST_F(MainConfigTest, ATextLongerThanItsFieldRejectsTheFile) {
   const std::vector<std::pair<std::size_t, std::size_t>> longest = {
       {15, 64}, {16, 64}, {17, 64}, {18, 64}, {19, 4096}, {20, 4096}, {22, 4096}, {24, 4096}};

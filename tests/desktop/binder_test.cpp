@@ -227,6 +227,84 @@ TEST_F(BinderTest, TheAntennaBoxConsumesEnterAndKeepsWhatIsTyped) {
   EXPECT_EQ(forms.form1.cmbTxAntenna.text, "Antenna1, PWR 10W");
 }
 
+TEST_F(BinderTest, AClickThatBringsTheFocusSelectsAndASecondOneSetsTheCursor) {
+  ShowForm1();
+  auto* edit = On1<QLineEdit>("txtFrequency");
+  forms.form1.txtFrequency.text = "3630 kHz";
+  forms.form1.txtFrequency.focus = [this] { forms.form1.txtFrequency.SelectAll(); };
+  binder.Sync();
+  On1<QPushButton>("cmdUp")->setFocus();
+  const QPoint place(edit->width() - 5, edit->height() / 2);
+  QTest::mousePress(edit, Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  EXPECT_EQ(edit->selectedText(), QStringLiteral("3630 kHz"));
+  QTest::mouseRelease(edit, Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  EXPECT_EQ(edit->selectedText(), QStringLiteral("3630 kHz"));
+  QTest::qWait(QApplication::doubleClickInterval() + 10);
+  QTest::mouseClick(edit, Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  EXPECT_EQ(edit->selectedText(), QString());
+  EXPECT_EQ(edit->cursorPosition(), 8);
+}
+
+class AntennaBox : public BinderTest {
+ protected:
+  void SetUp() override {
+    ShowForm1();
+    box_.items = {"Antenna1, PWR 10W", "Yagi"};
+    box_.text = "Antenna1, PWR 10W";
+    box_.taken = [this] { taken_.push_back(box_.text); };
+    binder.Sync();
+    combo_ = On1<QComboBox>("cmbTxAntenna");
+    combo_->setFocus();
+  }
+  void Type(const char* text) {
+    combo_->lineEdit()->selectAll();
+    QTest::keyClicks(combo_->lineEdit(), QLatin1String(text));
+  }
+  void Leave() { On1<QPushButton>("cmdUp")->setFocus(); }
+
+  ComboBox& box_ = forms.form1.cmbTxAntenna;
+  QComboBox* combo_ = nullptr;
+  std::vector<std::string> taken_;
+};
+
+TEST_F(AntennaBox, EnterTakesTheTextOverOnce) {
+  std::string at_enter;
+  box_.enter_pressed = [&] { at_enter = box_.text; };
+  Type("Whip");
+  EXPECT_TRUE(taken_.empty());
+  QTest::keyClick(combo_->lineEdit(), Qt::Key_Return);
+  EXPECT_EQ(at_enter, "Whip");
+  EXPECT_EQ(taken_, (std::vector<std::string>{"Whip"}));
+  Leave();
+  EXPECT_EQ(taken_.size(), 1U);
+}
+
+TEST_F(AntennaBox, LeavingItAfterTypingTakesTheTextOver) {
+  Type("Whip");
+  Leave();
+  EXPECT_EQ(taken_, (std::vector<std::string>{"Whip"}));
+  combo_->setFocus();
+  Leave();
+  EXPECT_EQ(taken_.size(), 1U) << "nothing was typed this time";
+}
+
+TEST_F(AntennaBox, AChoiceFromTheListTakesItsTextOver) {
+  QTest::keyClick(combo_, Qt::Key_Down);
+  EXPECT_EQ(taken_, (std::vector<std::string>{"Yagi"}));
+  Leave();
+  EXPECT_EQ(taken_.size(), 1U);
+}
+
+TEST_F(AntennaBox, WhatTheProgramWritesIsNotTaken) {
+  box_.text = "Whip";
+  binder.Sync();
+  Leave();
+  EXPECT_TRUE(taken_.empty());
+}
+
 TEST_F(BinderTest, ACheckMarkIsTheProgramsToTurn) {
   auto* action = On1<QAction>("mnuAverageRSSI");
   int clicks = 0;

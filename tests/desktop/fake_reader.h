@@ -28,11 +28,19 @@ class FakeReader : public QObject {
 
   void Change(const QString& item, const QString& text) {
     setProperty(item.toLatin1().constData(), text);
+    Announce(item, text);
+  }
+  void Announce(const QString& item, const QString& text) {
     QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/form1"),
                                                      QStringLiteral("org.freedesktop.DBus.Properties"),
                                                      QStringLiteral("PropertiesChanged"));
     signal << QStringLiteral("org.kestrum.Posdex") << QVariantMap{{item, text}} << QStringList();
     bus_.send(signal);
+  }
+
+  void Beat() {
+    bus_.send(QDBusMessage::createSignal(QStringLiteral("/form1"), QStringLiteral("org.kestrum.Posdex"),
+                                         QStringLiteral("Heartbeat")));
   }
 
   QString title = QStringLiteral("Posdex Version 1.19");

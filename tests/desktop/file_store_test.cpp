@@ -1,15 +1,24 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <libintl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <array>
+#include <atomic>
+#include <clocale>
 #include <csignal>
 #include <fstream>
+#include <thread>
 
+#include "desktop/linux/posix_file.h"
 #include "desktop/linux/posix_file_store.h"
 #include "desktop/text_convert.h"
 
@@ -31,7 +40,8 @@ class FileStoreTest : public ::testing::Test {
   }
 
   QTemporaryDir dir_;
-  PosixFileStore store_{dir_.path()};
+  PosixFileStore files_{dir_.path()};
+  FileStore& store_ = files_;
 };
 
 TEST_F(FileStoreTest, ReplacesAndReadsAllBytes) {
@@ -87,6 +97,165 @@ TEST_F(FileStoreTest, AFullDeviceIsReported) {
   EXPECT_EQ(store_.Append("/dev/full", "x"), "No space left on device");
   EXPECT_EQ(store_.Replace("/dev/full", "x"), "No space left on device");
   EXPECT_EQ(store_.Append("/dev/null", "x"), std::nullopt);
+}
+
+// What is no file at all stands in its place: every answer comes at once, also without anybody at the other
+// end.
+TEST_F(FileStoreTest, WhatIsNoFileIsRefusedAtOnce) {
+  const std::string pipe = Path("pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0666), 0);
+  const std::string socket_path = Path("socket");
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  socket_path.copy(address.sun_path, sizeof(address.sun_path) - 1);
+  ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+  ASSERT_EQ(::symlink("loop", Path("loop").c_str()), 0);
+  struct Row {
+    std::string path;
+    const char* reason;
+  };
+  const Row rows[] = {{pipe, "Not a regular file"},
+                      {socket_path, "Not a regular file"},
+                      {Path("loop"), "Too many levels of symbolic links"},
+                      {dir_.path().toStdString(), "Is a directory"}};
+  for (const Row& row : rows) {
+    std::string read = "untouched";
+    EXPECT_TRUE(store_.Exists(row.path)) << row.path;
+    EXPECT_EQ(store_.Size(row.path), std::nullopt) << row.path;
+    EXPECT_EQ(store_.Read(row.path, read), row.reason) << row.path;
+    EXPECT_EQ(store_.ReadFrom(row.path, 1, read), row.reason) << row.path;
+    EXPECT_EQ(store_.Replace(row.path, "x"), row.reason) << row.path;
+    EXPECT_EQ(store_.Append(row.path, "x"), row.reason) << row.path;
+    EXPECT_EQ(read, "untouched");
+  }
+  std::string read;
+  EXPECT_EQ(store_.Read("/dev/zero", read), "Not a regular file");
+  EXPECT_EQ(store_.Read("/dev/tty", read), "Not a regular file");
+  ::close(socket);
+}
+
+TEST_F(FileStoreTest, APipeWithAFullBufferIsRefusedToo) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0666), 0);
+  const int reader = ::open(Path("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(store_.Append(Path("pipe"), std::string(200000, 'x')), "Not a regular file");
+  EXPECT_EQ(store_.Replace(Path("pipe"), "x"), "Not a regular file");
+  std::array<char, 4> got{};
+  EXPECT_EQ(::read(reader, got.data(), got.size()), 0) << "nothing has been written";
+  ::close(reader);
+}
+
+TEST_F(FileStoreTest, ALinkThatLeadsNowhereIsNothingYet) {
+  ASSERT_EQ(::symlink("target", Path("link").c_str()), 0);
+  EXPECT_FALSE(store_.Exists(Path("link")));
+  EXPECT_EQ(store_.Replace(Path("link"), "new"), std::nullopt);
+  EXPECT_EQ(Content(Path("target")), "new");
+  EXPECT_EQ(store_.Append(Path("link"), "er"), std::nullopt);
+  EXPECT_EQ(Content(Path("target")), "newer");
+}
+
+TEST_F(FileStoreTest, ReadsAsMuchAsIsAskedForAndNoMore) {
+  Put(Path("log"), "0123456789");
+  EXPECT_EQ(store_.Size(Path("log")), 10U);
+  EXPECT_EQ(store_.Size(Path("missing")), std::nullopt);
+  struct Row {
+    std::uint64_t offset;
+    std::uint64_t most;
+    const char* fault;  // or null
+    const char* bytes;
+  };
+  for (const Row& row : {Row{0, 10, nullptr, "0123456789"}, Row{0, 9, "File too large", "untouched"},
+                         Row{9, 1, nullptr, "9"}, Row{8, 1, "File too large", "untouched"},
+                         Row{10, 0, nullptr, ""}, Row{11, 0, nullptr, ""}, Row{1000, 5, nullptr, ""}}) {
+    std::string bytes = "untouched";
+    const FileFault fault = store_.ReadFrom(Path("log"), row.offset, bytes, row.most);
+    EXPECT_EQ(fault, row.fault == nullptr ? FileFault() : FileFault(row.fault)) << row.offset;
+    EXPECT_EQ(bytes, row.bytes) << row.offset;
+  }
+  std::string bytes;
+  EXPECT_EQ(store_.Read(Path("log"), bytes, 9), "File too large");
+  // Its size is told as nothing.
+  EXPECT_EQ(store_.Read("/proc/self/maps", bytes, 100), "File too large");
+  EXPECT_EQ(bytes, "");
+}
+
+TEST_F(FileStoreTest, RemovesAndRenames) {
+  Put(Path("a"), "one");
+  Put(Path("b"), "two");
+  EXPECT_EQ(store_.Rename(Path("a"), Path("b")), std::nullopt);
+  EXPECT_EQ(Content(Path("b")), "one");
+  EXPECT_FALSE(store_.Exists(Path("a")));
+  EXPECT_EQ(store_.Remove(Path("b")), std::nullopt);
+  EXPECT_FALSE(store_.Exists(Path("b")));
+  EXPECT_EQ(store_.Remove(Path("b")), std::nullopt) << "it is gone already";
+  EXPECT_EQ(store_.Rename(Path("a"), Path("b")), "No such file or directory");
+  EXPECT_EQ(store_.Remove(dir_.path().toStdString()), "Is a directory");
+  EXPECT_EQ(store_.Rename(Path("a"), Path("no/such/folder")), "No such file or directory");
+}
+
+// The mask belongs to the whole process: a file that another thread makes meanwhile must not come out open to
+// everybody.
+TEST_F(FileStoreTest, TheUsersMaskStandsAllTheTime) {
+  const mode_t mask = ::umask(077);
+  std::atomic<bool> through = false;
+  std::thread writer([&] {
+    for (int i = 0; i < 300; ++i) {
+      EXPECT_EQ(store_.Replace(Path("new" + std::to_string(i)), "x"), std::nullopt);
+    }
+    through = true;
+  });
+  int open_to_others = 0;
+  for (int i = 0; !through; ++i) {
+    const std::string other = Path("other" + std::to_string(i));
+    ::close(::open(other.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0666));
+    struct stat about {};
+    if (::stat(other.c_str(), &about) == 0 && (about.st_mode & 077U) != 0) ++open_to_others;
+    ::unlink(other.c_str());
+  }
+  writer.join();
+  ::umask(mask);
+  EXPECT_EQ(open_to_others, 0);
+}
+
+// A translation of one system message, as a French system has it, in the form that the C library reads: a
+// header entry with the character set and the message, sorted.
+std::string FrenchMessages() {
+  const std::array<std::string, 2> from = {"", "No such device"};
+  const std::array<std::string, 2> to = {"Content-Type: text/plain; charset=UTF-8\n",
+                                         "Aucun p\u00E9riph\u00E9rique"};
+  const auto number = [](std::size_t value) {
+    std::string bytes;
+    for (int shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<char>(value >> shift & 0xFFU));
+    return bytes;
+  };
+  constexpr std::size_t kHeader = 28;
+  std::string tables;
+  std::string texts;
+  const std::size_t texts_at = kHeader + 2 * from.size() * 8;
+  for (const auto& column : {from, to}) {
+    for (const std::string& text : column) {
+      tables += number(text.size()) + number(texts_at + texts.size());
+      texts += text + '\0';
+    }
+  }
+  return number(0x950412DE) + number(0) + number(from.size()) + number(kHeader) +
+         number(kHeader + from.size() * 8) + number(0) + number(kHeader) + tables + texts;
+}
+
+TEST_F(FileStoreTest, AReasonHasItsLettersInEveryLocale) {
+  ASSERT_TRUE(QDir().mkpath(dir_.filePath(QStringLiteral("fr/LC_MESSAGES"))));
+  Put(Path("fr/LC_MESSAGES/libc.mo"), FrenchMessages());
+  const std::string before = std::setlocale(LC_MESSAGES, nullptr);
+  ASSERT_NE(std::setlocale(LC_MESSAGES, "C.UTF-8"), nullptr);
+  qputenv("LANGUAGE", "fr");
+  const std::string domain = ::bindtextdomain("libc", nullptr);
+  ::bindtextdomain("libc", dir_.path().toLocal8Bit().constData());
+  EXPECT_EQ(posix::Reason(ENODEV), "Aucun p\xE9riph\xE9rique");
+  EXPECT_EQ(posix::Reason(ENOENT), "No such file or directory");
+  ::bindtextdomain("libc", domain.c_str());
+  qunsetenv("LANGUAGE");
+  std::setlocale(LC_MESSAGES, before.c_str());
 }
 
 TEST_F(FileStoreTest, AppendsAndCreates) {

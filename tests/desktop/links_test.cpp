@@ -7,12 +7,15 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <csignal>
 #include <map>
 #include <memory>
+#include <thread>
 
 #include "desktop/fake_reader.h"
 #include "desktop/platform_factory.h"
+#include "support_process/silent_bus.h"
 
 namespace kestrum::test {
 namespace {
@@ -191,5 +194,78 @@ TEST_F(LinksTest, ABusThatHangsLaterDoesNotHoldTheWindow) {
   ::kill(static_cast<pid_t>(bus_.processId()), SIGCONT);
 }
 
+TEST_F(LinksTest, AFloodOfTextsIsHandedOverAsTheNewestOnes) {
+  constexpr int kSignals = 20000;
+  StartReader();
+  const auto links = MakeBoundLinks();
+  int handed_over = 0;
+  links->LinkAutomatic(kTopic, "lblLat1", [&](const std::string& text) {
+    ++handed_over;
+    texts_["lblLat1"] = text;
+  });
+  ASSERT_TRUE(QTest::qWaitFor([&] { return texts_["lblLat1"] == "5157.0000N"; }, 5000));
+  int ticks = 0;
+  QTimer measuring;
+  QObject::connect(&measuring, &QTimer::timeout, [&] { ++ticks; });
+  measuring.start(10);
+  std::thread flood([this] {
+    for (int i = 1; i <= kSignals; ++i) reader_->Announce(QStringLiteral("lblLat1"), QString::number(i));
+  });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return texts_["lblLat1"] == std::to_string(kSignals); }, 60000));
+  flood.join();
+  EXPECT_LT(handed_over, kSignals / 10);
+  EXPECT_GT(ticks, 10);
+}
+
+TEST_F(LinksTest, TheReaderIsSilentSinceItsLastTextOrSignOfLife) {
+  using std::chrono::milliseconds;
+  const auto links = MakeBoundLinks();
+  Link(*links, "lblVal1");
+  EXPECT_FALSE(links->SilentFor(kTopic));
+  StartReader();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return texts_["lblVal1"] == "A"; }, 5000));
+  EXPECT_FALSE(links->SilentFor("other|topic"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return links->SilentFor(kTopic) > milliseconds(300); }, 5000));
+  reader_->Beat();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return links->SilentFor(kTopic) < milliseconds(300); }, 5000));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return links->SilentFor(kTopic) > milliseconds(300); }, 5000));
+  reader_->Change(QStringLiteral("lblVal1"), QStringLiteral("V"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return links->SilentFor(kTopic) < milliseconds(300); }, 5000));
+  reader_.reset();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !links->SilentFor(kTopic); }, 5000));
+}
+
+TEST_F(LinksTest, AStartedReaderThatHasNoNameYetCanBeClosed) {
+  QProcess reader;
+  reader.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
+  ASSERT_TRUE(reader.waitForStarted());
+  const auto links = MakeBoundLinks();
+  EXPECT_FALSE(links->Exists(kTitle));
+  links->Started("Orvandi.exe", reader.processId());
+  EXPECT_FALSE(links->Exists(kTitle)) << "that is no reader";
+  links->Started("\\Posdex.exe", reader.processId());
+  EXPECT_FALSE(links->Exists("Posdex Version 1.18"));
+  EXPECT_TRUE(links->Exists(kTitle));
+  links->Close(kTitle);
+  ASSERT_TRUE(reader.waitForFinished(5000));
+  EXPECT_FALSE(links->Exists(kTitle));
+}
+
+TEST_F(LinksTest, ABusThatLetsInAndThenIsSilentDoesNotHoldTheWindow) {
+  StopBus();
+  auto silent = std::make_unique<process::SilentBus>(dir_.filePath(QStringLiteral("bus")).toStdString());
+  const auto links = MakeBoundLinks();
+  EXPECT_FALSE(links->Exists(kTitle));
+  Link(*links, "lblVal1");
+  int ticks = 0;
+  QTimer measuring;
+  QObject::connect(&measuring, &QTimer::timeout, [&] { ++ticks; });
+  measuring.start(10);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 20; }, 5000));
+  silent.reset();
+  StartBus();
+  StartReader();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return texts_["lblVal1"] == "A"; }, 8000));
+}
 }  // namespace
 }  // namespace kestrum::test

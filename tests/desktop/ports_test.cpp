@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QElapsedTimer>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -8,6 +9,7 @@
 
 #include "desktop/desktop.h"
 #include "desktop/desktop_fixture.h"
+#include "desktop/user_input.h"
 
 namespace kestrum::test {
 namespace {
@@ -117,6 +119,65 @@ TEST(ProgramTest, NamesLieInTheFolderOfTheExecutable) {
   EXPECT_EQ(program.PathOf("\\Kestrum.cfg"), program.Folder() + "/Kestrum.cfg");
   EXPECT_EQ(program.CompanionPath("\\Posdex.exe"), program.Folder() + "/Posdex");
   EXPECT_FALSE(program.StartCompanion("\\NoSuchProgram.exe", ShowStyle::kNormalWithoutFocus));
+}
+
+TEST(ProgramTest, AFileNameThatIsNoWholePathLiesInTheApplicationFolder) {
+  QtProgram program;
+  const std::string folder = program.Folder();
+  const QString elsewhere = QDir::currentPath();
+  ASSERT_TRUE(QDir::setCurrent(QStringLiteral("/")));
+  EXPECT_EQ(program.PathOf("drive.log"), folder + "/drive.log");
+  EXPECT_EQ(program.PathOf("logs/drive.log"), folder + "/logs/drive.log");
+  EXPECT_EQ(program.PathOf("./drive.log"), folder + "/./drive.log");
+  EXPECT_EQ(program.PathOf("\\drive.log"), folder + "/drive.log");
+  EXPECT_EQ(program.PathOf("a\\b.log"), folder + "/a\\b.log") << "elsewhere it is a letter like any other";
+  EXPECT_EQ(program.PathOf("/var/log/drive.log"), "/var/log/drive.log");
+  EXPECT_EQ(program.PathOf(":/drive.log"), folder + "/:/drive.log");
+  EXPECT_EQ(program.PathOf(" drive.log "), folder + "/ drive.log ");
+  EXPECT_EQ(program.PathOf(""), "");
+  QDir::setCurrent(elsewhere);
+}
+
+TEST(ProgramTest, ALossIsToldOnStandardErrorAndByTheExitCode) {
+  QtProgram program;
+  EXPECT_EQ(program.ExitCode(), 0);
+  testing::internal::CaptureStderr();
+  program.ReportLoss("99 records are lost: \r\n/log\xB0");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Kestrum: 99 records are lost: \n/log\u00B0\n");
+  EXPECT_EQ(program.ExitCode(), 3);
+}
+
+// What the toolkit has received from the user and not handed out yet.
+class InputDuringPump : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    button_.resize(100, 40);
+    button_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&button_));
+    QObject::connect(&button_, &QPushButton::clicked, &button_, [this] { ++clicks_; });
+  }
+  ScriptedProgram program_;
+  QtEventPump pump_{program_, [] {}, [] {}};
+  QPushButton button_{QStringLiteral("press")};
+  int clicks_ = 0;
+};
+
+TEST_F(InputDuringPump, WaitsForTheEndOfThePresentHandler) {
+  bool tick = false;
+  QTimer::singleShot(0, qApp, [&tick] { tick = true; });
+  UserClicks(button_, QPoint(20, 20));
+  pump_.Pump();
+  pump_.Pump();
+  EXPECT_TRUE(tick);
+  EXPECT_EQ(clicks_, 0);
+  // Then it comes, without any other event to wake the loop.
+  ASSERT_TRUE(QTest::qWaitFor([this] { return clicks_ == 1; }, 20000));
+}
+
+TEST_F(InputDuringPump, IsServedDuringAWait) {
+  UserClicks(button_, QPoint(20, 20));
+  pump_.PumpFor(std::chrono::milliseconds(100));
+  EXPECT_EQ(clicks_, 1);
 }
 
 TEST(EventPumpTest, PumpRunsWhatIsWaiting) {

@@ -137,6 +137,45 @@ TEST_F(SerialTest, ALineThatTakesNothingDoesNotBlockTheWindow) {
   EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds(1000));
 }
 
+TEST_F(SerialTest, ALineThatTakesNothingIsTriedAgainAtTheNextCycle) {
+  ASSERT_TRUE(port_.Open());
+  // Nobody reads at the far end until the line refuses, and for some cycles more.
+  const std::string noise(1000, 'x');
+  for (int i = 0; i < 200; ++i) {
+    port_.Write(noise);
+    if (i % 20 == 0) QTest::qWait(1);
+    ASSERT_TRUE(port_.IsOpen()) << port_.Trouble();
+  }
+  QTest::qWait(20);
+  EXPECT_TRUE(port_.IsOpen());
+  EXPECT_EQ(port_.Trouble(), "");
+  // The rig comes back to life: old bytes may come first, the new command comes whole and last.
+  ::fcntl(rig_, F_SETFL, O_NONBLOCK);
+  std::array<char, 4096> old{};
+  while (::read(rig_, old.data(), old.size()) > 0) {
+  }
+  ::fcntl(rig_, F_SETFL, 0);
+  port_.Write("\x01\x02\x03\x04\x05");
+  const std::string received = RigReceives(5);
+  EXPECT_EQ(received, "\x01\x02\x03\x04\x05");
+  RigSends("reply");
+  std::this_thread::sleep_for(milliseconds(20));
+  EXPECT_EQ(port_.ReadAll(), "reply");
+}
+
+TEST_F(SerialTest, AFullLineWhoseAdapterVanishesIsLost) {
+  ASSERT_TRUE(port_.Open());
+  const std::string noise(1000, 'x');
+  for (int i = 0; i < 50; ++i) port_.Write(noise);
+  ASSERT_TRUE(port_.IsOpen());
+  Unplug();
+  QTest::qWait(20);
+  port_.Write(noise);
+  EXPECT_EQ(port_.ReadAll(), "");
+  EXPECT_FALSE(port_.IsOpen());
+  EXPECT_NE(port_.Trouble().find("was lost"), std::string::npos);
+}
+
 TEST_F(SerialTest, AVanishedAdapterClosesThePortAndSaysSo) {
   ASSERT_TRUE(port_.Open());
   Unplug();

@@ -1,5 +1,7 @@
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
 
@@ -160,6 +162,115 @@ TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
   const QSize least = Window(QStringLiteral("Form1"))->minimumSizeHint();
   EXPECT_LE(least.width(), 1024);
   EXPECT_LE(least.height(), 560) << "the title bar and a panel of the desktop take their share of 600";
+}
+
+// What files, readers and users can put into the windows, without end.
+class EndlessTexts : public WindowsTest {
+ protected:
+  static std::string Endless() { return std::string(100000, 'W'); }
+
+  void FillForm1() {
+    Form1& form = forms.form1;
+    for (Label* label : {&form.lblSquelch,    &form.lblCatCount,
+                         &form.lblCatComment, &form.lblCatCmd,
+                         &form.lblFreq,       &form.lblRSSI,
+                         &form.lblPrompt,     &form.lblIntervalHeading,
+                         &form.lblInterval,   &form.lblFieldStrenght,
+                         &form.lblPelorus,    &form.lblStatusCaption,
+                         &form.lblRxVal,      &form.lblOpticalDistance,
+                         &form.lblRxHeight,   &form.lblTextBearing,
+                         &form.lblRxDist,     &form.lblRxBearing,
+                         &form.lblRxLat,      &form.lblRxLong,
+                         &form.lblTxLong,     &form.lblTxHeight,
+                         &form.lblLog,        &form.lblTxLat}) {
+      label->caption = label->tool_tip = Endless();
+    }
+    for (LinkLabel* label : {&form.lblDDELat, &form.lblDDELong, &form.lblDDEVal, &form.lblDDECompas,
+                             &form.lblDDEHeight, &form.lblDDESpeed}) {
+      label->caption = Endless();
+    }
+    for (StatusPanel& panel : form.StatusBar1) panel.text = panel.tool_tip = Endless();
+    form.cmdFT817OnOff.caption = Endless();
+    form.frmTxSite.caption = Endless();
+    form.mnuBaud.caption = Endless();
+    form.caption = Endless();
+    form.cmbTxAntenna.items = {Endless()};
+    form.cmbTxAntenna.text = form.txtFrequency.text = form.lblLoggingInto.text = Endless();
+  }
+  void FillTheOthers() {
+    Form3& editor = forms.form3;
+    for (Label* label :
+         {&editor.lbluV, &editor.lblSraw1, &editor.lblSraw, &editor.lblRecNbr, &editor.lblCalFrequency,
+          &editor.lblSSelect, &editor.lblAllS2F, &editor.Label1, &editor.Label2, &editor.Label3}) {
+      label->caption = Endless();
+    }
+    editor.txtEdit.text = editor.frmHelp.caption = editor.frmCalibration.caption = Endless();
+    Form4& timing = forms.form4;
+    timing.Label1.caption = timing.Label2.caption = timing.Text1.text = timing.Text2.text = Endless();
+    for (Label& label : forms.form5.Label1) label.caption = Endless();
+    forms.form5.Frame1.caption = Endless();
+  }
+};
+
+TEST_F(EndlessTexts, NeverMakeAWindowLargerThanTheScreen) {
+  FillForm1();
+  FillTheOthers();
+  for (Form* form : {static_cast<Form*>(&forms.form1), static_cast<Form*>(&forms.form3),
+                     static_cast<Form*>(&forms.form4), static_cast<Form*>(&forms.form5)}) {
+    form->visible = true;
+  }
+  binder.Sync();
+  QApplication::processEvents();
+  constexpr QSize kScreen(1920, 1080);
+  for (const char* name : {"Form1", "Form3", "Form4", "Form5"}) {
+    const QWidget* window = Window(QLatin1String(name));
+    EXPECT_LE(window->minimumSizeHint().width(), kScreen.width()) << name;
+    EXPECT_LE(window->minimumSizeHint().height(), kScreen.height() * 9 / 10) << name;
+    EXPECT_FALSE(const_cast<QWidget*>(window)->grab().isNull()) << name;
+  }
+  const QWidget* label = Find<TextLine>(QStringLiteral("Form1"), QStringLiteral("lblRxVal"));
+  EXPECT_LT(label->toolTip().size(), 4000);
+}
+
+TEST_F(EndlessTexts, ALongToolTipIsBrokenIntoLines) {
+  forms.form1.lblLog.tool_tip = "FT840 3630 kHz, " + std::string(300, 'a') + " <b>";
+  binder.Sync();
+  const QString tip = Find<TextLine>(QStringLiteral("Form1"), QStringLiteral("lblLog"))->toolTip();
+  EXPECT_TRUE(tip.startsWith(QStringLiteral("<p style='white-space:pre-wrap'>FT840 3630 kHz, aaa")));
+  EXPECT_TRUE(tip.endsWith(QStringLiteral(" &lt;b&gt;</p>")));
+}
+
+TEST_F(EndlessTexts, AnOrdinaryValueIsNotShortened) {
+  Form1& form = forms.form1;
+  form.lblRxLat.caption = "5157.123456N";
+  form.lblRxHeight.caption = "12345.6 m";
+  form.StatusBar1[0].text = "Get RSSI every 9999 mSec";
+  ShowForm1();
+  for (const char* name : {"lblRxLat", "lblRxHeight", "lblTxLat", "lblInterval", "StatusBar1_0"}) {
+    const auto* label = Find<TextLine>(QStringLiteral("Form1"), QLatin1String(name));
+    EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->contentsRect().width()) << name;
+  }
+}
+
+TEST_F(EndlessTexts, WhatIsTypedHasAnEnd) {
+  ShowForm1();
+  forms.form4.visible = forms.form3.visible = true;
+  binder.Sync();
+  struct Row {
+    const char* window;
+    const char* box;
+    int most;
+  };
+  for (const Row& row : {Row{"Form1", "txtFrequency", 72}, Row{"Form3", "txtEdit", 72},
+                         Row{"Form4", "Text1", 72}, Row{"Form4", "Text2", 72}}) {
+    auto* edit = Find<QLineEdit>(QLatin1String(row.window), QLatin1String(row.box));
+    edit->selectAll();
+    QTest::keyClicks(edit, QString(100, QLatin1Char('1')));
+    EXPECT_EQ(edit->text().size(), row.most) << row.box;
+  }
+  EXPECT_EQ(forms.form1.txtFrequency.text.size(), 72U);
+  auto* antenna = Find<QComboBox>(QStringLiteral("Form1"), QStringLiteral("cmbTxAntenna"));
+  EXPECT_EQ(antenna->lineEdit()->maxLength(), 4096);
 }
 
 TEST_F(WindowsTest, AReadoutKeepsItsSizeWhateverTheSignal) {

@@ -121,6 +121,7 @@ std::unique_ptr<process::Child> Car::StartKestrum(const std::vector<std::string>
                                                   const Environment& changes) {
   process::Call call = CallOf("Kestrum", arguments);
   call.environment.insert(call.environment.end(), changes.begin(), changes.end());
+  if (keep_errors_) call.errors = File("errors.txt");
   auto kestrum = std::make_unique<process::Child>(call);
   // From here on a signal asks it to end.
   EXPECT_TRUE(process::Eventually([&] { return process::Handles(kestrum->pid(), SIGTERM); }));

@@ -71,6 +71,8 @@ class Car {
   // Kestrum with a bus of this car, offscreen. The environment changes ours.
   std::unique_ptr<process::Child> StartKestrum(const std::vector<std::string>& arguments,
                                                const Environment& changes = {});
+  // What Kestrum says on standard error goes from now on into errors.txt.
+  void KeepErrors() { keep_errors_ = true; }
   std::unique_ptr<process::Child> StartReader();
   // Until the reader answers and the logger has had time to hear of it: only a reader that it knows of can be
   // closed by it.
@@ -85,6 +87,7 @@ class Car {
  private:
   process::Call CallOf(const std::string& program, const std::vector<std::string>& arguments);
 
+  bool keep_errors_ = false;
   process::Scratch scratch_;
   process::PrivateBus bus_;
   RigLog rig_;

@@ -375,5 +375,14 @@ TEST_F(TimingWindowTest, TheLabelsBehindTheMessageAlreadyTellTheTruth) {
   EXPECT_EQ(ports.dialogs.messages.size(), 1U);
 }
 
+TEST_F(TimingWindowTest, OpeningAnewShowsTheUnitsAlone) {
+  EnterTime("2000");
+  EXPECT_EQ(window.Label1.caption, "2000 mSec");
+  EXPECT_EQ(window.Label2.caption, "1 km");
+  timing.Open();
+  EXPECT_EQ(window.Label1.caption, " mSec");
+  EXPECT_EQ(window.Label2.caption, " km");
+}
+
 }  // namespace
 }  // namespace kestrum

@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include "harness.h"
+#include "support_process/silent_bus.h"
 
 namespace kestrum::posdex {
 namespace {
@@ -65,6 +66,27 @@ TEST_F(BusServiceTest, AnnouncesOnlyWhatHasChanged) {
   EXPECT_EQ(client.changes[1], (QVariantMap{{Q("lblSpeed1"), Q("11")}}));
   EXPECT_EQ(client.interface_of_last_change, Q("org.kestrum.Posdex"));
   EXPECT_TRUE(client.invalidated_of_last_change.isEmpty());
+}
+
+TEST_F(BusServiceTest, GivesASignOfLifeEveryTwoSeconds) {
+  const PrivateBus bus(Address());
+  service_.Start();
+  ASSERT_TRUE(WaitForState("on the session bus"));
+  const LinkClient client(bus.Address());
+  ASSERT_TRUE(WaitFor([&] { return client.heartbeats == 2; }, 8000));
+  EXPECT_TRUE(client.changes.isEmpty());
+}
+
+TEST_F(BusServiceTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
+  {
+    const process::SilentBus silent(folder_.filePath(Q("bus")).toStdString());
+    service_.Start();
+    ASSERT_TRUE(WaitFor([&] { return silent.let_in() == 1; }, 5000));
+    RunFor(100);
+  }
+  QFile::remove(folder_.filePath(Q("bus")));
+  const PrivateBus bus(Address());
+  EXPECT_TRUE(WaitForState("on the session bus", 8000));
 }
 
 TEST_F(BusServiceTest, PassesTheCloseMessageOn) {

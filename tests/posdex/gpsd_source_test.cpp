@@ -9,7 +9,17 @@
 namespace kestrum::posdex {
 namespace {
 
-constexpr const char* kRmc = "GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A";
+// A fix of a receiver, at a latitude.
+QByteArray Tpv(double latitude, const char* device = "/dev/ttyUSB0") {
+  return QStringLiteral(R"({"class":"TPV","device":"%1","mode":3,"lat":%2,"lon":5.5,"altMSL":100})")
+             .arg(Q(device))
+             .arg(latitude)
+             .toLatin1() +
+         "\r\n";
+}
+QByteArray NoFix(const char* device) {
+  return QByteArray(R"({"class":"TPV","mode":1,"device":")") + device + "\"}\r\n";
+}
 
 // A daemon that says what the test wants, for the moments that a real one cannot be brought into.
 class GpsdSourceTest : public testing::Test {
@@ -20,8 +30,12 @@ class GpsdSourceTest : public testing::Test {
     choice.host = Q("127.0.0.1");
     choice.port = server_.serverPort();
     source_ = MakeSource(choice, {});
+    QObject::connect(source_.get(), &Source::PositionReported, [this](const Fix& fix) {
+      if (fix.valid) latitudes_.append(*fix.latitude_deg);
+    });
     QObject::connect(source_.get(), &Source::LineReceived,
-                     [this](const QByteArray& line) { lines_.append(line); });
+                     [](const QByteArray& line) { ADD_FAILURE() << line.toStdString(); });
+    QObject::connect(source_.get(), &Source::SatellitesReported, [this](int count) { satellites_ = count; });
     QObject::connect(source_.get(), &Source::StateChanged,
                      [this](const SourceState& state) { states_.append(state); });
     source_->Start();
@@ -39,25 +53,51 @@ class GpsdSourceTest : public testing::Test {
   }
 
   QTcpServer server_;
-  QList<QByteArray> lines_;
+  QList<double> latitudes_;
+  int satellites_ = -1;
   QList<SourceState> states_;
   std::unique_ptr<Source> source_;
 };
 
-TEST_F(GpsdSourceTest, AsksForTheNmeaStreamAndHandsOutItsLines) {
+TEST_F(GpsdSourceTest, AsksForTheReportsAndHandsOutTheirPositions) {
   Start();
   QTcpSocket* client = Accept();
   ASSERT_NE(client, nullptr);
   ASSERT_TRUE(WaitFor([&] { return client->canReadLine(); }, 2000));
-  EXPECT_TRUE(client->readLine().startsWith("?WATCH={\"enable\":true,\"nmea\":true};"));
+  EXPECT_TRUE(client->readLine().startsWith("?WATCH={\"enable\":true,\"json\":true};"));
   client->write("{\"class\":\"VERSION\",\"release\":\"3.22\"}\r\n");
-  client->write(Nmea(kRmc).left(10));
+  client->write(Tpv(51.95).left(10));
   client->flush();
   RunFor(50);
-  client->write(Nmea(kRmc).mid(10));
-  ASSERT_TRUE(WaitFor([this] { return !lines_.isEmpty(); }, 2000));
-  EXPECT_EQ(lines_, QList<QByteArray>{Nmea(kRmc).trimmed()});
+  client->write(Tpv(51.95).mid(10));
+  client->write("{\"class\":\"SKY\",\"device\":\"/dev/ttyUSB0\",\"uSat\":7}\r\n");
+  ASSERT_TRUE(WaitFor([this] { return satellites_ == 7; }, 2000));
+  EXPECT_EQ(latitudes_, QList<double>{51.95});
   EXPECT_EQ(states_, QList<SourceState>{(SourceState{SourceState::Link::kConnected, {}})});
+}
+
+TEST_F(GpsdSourceTest, SentencesAreNoBusinessOfIts) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  client->write(Nmea("GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A") + Tpv(52));
+  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, 2000));
+  EXPECT_EQ(latitudes_, QList<double>{52});
+}
+
+TEST_F(GpsdSourceTest, FollowsOneReceiverAsLongAsItHasAFix) {
+  Start();
+  QTcpSocket* client = Accept();
+  ASSERT_NE(client, nullptr);
+  for (const QByteArray& report : {NoFix("/dev/a"), NoFix("/dev/b"), Tpv(1, "/dev/b"), Tpv(2, "/dev/a"),
+                                   NoFix("/dev/a"), Tpv(3, "/dev/b"), NoFix("/dev/b"), Tpv(4, "/dev/a")})
+    client->write(report);
+  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 3; }, 2000));
+  EXPECT_EQ(latitudes_, (QList<double>{1, 3, 4}));
+  client->write("{\"class\":\"DEVICE\",\"path\":\"/dev/b\",\"activated\":0}\r\n");
+  client->write(Tpv(5, "/dev/a"));
+  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 4; }, 2000));
+  EXPECT_EQ(states_.size(), 1) << "only the other receiver has gone";
 }
 
 TEST_F(GpsdSourceTest, TellsThatGpsdHasNoReceiverUntilThereIsOne) {
@@ -66,7 +106,7 @@ TEST_F(GpsdSourceTest, TellsThatGpsdHasNoReceiverUntilThereIsOne) {
   ASSERT_NE(client, nullptr);
   client->write("{\"class\":\"DEVICES\",\"devices\":[]}\r\n");
   EXPECT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has no receiver", 2000));
-  client->write(Nmea(kRmc));
+  client->write(Tpv(52));
   EXPECT_TRUE(WaitForState(SourceState::Link::kConnected, "", 2000));
   client->write("{\"class\":\"DEVICE\",\"path\":\"/dev/ttyUSB0\",\"activated\":0}\r\n");
   EXPECT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has lost its receiver", 2000));
@@ -77,8 +117,8 @@ TEST_F(GpsdSourceTest, ComesBackAfterEachLoss) {
   for (int round = 0; round < 3; ++round) {
     QTcpSocket* client = Accept();
     ASSERT_NE(client, nullptr) << round;
-    client->write(Nmea(kRmc));
-    ASSERT_TRUE(WaitFor([&] { return lines_.size() == round + 1; }, 2000));
+    client->write(Tpv(52 + round));
+    ASSERT_TRUE(WaitFor([&] { return latitudes_.size() == round + 1; }, 2000));
     delete client;
     ASSERT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has stopped", 2000));
   }
@@ -88,15 +128,15 @@ TEST_F(GpsdSourceTest, HalfALineOfALostConnectionIsForgotten) {
   Start();
   QTcpSocket* client = Accept();
   ASSERT_NE(client, nullptr);
-  client->write("$GPRMC,12");
+  client->write("{\"class\":\"TPV\",");
   client->flush();
   RunFor(50);
   delete client;
   client = Accept();
   ASSERT_NE(client, nullptr);
-  client->write(Nmea(kRmc));
-  ASSERT_TRUE(WaitFor([this] { return !lines_.isEmpty(); }, 2000));
-  EXPECT_EQ(lines_, QList<QByteArray>{Nmea(kRmc).trimmed()});
+  client->write(Tpv(52));
+  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, 2000));
+  EXPECT_EQ(latitudes_, QList<double>{52});
 }
 
 TEST_F(GpsdSourceTest, SurvivesGarbage) {
@@ -106,9 +146,8 @@ TEST_F(GpsdSourceTest, SurvivesGarbage) {
   client->write(
       "{\n{]\n{\"class\":7}\n{\"class\":\"DEVICES\"\n\n[]\n{\"class\":\"DEVICE\",\"activated\":\"x\"}\n");
   for (int i = 0; i < 20; ++i) client->write(QByteArray(100000, static_cast<char>('{' + i)));
-  client->write("\n" + Nmea(kRmc));
-  ASSERT_TRUE(WaitFor([this] { return lines_.contains(Nmea(kRmc).trimmed()); }, 5000));
-  for (const QByteArray& line : lines_) EXPECT_LE(line.size(), Source::kLongestLine);
+  client->write("\n" + Tpv(52));
+  ASSERT_TRUE(WaitFor([this] { return latitudes_ == QList<double>{52}; }, 5000));
 }
 
 TEST_F(GpsdSourceTest, AskingTwiceInVainEndsADeadConnection) {
@@ -134,24 +173,6 @@ TEST_F(GpsdSourceTest, KeepsTryingWhenNobodyListens) {
   ASSERT_TRUE(WaitForState(SourceState::Link::kFailed, "Connection refused", 3000));
   ASSERT_TRUE(server_.listen(QHostAddress::LocalHost, port));
   EXPECT_NE(Accept(), nullptr);
-}
-
-TEST(ReceiverTrouble, IsReadFromTheReportsOfGpsd) {
-  const QList<std::pair<QByteArray, QString>> rows{
-      {R"({"class":"DEVICES","devices":[]})", Q("gpsd has no receiver")},
-      {R"({"class":"DEVICES","devices":[{"class":"DEVICE","path":"/dev/ttyUSB0"}]})", {}},
-      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":0})", Q("gpsd has lost its receiver")},
-      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":1785000000.5})", {}},
-      {R"({"class":"DEVICE","path":"/dev/ttyUSB0","activated":"2026-11-21T00:00:00.000Z"})", {}},
-      {R"({"class":"DEVICE","path":"/dev/ttyUSB0"})", {}},
-      {R"({"class":"VERSION","release":"3.22"})", {}},
-      {R"({"class":7})", {}},
-      {R"({"class":"DEVICES")", {}},
-      {"{", {}},
-      {"", {}},
-  };
-  for (const auto& [report, trouble] : rows)
-    EXPECT_EQ(ReceiverTrouble(report), trouble) << report.toStdString();
 }
 
 TEST(GpsdSource, TellsItsName) {

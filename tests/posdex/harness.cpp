@@ -106,6 +106,8 @@ LinkClient::LinkClient(const QString& address)
   EXPECT_TRUE(bus_.isConnected());
   EXPECT_TRUE(bus_.connect(Q("org.kestrum.Posdex"), Q("/form1"), Q("org.freedesktop.DBus.Properties"),
                            Q("PropertiesChanged"), this, SLOT(OnChanged(QString, QVariantMap, QStringList))));
+  EXPECT_TRUE(bus_.connect(Q("org.kestrum.Posdex"), Q("/form1"), Q("org.kestrum.Posdex"), Q("Heartbeat"),
+                           this, SLOT(OnHeartbeat())));
 }
 
 LinkClient::~LinkClient() {

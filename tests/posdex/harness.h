@@ -41,6 +41,7 @@ class Pty {
   Pty& operator=(const Pty&) = delete;
 
   QString Device() const { return device_; }
+  int Master() const { return master_; }
   void Write(const QByteArray& bytes) const;
   void Unplug();
 
@@ -101,10 +102,12 @@ class LinkClient : public QObject {
 
   /// What each PropertiesChanged has said so far.
   QList<QVariantMap> changes;
+  int heartbeats = 0;
   QString interface_of_last_change;
   QStringList invalidated_of_last_change;
 
  private Q_SLOTS:
+  void OnHeartbeat() { ++heartbeats; }
   void OnChanged(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
 
  private:

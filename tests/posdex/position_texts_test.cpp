@@ -100,6 +100,11 @@ TEST(PositionTexts, WritesCoursesBelow360) {
   EXPECT_EQ(CourseText(359.96), Q("0"));
   EXPECT_EQ(CourseText(360.0), Q("0"));
   EXPECT_EQ(CourseText(0.0), Q("0"));
+  EXPECT_EQ(CourseText(370.5), Q("10.5"));
+  EXPECT_EQ(CourseText(720.0), Q("0"));
+  EXPECT_EQ(CourseText(-90.0), Q("270"));
+  EXPECT_EQ(CourseText(-0.01), Q("0"));
+  EXPECT_EQ(CourseText(1e300), Q("32768"));
   EXPECT_EQ(CourseText(std::nullopt), Q("32768"));
 }
 

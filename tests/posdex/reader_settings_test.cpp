@@ -24,8 +24,15 @@ SourceChoice File(const char* path, bool loop) {
   return {Kind::kFile, Q("localhost"), 2947, Q(path), 4800, loop};
 }
 
+SourceChoice Auto() {
+  SourceChoice choice;
+  choice.kind = Kind::kAuto;
+  return choice;
+}
+
 TEST(ReaderSettings, ReadsSources) {
   const std::vector<std::pair<const char*, SourceChoice>> rows{
+      {"auto", Auto()},
       {"gpsd", Gpsd("localhost", 2947)},
       {"gpsd:pi.local", Gpsd("pi.local", 2947)},
       {"gpsd:pi.local:3000", Gpsd("pi.local", 3000)},
@@ -50,6 +57,7 @@ TEST(ReaderSettings, ReadsSources) {
 TEST(ReaderSettings, RefusesMalformedSourcesAndSaysWhy) {
   const std::vector<std::pair<const char*, const char*>> rows{
       {"", "unknown source \"\""},
+      {"auto:", "unknown source \"auto:\""},
       {"usb", "unknown source \"usb\""},
       {"GPSD", "unknown source \"GPSD\""},
       {"gpsd:", "no host after gpsd:"},

@@ -34,6 +34,17 @@ TEST(ReaderWindow, ShowsSourceStateAndLink) {
   EXPECT_EQ(Find(window, "lblBus")->text(), Q("on the session bus"));
 }
 
+TEST(ReaderWindow, ShowsWhatTheReceiverSaysAndWhichOneItIs) {
+  ReaderWindow window(Q("automatic: gpsd or a serial port"));
+  EXPECT_EQ(Find(window, "lblFix")->text(), Q("no fix"));
+  EXPECT_EQ(Find(window, "lblAge")->text(), Q("no position yet"));
+  window.SetFix(Q("3D fix, 8 satellites"), Q("under 1 s"));
+  window.SetSource(Q("found: serial port gps at 38400 baud"));
+  EXPECT_EQ(Find(window, "lblFix")->text(), Q("3D fix, 8 satellites"));
+  EXPECT_EQ(Find(window, "lblAge")->text(), Q("under 1 s"));
+  EXPECT_EQ(Find(window, "lblSource")->text(), Q("found: serial port gps at 38400 baud"));
+}
+
 TEST(ReaderWindow, ShowsAComplaintOnlyWhenThereIsOne) {
   ReaderWindow window(Q("x"));
   window.show();

@@ -218,5 +218,12 @@ TEST_F(Car, AfterARecordTheReferenceIsTheTransmitter) {
   EXPECT_NEAR(site.DistanceFromReference(), 3.738, 0.001);
 }
 
+TEST_F(Car, PelorusUsesTheCompassOfTheRecordNotTheLabel) {
+  StandAt("5157.00N", "00532.00E");
+  form.lblDDECompas.caption = "90";
+  Show();
+  EXPECT_EQ(form.lblPelorus.caption, "357\xB0");  // 350 + 7
+}
+
 }  // namespace
 }  // namespace kestrum::test

@@ -38,5 +38,11 @@ TEST(SpeedText, WritesEnormousSpeedsWithoutAnExponent) {
   EXPECT_EQ(SpeedText(std::string(400, '9')).find('e'), std::string::npos);
 }
 
+TEST(SpeedText, KeepsItsFactorsExactAtHighSpeeds) {
+  EXPECT_EQ(SpeedText("100"), " 100 knots, 185.2 km, 51.4 m/s, and  115.1 mph ");
+  EXPECT_EQ(SpeedText("1000"), " 1000 knots, 1852 km, 514.4 m/s, and  1151 mph ");
+  EXPECT_EQ(SpeedText("20000"), " 20000 knots, 37040 km, 10288.9 m/s, and  23020.5 mph ");
+}
+
 }  // namespace
 }  // namespace kestrum

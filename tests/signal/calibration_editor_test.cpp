@@ -395,5 +395,45 @@ TEST_F(CalibrationEditorTest, ClearingFromTheMainWindowLoadsItHidden) {
   EXPECT_EQ(form.lblRecNbr.caption, "032") << "opening shows the window that has been following";
 }
 
+TEST_F(CalibrationEditorTest, EveryDigitOfTypedTextIsKept) {
+  bench.table.ClearCalibration(true);
+  StopAt(100);
+  Type("9x8y7z6-5+4/3:2;1,0 uV");
+  EXPECT_EQ(form.txtEdit.text, "9876543210");
+  Type("19.09");
+  EXPECT_EQ(form.txtEdit.text, "19.09");
+  EXPECT_EQ(rows[100], (TableRow{"", "19.09", ""}));
+}
+
+TEST_F(CalibrationEditorTest, StoresAtBothEndsOfTheScale) {
+  for (const int raw : {0, 255}) {
+    bench.table.ClearCalibration(true);
+    bench.Read(raw);
+    Type("60");
+    EXPECT_EQ(rows[static_cast<std::size_t>(raw)], (TableRow{"", "60", ""})) << raw;
+    bench.table.ClearCalibration(true);
+    StopAt(raw);
+    Type("60");
+    EXPECT_EQ(rows[static_cast<std::size_t>(raw)], (TableRow{"", "60", ""})) << raw;
+    form.cmdStop.click();
+  }
+}
+
+// Clearing from the editor's own menu loads nothing; the default menu clears as the main window does, once.
+TEST_F(CalibrationEditorTest, MenusLoadTheWindowAsTheirCallsSay) {
+  int loads = 0;
+  form.loaded = false;
+  form.load = [&loads] { ++loads; };
+  form.mnuClearCalibration.click();
+  EXPECT_EQ(loads, 0);
+  form.mnuDefaultCalibration.click();
+  EXPECT_EQ(loads, 1);
+  bench.forms.form1.mnuDefaultCalibration.click();
+  EXPECT_EQ(loads, 2);
+  bench.files.SaveS2Ftable("/car/Calibration1.cfg");
+  bench.forms.form1.mnuLoadConfig1.click();
+  EXPECT_EQ(loads, 3);
+}
+
 }  // namespace
 }  // namespace kestrum

@@ -379,5 +379,14 @@ TEST_F(CalibrationFilesTest, EndOfProgramUnderTheInputBox) {
   EXPECT_TRUE(messages.empty());
 }
 
+TEST_F(CalibrationFilesTest, TheThirdPanelNamesTheRigOfTheFile) {
+  Load(FileOf("FT857 USB 7050"));
+  EXPECT_EQ(form.StatusBar1[2].text, "Com1=9k6 FT857 ");
+  EXPECT_TRUE(form.mnuFT857.checked);
+  EXPECT_EQ(bench.StatusText(), "Cat FT857 Com1  /car/Calibration1.cfg");
+  Load(FileOf("FT840 USB 7050"));
+  EXPECT_EQ(form.StatusBar1[2].text, "Com1=9k6 FT840 ");
+}
+
 }  // namespace
 }  // namespace kestrum

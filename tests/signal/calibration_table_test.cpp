@@ -339,6 +339,38 @@ TEST_F(CalibrationTableTest, StatusLabelShowsRigAndCalibration) {
   EXPECT_EQ(caption, "Cat FT840 Com2  /car/Calibration1.cfg");
 }
 
+// A point above with the same voltage is no upper point: the line runs to the next one that is higher.
+TEST_F(CalibrationTableTest, AnEqualVoltageAboveIsPassedOver) {
+  table.S2Ftable[10] = {"S1", "2", "1"};
+  table.S2Ftable[20] = {"S2", "2", ""};
+  table.S2Ftable[30] = {"S3", "4", "3"};
+  EXPECT_EQ(Converted(12), (TableRow{"S1+", " 2.2", " 1.2"}));
+}
+
+TEST_F(CalibrationTableTest, TheUpperFieldPointMayBeTheVeryNextRow) {
+  table.S2Ftable[10] = {"", "1", "5"};
+  table.S2Ftable[11] = {"S2", "2", "3"};
+  table.S2Ftable[30] = {"S3", "3", "8"};
+  table.S2Ftable[kCurrentRow] = {"S1", "1", "9.5"};
+  EXPECT_EQ(Converted(10).millivolt_per_metre, "9.5") << "the next row is lower: the text before stays";
+  table.S2Ftable[254] = {"", "4", "9"};
+  table.S2Ftable[255] = {"", "", "10"};
+  EXPECT_EQ(Converted(254).millivolt_per_metre, "??x") << "the next row is the last";
+}
+
+TEST_F(CalibrationTableTest, TheUpperVoltageMayBeTheVeryNextRow) {
+  table.S2Ftable[254] = {"", "4", "9"};
+  table.S2Ftable[255] = {"S9", "5", "10"};
+  EXPECT_EQ(Converted(254), (TableRow{"S?", "???", "???"}));
+}
+
+TEST_F(CalibrationTableTest, TidyLooksAtTheLastRowToo) {
+  table.S2Ftable[10] = {"S1", "5", "1"};
+  table.S2Ftable[255] = {"S2", "5", "2"};
+  table.TidyCalibration();
+  EXPECT_EQ(table.S2Ftable[255], TableRow());
+}
+
 // Every operation is rounded by itself: fused into one, slope and addition give 386.65 here.
 TEST_F(CalibrationTableTest, EachStepIsRoundedToSingle) {
   table.S2Ftable[70] = {"S5", "1", "169.5"};

@@ -282,5 +282,38 @@ TEST_F(SMeterTest, EditorFollowsOnlyWhileLoaded) {
   EXPECT_EQ(followed, 1);
 }
 
+TEST_F(SMeterTest, SquelchLevelAtTheEndsOfTheSliderIsShown) {
+  for (const int level : {0, 255}) {
+    form.sldSquelch.value = 17;
+    settings.SquelchLevel = static_cast<std::int16_t>(level);
+    bench.meter.ShowAtStart();
+    EXPECT_EQ(form.sldSquelch.value, level);
+  }
+}
+
+TEST_F(SMeterTest, SquelchOfTheScaleEndsTakesWhatReachesIt) {
+  settings.SquelchLevel = 0;
+  bench.meter.AverageRSSIValue(0, false);
+  EXPECT_EQ(form.lblSquelch.back_color, Color::kGreen) << "0 reaches 0";
+  bench.meter.AverageRSSIValue(0, true);
+  settings.SquelchLevel = 255;
+  bench.meter.AverageRSSIValue(254, false);
+  EXPECT_EQ(form.lblSquelch.back_color, Color::kRed);
+  bench.meter.AverageRSSIValue(255, false);
+  EXPECT_EQ(form.lblSquelch.back_color, Color::kGreen);
+  EXPECT_EQ(bench.meter.AveragedRssi(), 255);
+}
+
+TEST_F(SMeterTest, StartSetsTheEndsOfSliderAndBars) {
+  form.sldSquelch.minimum = 5;
+  form.sldSquelch.maximum = 100;
+  form.ProgressBar1.maximum = minimal.ProgressBar1.maximum = 100;
+  bench.meter.ShowAtStart();
+  EXPECT_EQ(form.sldSquelch.minimum, 0);
+  EXPECT_EQ(form.sldSquelch.maximum, 255);
+  EXPECT_EQ(form.ProgressBar1.maximum, 255);
+  EXPECT_EQ(minimal.ProgressBar1.maximum, 255);
+}
+
 }  // namespace
 }  // namespace kestrum

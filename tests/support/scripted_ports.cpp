@@ -165,6 +165,7 @@ FileFault MemoryFiles::WriteFault(const std::string& path) const {
 }
 
 FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
+  if (on_write) on_write(path);
   ++replaces;
   if (FileFault fault = WriteFault(path)) return fault;
   files[path] = bytes;
@@ -172,6 +173,7 @@ FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) 
 }
 
 FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
+  if (on_write) on_write(path);
   const bool journal = path.ends_with(".pending");
   if (!journal) ++appends;
   if (FileFault fault = WriteFault(path)) return fault;

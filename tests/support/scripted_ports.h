@@ -142,7 +142,11 @@ class ScriptedPump : public EventPump {
 class CountingBeeper : public Beeper {
  public:
   int beeps = 0;
-  void Beep() override { ++beeps; }
+  std::function<void()> on_beep;
+  void Beep() override {
+    ++beeps;
+    if (on_beep) on_beep();
+  }
 };
 
 class ScriptedProgram : public Program {
@@ -174,7 +178,11 @@ class ScriptedWindows : public WindowLookup {
   std::vector<std::string> closed;
 
   bool Exists(const std::string& title) override;
-  void Close(const std::string& title) override { closed.push_back(title); }
+  std::function<void()> on_close;  // before a window is closed
+  void Close(const std::string& title) override {
+    if (on_close) on_close();
+    closed.push_back(title);
+  }
 };
 
 class MemoryFiles : public FileStore {
@@ -184,6 +192,7 @@ class MemoryFiles : public FileStore {
   std::string write_fault;      // Replace, Append and Rename
   std::string faulty_path;      // when not empty, only writing to this path fails
   bool forget_appends = false;  // count them only, for drives that last for days
+  std::function<void(const std::string& path)> on_write;  // before Replace and Append
   int replaces = 0;
   int appends = 0;  // but for those to a journal
   std::size_t appended_lines = 0;

@@ -33,6 +33,10 @@ constexpr int kPatienceMs = 20000;
       ::unsetenv(name.c_str());
     }
   }
+  if (!call.errors.empty()) {
+    const int errors = ::open(call.errors.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0666);
+    if (errors >= 0) ::dup2(errors, STDERR_FILENO);
+  }
   const bool ready = (call.folder.empty() || ::chdir(call.folder.c_str()) == 0) &&
                      ::dup2(input, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0;
   if (ready) ::execvp(pointers[0], pointers.data());

@@ -6,6 +6,7 @@
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
+#include "desktop/ports/box_text.h"
 #include "desktop/text_convert.h"
 #include "desktop/twips.h"
 #include "desktop/widgets/control_colors.h"
@@ -25,11 +26,22 @@ namespace {
 
 constexpr double kFullBarHeight_twips = 456;
 
-// Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory.").
+// No window becomes larger than the screen by what a file holds.
+constexpr int kMostOfLabel = 1000;
+constexpr int kMostOfHeading = 60;
+constexpr int kMostOfToolTip = 2000;
+constexpr qsizetype kLongLine = 160;
+
+// Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory."). Only mark-up
+// breaks long lines.
 QString ToolTip(const std::string& text) {
-  QString plain = ToQtLines(text);
-  if (!Qt::mightBeRichText(plain)) return plain;
-  return QLatin1String("<p style='white-space:pre'>") + plain.toHtmlEscaped() + QLatin1String("</p>");
+  QString plain = Shortened(ToQtLines(text), kMostOfToolTip);
+  const QStringList lines = plain.split(QLatin1Char('\n'));
+  const bool is_long =
+      std::any_of(lines.begin(), lines.end(), [](const QString& line) { return line.size() > kLongLine; });
+  if (!is_long && !Qt::mightBeRichText(plain)) return plain;
+  return QStringLiteral("<p style='white-space:%1'>%2</p>")
+      .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain).toHtmlEscaped());
 }
 
 // What a screen reader says of a needle.
@@ -52,7 +64,7 @@ void Binder::BindCommon(const Control& control, QWidget* widget) {
   widget->setObjectName(QLatin1String(control.name));
   Follow<std::string>(control.tool_tip, [widget](const std::string& text) {
     widget->setToolTip(ToolTip(text));
-    widget->setAccessibleDescription(ToQtLines(text));
+    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   FollowFrom<bool>(true, control.enabled, [widget](const bool& enabled) { widget->setEnabled(enabled); });
   FollowFrom<bool>(true, control.visible, [widget](const bool& visible) { widget->setVisible(visible); });
@@ -64,7 +76,7 @@ void Binder::Bind(Label& label, QLabel* widget) {
   BindCommon(label, widget);
   widget->setTextFormat(Qt::PlainText);  // "&" and "<" stand for themselves
   Follow<std::string>(label.caption, [widget](const std::string& text) {
-    widget->setText(ToQtLines(text));
+    widget->setText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   auto* events = new UserEvents(widget);
@@ -74,7 +86,7 @@ void Binder::Bind(Label& label, QLabel* widget) {
 void Binder::Bind(Label& label, TextLine* widget) {
   BindCommon(label, widget);
   Follow<std::string>(label.caption, [widget](const std::string& text) {
-    widget->SetText(ToQtLines(text));
+    widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   FollowFrom<bool>(false, label.stale, [widget](const bool& stale) { widget->SetStale(stale); });
@@ -115,20 +127,20 @@ void Binder::Bind(TextBox& box, ListBox* widget) {
 void Binder::Bind(Frame& frame, QGroupBox* widget) {
   BindCommon(frame, widget);
   Follow<std::string>(frame.caption, [widget](const std::string& text) {
-    widget->setTitle(ToQt(text));
-    widget->setAccessibleName(ToQt(text));
+    widget->setTitle(Shortened(ToQt(text), kMostOfHeading));
+    widget->setAccessibleName(widget->title());
   });
 }
 
 void Binder::Bind(StatusPanel& panel, TextLine* widget) {
   widget->setObjectName(QLatin1String(panel.name));
   Follow<std::string>(panel.text, [widget](const std::string& text) {
-    widget->SetText(ToQtLines(text));
+    widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
     widget->setAccessibleName(widget->text());
   });
   Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
     widget->setToolTip(ToolTip(text));
-    widget->setAccessibleDescription(ToQtLines(text));
+    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
 }
 
@@ -192,10 +204,12 @@ void Binder::Bind(MenuItem& item, QAction* action) {
   action->setObjectName(QLatin1String(item.name));
   // The place of a mark stays free while there is none.
   if (item.mark != Mark::kNone) action->setCheckable(true);
-  Follow<std::string>(item.caption, [action](const std::string& text) { action->setText(ToQt(text)); });
+  Follow<std::string>(item.caption, [action](const std::string& text) {
+    action->setText(Shortened(ToQt(text), kMostOfHeading));
+  });
   Follow<std::string>(item.tool_tip, [action](const std::string& text) {
     action->setToolTip(ToolTip(text));
-    action->setWhatsThis(ToQtLines(text));
+    action->setWhatsThis(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   Follow<std::string>(item.status_tip,
                       [action](const std::string& text) { action->setStatusTip(ToQt(text)); });

@@ -5,9 +5,11 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <memory>
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
+#include "desktop/ports/box_text.h"
 #include "desktop/text_convert.h"
 
 // Controls that the user works with.
@@ -23,8 +25,9 @@ QString Spoken(const std::string& caption) {
 }
 
 void ShowCaption(QAbstractButton* widget, const std::string& caption) {
-  widget->setText(ToQt(caption));
-  widget->setAccessibleName(Spoken(caption));
+  constexpr int kMostOfCaption = 32;
+  widget->setText(Shortened(ToQt(caption), kMostOfCaption));
+  widget->setAccessibleName(Shortened(Spoken(caption), kMostOfCaption));
 }
 
 // The checked option of an exclusive group refuses to be cleared, yet a group without a choice is a state of
@@ -112,7 +115,20 @@ void Binder::Bind(ComboBox& box, QComboBox* widget) {
   });
   connect(widget, &QComboBox::editTextChanged, this,
           [this, &box](const QString& text) { Enter([&box, &text] { box.text = FromQt(text); }, {}); });
-  const auto enter = [this, &box] { Enter(box.enter_pressed); };
+  const auto typed = std::make_shared<bool>(false);  // and not taken over yet
+  const auto take = [this, &box, typed] {
+    *typed = false;
+    Enter(box.taken);
+  };
+  connect(widget->lineEdit(), &QLineEdit::textEdited, this, [typed] { *typed = true; });
+  connect(widget->lineEdit(), &QLineEdit::editingFinished, this, [typed, take] {
+    if (*typed) take();
+  });
+  connect(widget, &QComboBox::activated, this, take);
+  const auto enter = [this, &box, take] {
+    Enter(box.enter_pressed);
+    take();
+  };
   (new UserEvents(widget))->enter_pressed = enter;
   (new UserEvents(widget->lineEdit()))->enter_pressed = enter;
 }

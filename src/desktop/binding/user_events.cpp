@@ -40,6 +40,17 @@ bool UserEvents::KeyEvent(const QEvent& event) {
   return false;
 }
 
+void UserEvents::Focused(QWidget& widget, const QEvent& event) {
+  if (static_cast<const QFocusEvent&>(event).reason() != Qt::MouseFocusReason) {
+    focused();
+    return;
+  }
+  const auto after_press = [this, &widget] {
+    if (widget.hasFocus()) focused();
+  };
+  QMetaObject::invokeMethod(this, after_press, Qt::QueuedConnection);
+}
+
 bool UserEvents::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::MouseButtonRelease: {
@@ -49,7 +60,7 @@ bool UserEvents::eventFilter(QObject* watched, QEvent* event) {
       return false;
     }
     case QEvent::FocusIn:
-      if (focused && IsNewFocus(*event)) focused();
+      if (focused && IsNewFocus(*event)) Focused(*static_cast<QWidget*>(watched), *event);
       return false;
     case QEvent::FocusOut:
       enter_is_down_ = false;

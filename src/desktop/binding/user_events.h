@@ -15,8 +15,10 @@ class UserEvents : public QObject {
   // Lives as long as the widget.
   explicit UserEvents(QWidget* widget);
 
-  std::function<void()> clicked;         // the left button goes up over the widget
-  std::function<void()> focused;         // it receives the focus from within the program
+  std::function<void()> clicked;  // the left button goes up over the widget
+  // It receives the focus from within the program; from the mouse once the press is through, which would
+  // otherwise undo what this does to the cursor.
+  std::function<void()> focused;
   std::function<void()> enter_released;  // Return or Enter goes up after it went down here
   std::function<void()> enter_pressed;   // Return or Enter goes down; when set, the key is consumed
 
@@ -25,6 +27,7 @@ class UserEvents : public QObject {
 
  private:
   bool KeyEvent(const QEvent& event);
+  void Focused(QWidget& widget, const QEvent& event);
 
   bool enter_is_down_ = false;
 };

@@ -109,7 +109,7 @@ void Form1Window::BuildStatusBar() {
 
 QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   const Panel panel(binder_, parent);
-  auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"));
+  auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"), kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
   into->setFocusPolicy(Qt::ClickFocus);

@@ -1,7 +1,6 @@
 #include "desktop/forms/form4_window.h"
 
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -10,6 +9,7 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
+#include "desktop/widgets/readout.h"
 
 namespace kestrum {
 
@@ -34,9 +34,10 @@ QGroupBox* Form4Window::BuildEntry(const Entry& entry, QWidget* parent) {
   auto* panel = new QGroupBox(parent);
   auto* line = new QHBoxLayout(panel);
   auto* edit = new QLineEdit(panel);
+  edit->setMaxLength(kMostOfNumber);
   edit->setMinimumWidth(Characters(edit, 12));
-  auto* unit = new QLabel(panel);
-  unit->setMinimumWidth(Characters(unit, 14));
+  auto* unit = new TextLine(panel);
+  unit->SetRoom(14);
   line->addWidget(edit, 1);
   line->addWidget(unit);
   binder_.Bind(entry.frame, panel);

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <optional>
 
+#include "desktop/ports/box_text.h"
 #include "desktop/text_convert.h"
 #include "desktop/twips.h"
 
@@ -47,7 +48,10 @@ FormWindow::FormWindow(Form& form, Binder& binder, QWidget* owner)
       painted_left_(form.left),
       painted_top_(form.top) {
   setObjectName(QLatin1String(form.name));
-  binder.Follow<std::string>(form.caption, [this](const std::string& text) { setWindowTitle(ToQt(text)); });
+  binder.Follow<std::string>(form.caption, [this](const std::string& text) {
+    constexpr int kMostOfTitle = 120;
+    setWindowTitle(Shortened(ToQt(text), kMostOfTitle));
+  });
   FollowPosition();
   binder.FollowFrom<bool>(false, form.visible, [this](const bool& visible) { ShowOrHide(visible); });
   binder.FollowFrom<unsigned>(0, form.calls_to_front, [this](const unsigned&) {

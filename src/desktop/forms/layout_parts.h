@@ -23,4 +23,10 @@ inline constexpr double kReadoutScale = 1.8;
 inline constexpr double kSecondScale = 1.4;
 inline constexpr double kHeadingScale = 0.85;
 
+// The longest texts, in characters: what a value, a panel of the status bar ask place for, and what can be
+// typed.
+inline constexpr int kMostOfNumber = 72;  // the longest frequency of a configuration, with its unit
+inline constexpr int kMostOfAntenna = 4096;
+inline constexpr int kMostOfPath = 4096;
+
 }  // namespace kestrum

@@ -58,8 +58,9 @@ std::vector<QRadioButton*> Panel::MakeGroup(const std::vector<OptionButton*>& op
   return buttons;
 }
 
-QLineEdit* Panel::Edit(TextBox& box, const QString& spoken) const {
+QLineEdit* Panel::Edit(TextBox& box, const QString& spoken, int most_characters) const {
   auto* edit = new QLineEdit(parent_);
+  edit->setMaxLength(most_characters);
   edit->setAccessibleName(spoken);
   return Bound(box, edit);
 }
@@ -68,7 +69,9 @@ QComboBox* Panel::Combo(ComboBox& box, const QString& spoken) const {
   auto* combo = new QComboBox(parent_);
   combo->setAccessibleName(spoken);
   combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  return Bound(box, combo);
+  Bound(box, combo);
+  combo->lineEdit()->setMaxLength(kMostOfAntenna);
+  return combo;
 }
 
 QSlider* Panel::Slide(Slider& slider, const QString& spoken) const {

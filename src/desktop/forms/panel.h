@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include "desktop/binding/binder.h"
+#include "desktop/forms/layout_parts.h"
 
 namespace kestrum {
 
@@ -35,7 +36,7 @@ class Panel {
   std::vector<QRadioButton*> Group(const Options& options) const {
     return MakeGroup({options.begin(), options.end()});
   }
-  QLineEdit* Edit(TextBox& box, const QString& spoken) const;
+  QLineEdit* Edit(TextBox& box, const QString& spoken, int most_characters = kMostOfNumber) const;
   QComboBox* Combo(ComboBox& box, const QString& spoken) const;
   QSlider* Slide(Slider& slider, const QString& spoken) const;
   MeterBar* Bar(ProgressBar& bar, const QString& spoken) const;

@@ -1,205 +1,223 @@
 #include "desktop/linux/bus_links.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <poll.h>
+
+#include <string_view>
 #include <utility>
 
+#include "common/reader_contract.h"
 #include "desktop/text_convert.h"
 
 namespace kestrum {
 namespace {
 
-constexpr int kRetry_ms = 2000;
-constexpr int kProbeWait_ms = 50;
-constexpr int kTitleWait_ms = 100;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 
-constexpr const char* kTopic = "Posdex|form1";
-QString Service() {
-  return QStringLiteral("org.kestrum.Posdex");
-}
-QString Path() {
-  return QStringLiteral("/form1");
-}
-QString ConnectionName() {
-  return QStringLiteral("kestrum-links");
-}
-QString Properties() {
-  return QStringLiteral("org.freedesktop.DBus.Properties");
-}
+constexpr milliseconds kTitleWait{150};
+constexpr milliseconds kQuitWait{50};
+// A reader that does not answer the question for its texts within this time is asked again when it speaks.
+constexpr std::uint64_t kAnswerLimitUs = 5'000'000;
 
-QDBusMessage Call(const QString& interface, const QString& method, const QVariantList& arguments) {
-  QDBusMessage call = QDBusMessage::createMethodCall(Service(), Path(), interface, method);
-  call.setAutoStartService(false);
-  call.setArguments(arguments);
-  return call;
-}
+constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
+constexpr const char* kBus = "org.freedesktop.DBus";
 
 }  // namespace
 
-BusLinks::BusLinks() : bus_(QString()) {
-  retry_.setInterval(kRetry_ms);
-  retry_.setSingleShot(true);
-  connect(&retry_, &QTimer::timeout, this, &BusLinks::TryToConnect);
+BusLinks::BusLinks() {
+  deliver_.setSingleShot(true);
+  deliver_.setInterval(0);
+  connect(&deliver_, &QTimer::timeout, this, &BusLinks::Deliver);
+  connect(&bus_, &SessionBus::StateChanged, this, &BusLinks::OnState);
 }
 
+// The close message has a moment to leave.
 BusLinks::~BusLinks() {
-  if (!connected_) return;
-  if (quit_sent_) {
-    // The close message leaves before the line is cut: an answer of the bus comes after it.
-    QDBusMessage ask =
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
-    bus_.asyncCall(ask, kProbeWait_ms).waitForFinished();
-  }
-  QDBusConnection::disconnectFromBus(ConnectionName());
+  const auto all_sent = [this] {
+    return bus_.line() == nullptr || (sd_bus_get_events(bus_.line()) & POLLOUT) == 0;
+  };
+  if (quit_sent_) bus_.WaitFor(all_sent, kQuitWait);
 }
 
-// Asks the bus itself first, without waiting; only a bus that answers is connected to.
-void BusLinks::TryToConnect() {
-  if (connected_ || probe_notifier_) return;
-  const BusProbe::State state = probe_.Start(BusProbe::SessionAddress());
-  if (state != BusProbe::State::kWaiting) {
-    OnProbe(state);
-    return;
+void BusLinks::OnState(SessionBus::State state) {
+  Forget();
+  if (state == SessionBus::State::kReady) {
+    Subscribe();
+    FetchAll();
+  } else if (state == SessionBus::State::kNoBus) {
+    known_ = true;
   }
-  probe_notifier_ = std::make_unique<QSocketNotifier>(probe_.socket(), QSocketNotifier::Read);
-  connect(probe_notifier_.get(), &QSocketNotifier::activated, this, [this] { OnProbe(probe_.Advance()); });
 }
 
-void BusLinks::OnProbe(BusProbe::State state) {
-  if (state == BusProbe::State::kWaiting) return;
-  if (probe_notifier_) {
-    probe_notifier_->setEnabled(false);
-    probe_notifier_.release()->deleteLater();
-  }
-  if (state == BusProbe::State::kAlive) Connect();
-  if (!connected_) retry_.start();
-}
-
-void BusLinks::Connect() {
-  const QString address = QString::fromLocal8Bit(BusProbe::SessionAddress());
-  bus_ = QDBusConnection::connectToBus(address, ConnectionName());
-  connected_ = bus_.isConnected();
-  if (!connected_) {
-    QDBusConnection::disconnectFromBus(ConnectionName());
-    return;
-  }
-  // Without a service name: with one, the library would ask the bus for its owner and wait for the answer.
-  bus_.connect(QString(), Path(), Properties(), QStringLiteral("PropertiesChanged"), this,
-               SLOT(OnPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
-  bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-               QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-               SLOT(OnDisconnected()));
-  watcher_ = std::make_unique<QDBusServiceWatcher>(Service(), bus_, QDBusServiceWatcher::WatchForOwnerChange);
-  connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, &BusLinks::OnOwnerChanged);
-  FetchAll();
-}
-
-void BusLinks::OnDisconnected() {
-  connected_ = false;
+void BusLinks::Forget() {
   owner_.clear();
   title_.clear();
-  watcher_.reset();
-  QDBusConnection::disconnectFromBus(ConnectionName());
-  retry_.start();
+  last_heard_.reset();
+  fetches_ = 0;
+  known_ = false;
 }
 
-void BusLinks::OnOwnerChanged(const QString& /*service*/, const QString& /*old_owner*/,
-                              const QString& new_owner) {
-  owner_ = new_owner;
-  title_.clear();
-  if (!owner_.isEmpty()) FetchAll();
+void BusLinks::Subscribe() {
+  const auto change = [](sd_bus_message* signal, void* self, sd_bus_error*) {
+    static_cast<BusLinks*>(self)->TakeChange(signal);
+    return 0;
+  };
+  const auto heartbeat = [](sd_bus_message* signal, void* self, sd_bus_error*) {
+    auto* const links = static_cast<BusLinks*>(self);
+    if (links->IsReader(signal)) links->last_heard_ = steady_clock::now();
+    return 0;
+  };
+  const auto owner = [](sd_bus_message* signal, void* self, sd_bus_error*) {
+    static_cast<BusLinks*>(self)->TakeOwner(signal);
+    return 0;
+  };
+  sd_bus* const line = bus_.line();
+  sd_bus_match_signal_async(line, nullptr, reader::kService, reader::kPath, kProperties, "PropertiesChanged",
+                            change, nullptr, this);
+  sd_bus_match_signal_async(line, nullptr, reader::kService, reader::kPath, reader::kService,
+                            reader::kHeartbeat, heartbeat, nullptr, this);
+  const std::string changes_of_owner =
+      std::string("type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg0='") +
+      reader::kService + "'";
+  sd_bus_add_match_async(line, nullptr, changes_of_owner.c_str(), owner, nullptr, this);
 }
 
 void BusLinks::FetchAll() {
-  ++fetches_;
-  const QDBusPendingCall call = bus_.asyncCall(Call(Properties(), QStringLiteral("GetAll"), {Service()}));
-  auto* watcher = new QDBusPendingCallWatcher(call, this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, &BusLinks::OnAll);
+  sd_bus_message* question = nullptr;
+  sd_bus* const line = bus_.line();
+  if (sd_bus_message_new_method_call(line, &question, reader::kService, reader::kPath, kProperties,
+                                     "GetAll") < 0) {
+    return;
+  }
+  const auto answer = [](sd_bus_message* reply, void* self, sd_bus_error*) {
+    static_cast<BusLinks*>(self)->TakeAll(reply);
+    return 0;
+  };
+  sd_bus_message_set_auto_start(question, 0);
+  sd_bus_message_append(question, "s", reader::kService);
+  if (sd_bus_call_async(line, nullptr, question, answer, this, kAnswerLimitUs) >= 0) ++fetches_;
+  sd_bus_message_unref(question);
 }
 
-void BusLinks::OnAll(QDBusPendingCallWatcher* watcher) {
+void BusLinks::TakeAll(sd_bus_message* reply) {
   --fetches_;
-  watcher->deleteLater();
-  const QDBusPendingReply<QVariantMap> reply = *watcher;
-  if (reply.isError()) return;
-  owner_ = reply.reply().service();
-  const QVariantMap properties = reply.value();
-  title_ = properties.value(QStringLiteral("Title")).toString();
-  Deliver(properties);
+  known_ = true;
+  Texts texts;
+  if (sd_bus_message_is_method_error(reply, nullptr) != 0 || !ReadTexts(reply, texts)) return;
+  owner_ = sd_bus_message_get_sender(reply);
+  title_ = texts[reader::kTitleProperty];
+  last_heard_ = steady_clock::now();
+  Gather(texts);
 }
 
-void BusLinks::OnPropertiesChanged(const QString& interface, const QVariantMap& changed,
-                                   const QStringList& invalidated, const QDBusMessage& message) {
-  if (interface != Service()) return;
-  if (message.service() != owner_) {
+bool BusLinks::IsReader(sd_bus_message* message) const {
+  const char* const sender = sd_bus_message_get_sender(message);
+  return sender != nullptr && owner_ == sender;
+}
+
+void BusLinks::TakeChange(sd_bus_message* signal) {
+  if (!IsReader(signal)) {
     // Perhaps a new reader whose name has not been announced yet; the bus knows who it is.
     if (fetches_ == 0) FetchAll();
     return;
   }
-  Deliver(changed);
-  if (!invalidated.isEmpty()) FetchAll();
+  const char* interface = nullptr;
+  Texts texts;
+  if (sd_bus_message_read(signal, "s", &interface) <= 0 || std::string_view(interface) != reader::kService ||
+      !ReadTexts(signal, texts)) {
+    return;
+  }
+  last_heard_ = steady_clock::now();
+  Gather(texts);
+  // Items that have changed without their texts.
+  if (sd_bus_message_enter_container(signal, SD_BUS_TYPE_ARRAY, "s") > 0 &&
+      sd_bus_message_at_end(signal, 0) == 0 && fetches_ == 0) {
+    FetchAll();
+  }
 }
 
-void BusLinks::Deliver(const QVariantMap& properties) {
-  for (auto it = properties.cbegin(); it != properties.cend(); ++it) {
-    const auto link = links_.find(it.key());
-    if (link == links_.end()) continue;
-    // A copy: the handler may end the link.
-    const auto on_text = link->second;
-    enter([on_text, text = FromQt(it.value().toString())] { on_text(text); });
+void BusLinks::TakeOwner(sd_bus_message* signal) {
+  const char* name = nullptr;
+  const char* old_owner = nullptr;
+  const char* new_owner = nullptr;
+  if (sd_bus_message_read(signal, "sss", &name, &old_owner, &new_owner) <= 0) return;
+  owner_ = new_owner;
+  title_.clear();
+  last_heard_ = steady_clock::now();
+  if (!owner_.empty()) FetchAll();
+}
+
+void BusLinks::Gather(const Texts& texts) {
+  for (const auto& [item, text] : texts) {
+    if (links_.contains(item)) arrived_[item] = text;
   }
+  if (!arrived_.empty() && !deliver_.isActive()) deliver_.start();
+}
+
+// However many signals have come, each item is handed over once, with its newest text.
+void BusLinks::Deliver() {
+  enter([this, texts = std::exchange(arrived_, {})] {
+    for (const auto& [item, text] : texts) {
+      const auto link = links_.find(item);
+      if (link == links_.end()) continue;
+      // A copy: the handler may end the link.
+      const auto on_text = link->second;
+      on_text(FromQt(QString::fromStdString(text)));
+    }
+  });
 }
 
 void BusLinks::LinkAutomatic(const std::string& topic, const std::string& item,
                              std::function<void(const std::string&)> on_text) {
   // Only the reader is linked to; any other server is one that never comes.
-  if (topic != kTopic) return;
-  links_[ToQt(item)] = std::move(on_text);
-  if (!connected_) {
-    if (!retry_.isActive()) TryToConnect();
-  } else if (fetches_ == 0) {
-    FetchAll();
-  }
+  if (topic != reader::kTopic) return;
+  links_[item] = std::move(on_text);
+  bus_.Start();
+  if (bus_.line() != nullptr && fetches_ == 0) FetchAll();
 }
 
 void BusLinks::Unlink(const std::string& topic, const std::string& item) {
-  if (topic == kTopic) links_.erase(ToQt(item));
+  if (topic == reader::kTopic) links_.erase(item);
 }
 
 bool BusLinks::ServerPresent(const std::string& topic) const {
-  return topic == kTopic && connected_ && !owner_.isEmpty();
+  return topic == reader::kTopic && !owner_.empty();
 }
 
-void BusLinks::ConnectForAnswer() {
-  if (connected_ || asked_) return;
-  BusProbe probe;
-  BusProbe::State state = probe.Start(BusProbe::SessionAddress());
-  if (state == BusProbe::State::kWaiting) state = probe.WaitFor(kProbeWait_ms);
-  if (state == BusProbe::State::kAlive) Connect();
-}
-
-void BusLinks::AskForTitle() {
-  const QDBusPendingReply<QDBusVariant> reply = bus_.asyncCall(
-      Call(Properties(), QStringLiteral("Get"), {Service(), QStringLiteral("Title")}), kTitleWait_ms);
-  QDBusPendingCall(reply).waitForFinished();
-  if (reply.isError()) return;
-  title_ = reply.value().variant().toString();
-  owner_ = reply.reply().service();
+std::optional<milliseconds> BusLinks::SilentFor(const std::string& topic) const {
+  if (!ServerPresent(topic) || !last_heard_) return std::nullopt;
+  return std::chrono::duration_cast<milliseconds>(steady_clock::now() - *last_heard_);
 }
 
 bool BusLinks::Exists(const std::string& title) {
-  ConnectForAnswer();
-  if (connected_ && title_.isEmpty() && !asked_) AskForTitle();
+  if (!asked_) {
+    bus_.Start();
+    bus_.WaitFor([this] { return known_; }, kTitleWait);
+  }
   asked_ = true;
-  return !title_.isEmpty() && title_ == ToQt(title);
+  if (!title_.empty()) return title_ == title;
+  return title == reader::kTitle && started_.Runs();
 }
 
 void BusLinks::Close(const std::string& title) {
-  if (!connected_ || title_.isEmpty() || title_ != ToQt(title)) return;
-  QDBusMessage quit = Call(Service(), QStringLiteral("Quit"), {});
-  bus_.send(quit);
-  quit_sent_ = true;
+  if (!title_.empty()) {
+    if (bus_.line() == nullptr || title_ != title) return;
+    sd_bus_message* quit = nullptr;
+    if (sd_bus_message_new_method_call(bus_.line(), &quit, reader::kService, reader::kPath, reader::kService,
+                                       reader::kQuit) < 0) {
+      return;
+    }
+    sd_bus_message_set_auto_start(quit, 0);
+    sd_bus_message_set_expect_reply(quit, 0);
+    quit_sent_ = sd_bus_send(bus_.line(), quit, nullptr) >= 0;
+    sd_bus_message_unref(quit);
+  } else if (title == reader::kTitle) {
+    started_.AskToEnd();
+  }
+}
+
+void BusLinks::Started(const std::string& name, qint64 process) {
+  if (name.find("Posdex") != std::string::npos) started_.Follow(process);
 }
 
 }  // namespace kestrum

@@ -1,19 +1,16 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusServiceWatcher>
-#include <QElapsedTimer>
-#include <QSocketNotifier>
+#include <QObject>
 #include <QTimer>
-#include <QVariantMap>
+#include <chrono>
+#include <functional>
 #include <map>
-#include <memory>
+#include <optional>
+#include <string>
 
-#include "desktop/linux/bus_probe.h"
+#include "common/session_bus.h"
+#include "desktop/linux/started_process.h"
 #include "desktop/platform_factory.h"
-
-class QDBusPendingCallWatcher;
 
 namespace kestrum {
 
@@ -32,39 +29,38 @@ class BusLinks : public QObject, public LinksAndWindows {
                      std::function<void(const std::string&)> on_text) override;
   void Unlink(const std::string& topic, const std::string& item) override;
   bool ServerPresent(const std::string& topic) const override;
-  // Nothing: this reader gives no sign of life.
-  std::optional<std::chrono::milliseconds> SilentFor(const std::string& /*topic*/) const override { return {}; }
+  std::optional<std::chrono::milliseconds> SilentFor(const std::string& topic) const override;
+  // A reader that was started by us and has not come to the bus exists too: it can be closed.
   bool Exists(const std::string& title) override;
   void Close(const std::string& title) override;
-
- private slots:
-  void OnPropertiesChanged(const QString& interface, const QVariantMap& changed,
-                           const QStringList& invalidated, const QDBusMessage& message);
-  void OnOwnerChanged(const QString& service, const QString& old_owner, const QString& new_owner);
-  void OnDisconnected();
+  void Started(const std::string& name, qint64 process) override;
 
  private:
-  void TryToConnect();
-  void OnProbe(BusProbe::State state);
-  void Connect();
-  void ConnectForAnswer();
-  void AskForTitle();
-  void FetchAll();
-  void OnAll(QDBusPendingCallWatcher* watcher);
-  void Deliver(const QVariantMap& properties);
+  using Texts = std::map<std::string, std::string>;
 
-  std::map<QString, std::function<void(const std::string&)>> links_;
-  BusProbe probe_;
-  std::unique_ptr<QSocketNotifier> probe_notifier_;
-  QTimer retry_;
-  QDBusConnection bus_;
-  std::unique_ptr<QDBusServiceWatcher> watcher_;
-  bool connected_ = false;
-  QString owner_;  // unique name of the reader; empty when it is not there
-  QString title_;
+  void OnState(SessionBus::State state);
+  void Subscribe();
+  void FetchAll();
+  void TakeAll(sd_bus_message* reply);
+  void TakeChange(sd_bus_message* signal);
+  void TakeOwner(sd_bus_message* signal);
+  void Forget();
+  bool IsReader(sd_bus_message* message) const;
+  void Gather(const Texts& texts);
+  void Deliver();
+
+  std::map<std::string, std::function<void(const std::string&)>> links_;
+  Texts arrived_;  // the newest of each item, until the window's thread has its turn
+  QTimer deliver_;
+  std::string owner_;  // unique name of the reader; empty when it is not there
+  std::string title_;
+  std::optional<std::chrono::steady_clock::time_point> last_heard_;
+  StartedProcess started_;
   int fetches_ = 0;     // outstanding
+  bool known_ = false;  // whether the reader is there has been found out
   bool asked_ = false;  // the question of start-up has had its time
   bool quit_sent_ = false;
+  SessionBus bus_;
 };
 
 }  // namespace kestrum

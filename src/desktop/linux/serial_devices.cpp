@@ -1,6 +1,8 @@
 #include <grp.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -67,6 +69,12 @@ QString WhyDeviceIsClosed(const QString& device) {
     return QStringLiteral("%1 is not a serial port.").arg(device);
   }
   return {};
+}
+
+bool SerialLineLives(int handle) {
+  termios line{};
+  pollfd state{handle, 0, 0};  // asks for nothing, hears of a hang-up all the same
+  return ::tcgetattr(handle, &line) == 0 && ::poll(&state, 1, 0) == 0;
 }
 
 void DrainSerialLine(int handle) {

@@ -34,10 +34,12 @@ QMessageBox::Icon QtIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-// The window that a box belongs to: it then stays above it. None before the first window is shown.
+// The window that a box belongs to: it then stays above it. None before the first window is shown, and never
+// a notice, which may go at any time.
 QWidget* Owner() {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  QWidget* const active = QApplication::activeWindow();
+  if (active != nullptr && qobject_cast<QMessageBox*>(active) == nullptr) return active;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->windowType() == Qt::Window) return window;
   }
@@ -141,7 +143,8 @@ std::string QtDialogs::AskText(const std::string& title, const std::string& prom
   QInputDialog box(Owner());
   box.setWindowTitle(Shortened(ToQt(title), kMostOfTitle));
   box.setLabelText(BoxText(ToQtLines(prompt)));
-  box.findChild<QLineEdit*>()->setMaxLength(kMostOfAnswer);
+  (void)box.sizeHint();  // makes its widgets
+  if (auto* edit = box.findChild<QLineEdit*>()) edit->setMaxLength(kMostOfAnswer);
   box.setTextValue(ToQt(proposal));  // the box selects it when it opens
   const int screen = box.screen()->availableGeometry().width() * 9 / 10;
   const int width =

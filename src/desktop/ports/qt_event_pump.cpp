@@ -1,5 +1,6 @@
 #include "desktop/ports/qt_event_pump.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -15,6 +16,8 @@ void QtEventPump::Pump() {
   if (program_.Ended()) return;
   before_pump_();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  // Input that was left in the queue wakes nobody again by itself.
+  if (QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance()) dispatcher->wakeUp();
 }
 
 void QtEventPump::PumpFor(std::chrono::milliseconds longest) {

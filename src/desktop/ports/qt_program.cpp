@@ -43,7 +43,7 @@ std::string QtProgram::ExeName() const {
 }
 
 bool QtProgram::AnotherInstanceRuns() {
-  return !ClaimSingleInstance();
+  return !ClaimSingleInstance(folder_);
 }
 
 std::string QtProgram::PathOf(const std::string& name) const {
@@ -61,7 +61,10 @@ bool QtProgram::StartCompanion(const std::string& name, ShowStyle /*style*/) {
   // How its window comes up is for the desktop to say here; a started program does not take the focus from
   // the one that the user works in.
   const QString path = folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name));
-  return QFileInfo(path).isFile() && QProcess::startDetached(path, {}, folder_);
+  qint64 process = 0;
+  if (!QFileInfo(path).isFile() || !QProcess::startDetached(path, {}, folder_, &process)) return false;
+  if (on_started) on_started(name, process);
+  return true;
 }
 
 void QtProgram::ReportLoss(const std::string& text) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <string>
 
 #include "platform/program.h"
 
@@ -9,6 +11,9 @@ namespace kestrum {
 class QtProgram : public Program {
  public:
   QtProgram();
+
+  // Hears the name and the process of a companion that has been started.
+  std::function<void(const std::string& name, qint64 process)> on_started;
 
   std::string Folder() const override;
   std::string ExeName() const override;

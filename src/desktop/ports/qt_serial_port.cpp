@@ -111,6 +111,7 @@ void QtSerialPort::Write(std::string_view bytes) {
   if (port_.bytesToWrite() > kOutputBuffer) port_.clear(QSerialPort::Output);
   port_.write(bytes.data(), static_cast<qint64>(bytes.size()));
   port_.flush();
+  DropRefused();
   CloseLost();
 }
 
@@ -129,12 +130,31 @@ void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
       error == QSerialPort::NotOpenError || !port_.isOpen()) {
     return;
   }
+  if (TakesNoBytes(error)) {
+    refused_ = true;
+    QMetaObject::invokeMethod(this, &QtSerialPort::DropRefused, Qt::QueuedConnection);
+    return;
+  }
   lost_ = true;
   awaited_ = port_.portName();
   if (!awaited_.startsWith(QLatin1Char('/'))) awaited_.prepend(QStringLiteral("/dev/"));
   trouble_ = tr("%1 was lost: %2.").arg(port_.portName(), port_.errorString());
   // Not from inside the port's own code.
   QMetaObject::invokeMethod(this, &QtSerialPort::CloseLost, Qt::QueuedConnection);
+}
+
+// A full line and a device that has gone are reported alike; the device itself knows.
+bool QtSerialPort::TakesNoBytes(QSerialPort::SerialPortError error) const {
+  const bool may_be_full = error == QSerialPort::ResourceError || error == QSerialPort::WriteError ||
+                           error == QSerialPort::UnknownError;
+  return may_be_full && port_.bytesToWrite() > 0 && SerialLineLives(static_cast<int>(port_.handle()));
+}
+
+// The rest of a command that has begun would be taken for the beginning of the next one.
+void QtSerialPort::DropRefused() {
+  if (!refused_) return;
+  refused_ = false;
+  if (port_.isOpen()) port_.clear(QSerialPort::Output);
 }
 
 void QtSerialPort::CloseLost() {

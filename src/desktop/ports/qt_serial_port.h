@@ -31,6 +31,9 @@ class QtSerialPort : public QObject, public SerialPort {
  private:
   bool ApplySettings();
   void OnError(QSerialPort::SerialPortError error);
+  // Whether the line is in order and merely takes no bytes at the moment.
+  bool TakesNoBytes(QSerialPort::SerialPortError error) const;
+  void DropRefused();
   void CloseLost();
   void CloseLine();
 
@@ -38,7 +41,8 @@ class QtSerialPort : public QObject, public SerialPort {
   int number_ = 0;
   std::string settings_;
   QSerialPort port_;
-  bool lost_ = false;  // the line has failed; the port is closed at the next chance
+  bool lost_ = false;     // the line has failed; the port is closed at the next chance
+  bool refused_ = false;  // the line takes no bytes; what waits is dropped at the next chance
   QString trouble_;
   QString awaited_;  // the device that has gone, or was not there; no other may take its place
 };

@@ -39,14 +39,16 @@ TEST(Rigctl, DrivesTheFt817) {
   EXPECT_THAT(log, HasSubstr("  set mode FM\n"));
 }
 
-TEST(Rigctl, ReadsStrengthAndTransmitStateOfTheFt817) {
+TEST(Rigctl, ReadsStrengthAndLocksTheFt817) {
   DriveProcess drive({"--log", "log"});
   drive.Tell("smeter 9");
   ASSERT_TRUE(Eventually([&] { return !ReadFile(drive.File("log")).empty(); }));
   EXPECT_EQ(Rigctl(drive, kFt817, "l STRENGTH").output, "0\n");  // S9 is its zero
-  EXPECT_EQ(Rigctl(drive, kFt817, "t").output, "0\n");
-  EXPECT_EQ(Rigctl(drive, kFt817, "T 1 t").output, "1\n");
-  EXPECT_EQ(Rigctl(drive, kFt817, "T 0 t").output, "0\n");
+  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 1").exit_code, 0);
+  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 0").exit_code, 0);
+  const std::string log = ReadFile(drive.File("log"));
+  EXPECT_THAT(log, HasSubstr("rx 00 00 00 00 00  lock on\n"));
+  EXPECT_THAT(log, HasSubstr("rx 00 00 00 00 80  lock off\n"));
 }
 
 TEST(Rigctl, SwitchesTheFt817OffAndOn) {

@@ -13,13 +13,10 @@ TEST(Options, Defaults) {
   EXPECT_EQ(parsed.error, "");
   const Options& options = parsed.options;
   EXPECT_EQ(options.directory, "there");
-  EXPECT_EQ(options.model, Model::FT817);
+  EXPECT_EQ(options.model, sets::Model::FT817);
   EXPECT_EQ(options.rig.frequency_hz, 3630000U);
   EXPECT_TRUE(options.rig.acknowledges);
   EXPECT_TRUE(options.rig.powered);
-  EXPECT_TRUE(options.rig.five_byte_status);
-  EXPECT_DOUBLE_EQ(options.transmitter.lat_deg, 51.95);
-  EXPECT_DOUBLE_EQ(options.transmitter.long_deg, 5.533333);
   EXPECT_DOUBLE_EQ(options.speedup, 1);
   EXPECT_TRUE(options.gps);
   EXPECT_FALSE(options.gsa);
@@ -27,27 +24,21 @@ TEST(Options, Defaults) {
 }
 
 TEST(Options, EverythingInBothForms) {
-  const ParsedOptions parsed = ParseOptions({"--dir=d",        "--rig=FT840",
-                                             "--tx",           "-33.5,151.25",
-                                             "--frequency",    "7050.5",
-                                             "--seed",         "9",
-                                             "--log",          "l",
-                                             "--control",      "c",
-                                             "--speedup",      "2.5",
-                                             "--seconds",      "30",
-                                             "--start-utc",    "2024-05-01T12:00:00Z",
-                                             "--acks",         "off",
-                                             "--power",        "off",
-                                             "--status-bytes", "1",
-                                             "--faults",       "1:silence:2",
-                                             "--no-gps",       "--gsa"});
+  const ParsedOptions parsed = ParseOptions({"--dir=d",     "--rig=FT840",
+                                             "--frequency", "7050.5",
+                                             "--log",       "l",
+                                             "--control",   "c",
+                                             "--speedup",   "2.5",
+                                             "--seconds",   "30",
+                                             "--start-utc", "2024-05-01T12:00:00Z",
+                                             "--acks",      "off",
+                                             "--power",     "off",
+                                             "--faults",    "1:silence:2",
+                                             "--no-gps",    "--gsa"});
   EXPECT_EQ(parsed.error, "");
   const Options& options = parsed.options;
-  EXPECT_EQ(options.model, Model::FT840);
-  EXPECT_DOUBLE_EQ(options.transmitter.lat_deg, -33.5);
-  EXPECT_DOUBLE_EQ(options.transmitter.long_deg, 151.25);
+  EXPECT_EQ(options.model, sets::Model::FT840);
   EXPECT_EQ(options.rig.frequency_hz, 7050500U);
-  EXPECT_EQ(options.seed, 9U);
   EXPECT_EQ(options.log_path, "l");
   EXPECT_EQ(options.control_path, "c");
   EXPECT_DOUBLE_EQ(options.speedup, 2.5);
@@ -55,7 +46,6 @@ TEST(Options, EverythingInBothForms) {
   EXPECT_EQ(options.start_utc_s, 1714564800);
   EXPECT_FALSE(options.rig.acknowledges);
   EXPECT_FALSE(options.rig.powered);
-  EXPECT_FALSE(options.rig.five_byte_status);
   EXPECT_EQ(options.faults.size(), 1U);
   EXPECT_FALSE(options.gps);
   EXPECT_TRUE(options.gsa);
@@ -71,30 +61,12 @@ TEST(Options, FaultsFromAFile) {
 }
 
 TEST(Options, WrongValuesAreNamed) {
-  const std::vector<std::vector<std::string>> bad = {{"--rig", "FT1000"},
-                                                     {"--rig", "ft817"},
-                                                     {"--tx", "51.95"},
-                                                     {"--tx", "86,5"},
-                                                     {"--tx", "51,181"},
-                                                     {"--tx", "a,b"},
-                                                     {"--frequency", "x"},
-                                                     {"--frequency", "99"},
-                                                     {"--seed", "-1"},
-                                                     {"--seed", "x"},
-                                                     {"--speedup", "0"},
-                                                     {"--speedup", "1001"},
-                                                     {"--seconds", "-1"},
-                                                     {"--start-utc", "today"},
-                                                     {"--acks", "yes"},
-                                                     {"--power", "1"},
-                                                     {"--status-bytes", "2"},
-                                                     {"--faults", "nonsense"},
-                                                     {"--dir", ""},
-                                                     {"--log", ""},
-                                                     {"--whatever", "x"},
-                                                     {"stray"},
-                                                     {"--seed"},
-                                                     {"--no-gps=1"}};
+  const std::vector<std::vector<std::string>> bad = {
+      {"--rig", "FT1000"}, {"--rig", "ft817"},    {"--frequency", "x"},     {"--frequency", "99"},
+      {"--speedup", "0"},  {"--speedup", "1001"}, {"--seconds", "-1"},      {"--start-utc", "today"},
+      {"--acks", "yes"},   {"--power", "1"},      {"--faults", "nonsense"}, {"--dir", ""},
+      {"--log", ""},       {"--whatever", "x"},   {"--tx", "51,5"},         {"stray"},
+      {"--rig"},           {"--no-gps=1"}};
   for (const auto& row : bad) {
     std::vector<std::string> arguments = {"--dir", "d"};
     arguments.insert(arguments.end(), row.begin(), row.end());
@@ -102,7 +74,7 @@ TEST(Options, WrongValuesAreNamed) {
   }
   EXPECT_EQ(ParseOptions({"--rig", "FT1000", "--dir", "d"}).error,
             "--rig wants FT817, FT840, FT847, FT857 or FT897, not \"FT1000\"");
-  EXPECT_EQ(ParseOptions({"--seed"}).error, "--seed wants a value");
+  EXPECT_EQ(ParseOptions({"--rig"}).error, "--rig wants a value");
 }
 
 TEST(Options, FolderIsNeededExceptForHelpAndVersion) {
@@ -113,9 +85,9 @@ TEST(Options, FolderIsNeededExceptForHelpAndVersion) {
 
 TEST(Options, TextsOfHelpAndVersion) {
   EXPECT_EQ(VersionText(), "drivesim 1.02");
-  for (const char* name : {"--dir", "--rig", "--tx", "--frequency", "--seed", "--start-utc", "--speedup",
-                           "--seconds", "--no-gps", "--gsa", "--acks", "--power", "--log", "--status-bytes",
-                           "--faults", "--control", "--help", "--version"}) {
+  for (const char* name :
+       {"--dir", "--rig", "--frequency", "--start-utc", "--speedup", "--seconds", "--no-gps", "--gsa",
+        "--acks", "--power", "--log", "--faults", "--control", "--help", "--version"}) {
     EXPECT_NE(HelpText().find(name), std::string::npos) << name;
   }
 }

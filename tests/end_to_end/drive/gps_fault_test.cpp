@@ -1,7 +1,6 @@
 // The GPS reader, its daemon or the session bus is missing, dies or comes back.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -132,15 +131,6 @@ TEST_F(GpsFaults, ABusThatIsNotThereIsNoObstacle) {
 }
 
 TEST_F(GpsFaults, NoBusAtAllIsNoObstacle) {
-  // Without a folder of the user's own the lock of the single instance lies in /tmp; another logger of this
-  // user has to end first.
-  const std::string lock = "/tmp/kestrum-" + std::to_string(::getuid()) + ".lock";
-  ASSERT_TRUE(Eventually([&] {
-    const int file = ::open(lock.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    const bool is_free = ::flock(file, LOCK_EX | LOCK_NB) == 0;
-    ::close(file);
-    return is_free;
-  }));
   ExpectADriveWithoutABus(car_,
                           {{"DBUS_SESSION_BUS_ADDRESS", std::nullopt}, {"XDG_RUNTIME_DIR", std::nullopt}});
 }

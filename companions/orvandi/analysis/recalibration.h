@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "log/log.h"
+
+namespace orvandi {
+
+// A calibration file applied to raw values: what the logger would have written with it. The log is never
+// changed; views and exports are handed the table beside it.
+class Recalibration {
+ public:
+  struct Reading {
+    std::string s_text = "S?";
+    float microvolt = kUnknown;
+    float millivolt_per_m = kUnknown;
+  };
+
+  // Reads the bytes of a calibration file. On failure returns a sentence for the user and leaves the table as
+  // it was;
+  // "" on success.
+  std::string Load(std::string_view bytes);
+
+  // Of a raw value from 0 to 255; outside of it everything is unknown.
+  const Reading& Of(int raw) const;
+  // "FT840 LSB 3630": what stands at the head of the file.
+  const std::string& Header() const { return header_; }
+
+ private:
+  std::string header_;
+  std::array<Reading, 256> readings_;
+  Reading unknown_;
+};
+
+}  // namespace orvandi

@@ -1,0 +1,72 @@
+#include "log/block_dates.h"
+
+#include <cstdint>
+#include <span>
+
+namespace orvandi {
+namespace {
+
+constexpr std::int64_t kDay_s = 24 * 3600;
+// The clock may be set back under way, by an hour at the end of summer time; a larger step back is a
+// midnight.
+constexpr std::int64_t kSetBack_s = 2 * 3600;
+// A header that was written first stands at most this long before its first record.
+constexpr std::int64_t kAtOnce_s = 120;
+
+std::int64_t TimeOfDay(std::int64_t time_s) {
+  const std::int64_t rest = time_s % kDay_s;
+  return rest < 0 ? rest + kDay_s : rest;
+}
+
+std::int64_t Midnight(std::int64_t time_s) {
+  return time_s - TimeOfDay(time_s);
+}
+
+void SettleForward(std::span<Record> records, std::int64_t header_s) {
+  std::int64_t midnight = Midnight(header_s);
+  std::int64_t before = TimeOfDay(header_s);
+  for (Record& record : records) {
+    const std::int64_t time = TimeOfDay(record.time_s);
+    if (before - time > kSetBack_s) midnight += kDay_s;
+    record.time_s = midnight + time;
+    before = time;
+  }
+}
+
+void SettleBackward(std::span<Record> records, std::int64_t header_s) {
+  std::int64_t midnight = Midnight(header_s);
+  std::int64_t after = TimeOfDay(header_s);
+  for (auto record = records.rbegin(); record != records.rend(); ++record) {
+    const std::int64_t time = TimeOfDay(record->time_s);
+    if (time - after > kSetBack_s) midnight -= kDay_s;
+    record->time_s = midnight + time;
+    after = time;
+  }
+}
+
+std::span<Record> RecordsOf(Log& log, const Block& block) {
+  return std::span(log.records).subspan(block.first_record, block.record_count);
+}
+
+}  // namespace
+
+bool BeginsAtHeader(const Log& log, const Block& block) {
+  if (!block.has_header || block.record_count == 0) return false;
+  const std::int64_t header = TimeOfDay(block.time_s);
+  const std::int64_t first = TimeOfDay(log.records[block.first_record].time_s);
+  const std::int64_t last = TimeOfDay(log.records[block.first_record + block.record_count - 1].time_s);
+  const std::int64_t to_first = TimeOfDay(first - header);
+  const std::int64_t from_last = TimeOfDay(header - last);
+  return to_first <= kAtOnce_s && to_first < from_last;
+}
+
+void SettleBlockDates(Log& log, const Block& block, bool forward) {
+  if (!block.has_header) return;
+  if (forward) {
+    SettleForward(RecordsOf(log, block), block.time_s);
+  } else {
+    SettleBackward(RecordsOf(log, block), block.time_s);
+  }
+}
+
+}  // namespace orvandi
