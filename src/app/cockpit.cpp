@@ -10,10 +10,10 @@
 namespace kestrum {
 namespace {
 
-constexpr int kMissedFixes = 2;              // one missed look happens
-constexpr int kCheckEvery_s = 60;            // the log folder, while all is well
-constexpr int kCheckFaultEvery_s = 5;        // and while it is not
-constexpr Milliseconds kShortestGap{3000};   // readings further apart are parted in the chart
+constexpr int kMissedFixes = 2;             // one missed look happens
+constexpr int kCheckEvery_s = 60;           // the log folder, while all is well
+constexpr int kCheckFaultEvery_s = 5;       // and while it is not
+constexpr Milliseconds kShortestGap{3000};  // readings further apart are parted in the chart
 constexpr const char* kNoCourse = "32768";
 
 // Readings that come at the main interval belong together, whatever it is.

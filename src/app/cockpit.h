@@ -38,8 +38,8 @@ class Cockpit {
   Application& application_;
   SignalHistory history_;
   int missed_readings_ = 0;
-  int missed_fixes_ = 0;  // looks in a row that found no true position
-  std::optional<Milliseconds> heard_;  // when the rig answered last, or was asked first
+  int missed_fixes_ = 0;                    // looks in a row that found no true position
+  std::optional<Milliseconds> heard_;       // when the rig answered last, or was asked first
   std::optional<unsigned> shown_revision_;  // of the table whose scale is shown
   int seconds_to_check_ = 0;                // until the log folder is looked at again
   std::string checked_path_;

@@ -16,8 +16,8 @@ struct LampText {
   LampState state = LampState::kOff;
   std::string words;
   std::string detail;
-  double fill = 0;      // 0 to 1: how far something has come
-  std::string advice;   // tool tip: what helps, or more of it
+  double fill = 0;     // 0 to 1: how far something has come
+  std::string advice;  // tool tip: what helps, or more of it
   bool operator==(const LampText&) const = default;
 };
 
@@ -31,9 +31,10 @@ struct Lamp : Control {
 struct StripChart : Control {
   using Control::Control;
   int maximum = 255;
-  int line = -1;                      // raw value of the marked line (S9); -1 for none
-  std::vector<std::int16_t> columns;  // oldest first; the highest raw value of a second, -1 where none was measured
-  unsigned revision = 0;              // rises with every change of the columns
+  int line = -1;  // raw value of the marked line (S9); -1 for none
+  std::vector<std::int16_t>
+      columns;            // oldest first; the highest raw value of a second, -1 where none was measured
+  unsigned revision = 0;  // rises with every change of the columns
 };
 
 }  // namespace kestrum

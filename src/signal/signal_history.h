@@ -33,7 +33,7 @@ class SignalHistory {
   void Put(std::int64_t second, int raw);
 
   std::vector<std::int16_t> ring_ = std::vector<std::int16_t>(kColumns, kNothing);
-  std::int64_t newest_ = -1;  // second that was written last
+  std::int64_t newest_ = -1;   // second that was written last
   std::vector<Point> recent_;  // the last 2 s
   std::optional<Point> last_;
 };

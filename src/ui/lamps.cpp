@@ -63,8 +63,9 @@ LampText LogLamp(const LogFacts& log) {
     says.state = LampState::kNote;
     says.words = "Check disk";
     says.detail = log.folder_fault ? *log.folder_fault : *log.journal_fault;
-    says.advice = so_far + (log.folder_fault ? "The next block cannot be written. Press to look again."
-                                             : "The records that wait for their block are not yet on the disk.");
+    says.advice =
+        so_far + (log.folder_fault ? "The next block cannot be written. Press to look again."
+                                   : "The records that wait for their block are not yet on the disk.");
     return says;
   }
   says.state = LampState::kGood;
@@ -136,7 +137,8 @@ LampText RigLamp(const RigFacts& rig) {
     const bool heard = rig.outcome != kDone && !ContainsText(rig.outcome, "Nothing");
     says.words = heard ? "RIG GARBLED" : "RIG SILENT";
     says.detail = heard ? "wrong replies" : "silent " + Span(rig.silent_for);
-    says.advice = "Is the set switched on, and is the speed the one of its menu? Press to open the port again.";
+    says.advice =
+        "Is the set switched on, and is the speed the one of its menu? Press to open the port again.";
   } else {
     says.state = LampState::kGood;
     says.words = "Rig";

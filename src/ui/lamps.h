@@ -19,7 +19,7 @@ inline constexpr Milliseconds kReaderIsFrozen{5000};
 // How the log is doing.
 struct LogFacts {
   bool logging = false;
-  int in_buffer = 0;         // records, 0 to 100
+  int in_buffer = 0;          // records, 0 to 100
   std::uint64_t written = 0;  // records on the disk in this run
   std::optional<DateTime> last_written;
   std::uint64_t lost = 0;  // records since a block was written last

@@ -114,8 +114,8 @@ QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   into->setFrame(false);
   into->setFocusPolicy(Qt::ClickFocus);
   // The text is selected for copying; that is no news to a driver.
-  into->setStyleSheet(QStringLiteral(
-      "selection-background-color: palette(alternate-base); selection-color: palette(text);"));
+  into->setStyleSheet(
+      QStringLiteral("selection-background-color: palette(alternate-base); selection-color: palette(text);"));
   auto* status = panel.Elided(form_.lblStatusCaption, Qt::ElideMiddle);
   status->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* state = Line();

@@ -13,7 +13,8 @@ class WindowMemory {
   // An empty path remembers nothing.
   explicit WindowMemory(QString path) : path_(std::move(path)) {}
 
-  // Gives a window, by its name, the size that it had, within its screen; it stays as it is when none is known.
+  // Gives a window, by its name, the size that it had, within its screen; it stays as it is when none is
+  // known.
   void Restore(QWidget& window) const;
   void Keep(const QWidget& window) const;
   bool Flag(const QString& name, bool otherwise) const;

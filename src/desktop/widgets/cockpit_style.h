@@ -4,8 +4,8 @@
 
 namespace kestrum {
 
-// The Fusion style with boxes, radio buttons and edit fields outlined in the colours of the scheme, so that they
-// are seen on black and in the sun.
+// The Fusion style with boxes, radio buttons and edit fields outlined in the colours of the scheme, so that
+// they are seen on black and in the sun.
 class CockpitStyle : public QProxyStyle {
   Q_OBJECT
 

@@ -1,9 +1,9 @@
 #include "desktop/widgets/control_colors.h"
 
-#include "desktop/widgets/readout.h"
-
 #include <QLineEdit>
 #include <QPalette>
+
+#include "desktop/widgets/readout.h"
 
 namespace kestrum {
 namespace {

@@ -83,8 +83,9 @@ void LampWidget::PaintSign(QPainter& painter, const QRectF& room, const QColor& 
         painter.setBrush(color);
         painter.drawEllipse(middle, half * 0.8, half * 0.8);
       } else {
-        painter.drawPolyline(QPolygonF({middle + QPointF(-half, 0), middle + QPointF(-half * 0.25, half * 0.75),
-                                        middle + QPointF(half, -half * 0.75)}));
+        painter.drawPolyline(
+            QPolygonF({middle + QPointF(-half, 0), middle + QPointF(-half * 0.25, half * 0.75),
+                       middle + QPointF(half, -half * 0.75)}));
       }
       return;
     case LampState::kOff:

@@ -29,8 +29,9 @@ void LogButton::paintEvent(QPaintEvent* /*event*/) {
   const double edge = std::max(2.0, height() / 22.0);
   const QRectF body = QRectF(rect()).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
   const bool marked = hasFocus() || isDown();
-  painter.setPen(QPen(marked ? palette().color(QPalette::Highlight) : (logging_ ? scheme.logging : scheme.quiet),
-                      marked ? edge * 1.6 : edge));
+  painter.setPen(
+      QPen(marked ? palette().color(QPalette::Highlight) : (logging_ ? scheme.logging : scheme.quiet),
+           marked ? edge * 1.6 : edge));
   painter.setBrush(logging_ ? scheme.logging : scheme.ground);
   painter.drawRoundedRect(body, edge * 2, edge * 2);
 

@@ -4,7 +4,8 @@
 
 namespace kestrum {
 
-// The logging button: filled with a dot while it logs, outlined while it does not; told apart at arm's length.
+// The logging button: filled with a dot while it logs, outlined while it does not; told apart at arm's
+// length.
 class LogButton : public QPushButton {
   Q_OBJECT
 

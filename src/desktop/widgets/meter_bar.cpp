@@ -2,8 +2,8 @@
 
 #include <QEvent>
 #include <QFontInfo>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <algorithm>
 #include <cmath>
 

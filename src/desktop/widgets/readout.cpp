@@ -222,8 +222,9 @@ void SignalLine::paintEvent(QPaintEvent* /*event*/) {
   const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
   const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
   constexpr double kValueShare = 0.46;  // size of the values against the S value
-  const double pixels = std::min(height() / kLineHeight,
-                                 width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
+  const double pixels =
+      std::min(height() / kLineHeight,
+               width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
   const QFont s_font = Semibold(font(), pixels);
   const QFontMetricsF s_metrics(s_font);
   const double baseline = (height() + s_metrics.ascent() - s_metrics.descent()) / 2;

@@ -89,7 +89,8 @@ LampShades Scheme::Lamp(LampState state, bool lit) const {
 
 QPalette PaletteOf(const Scheme& scheme) {
   QPalette palette(scheme.button, scheme.ground);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
     palette.setColor(role, scheme.ink);
     palette.setColor(QPalette::Disabled, role, scheme.quiet);
   }

@@ -18,18 +18,18 @@ struct LampShades {
 // All colours of the windows, in one place. Texts have a contrast of at least 4.5 to 1, lamps and bars of at
 // least 3 to 1; red and amber lamps are for trouble alone.
 struct Scheme {
-  QColor ground;      // of windows and readouts
-  QColor ink;         // texts
-  QColor quiet;       // headings, scales
-  QColor line;        // frames
-  QColor bar;         // lit part of the meter, line of the chart
+  QColor ground;  // of windows and readouts
+  QColor ink;     // texts
+  QColor quiet;   // headings, scales
+  QColor line;    // frames
+  QColor bar;     // lit part of the meter, line of the chart
   QColor bar_ground;
   QColor peak;
-  QColor hatch;       // over a meter that is not true
+  QColor hatch;  // over a meter that is not true
   QColor button;
-  QColor dial;        // ground of a dial
-  QColor halo;        // beside a circle of a fixed colour, so that it is seen
-  QColor logging;     // ground of the logging button while it logs
+  QColor dial;     // ground of a dial
+  QColor halo;     // beside a circle of a fixed colour, so that it is seen
+  QColor logging;  // ground of the logging button while it logs
   QColor logging_ink;
 
   // `lit` fills a good lamp; else it is outlined.
