@@ -72,8 +72,6 @@ int main(int argc, char** argv) {
   starting.reset();
   QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrum.kestrum"));
   QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.kestrum.kestrum")));
-  // One style everywhere, whose colours are the program's own.
-  QApplication::setStyle(QStringLiteral("Fusion"));
   kestrum::StartOptions options;
   if (!ReadOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options)) return 2;
 

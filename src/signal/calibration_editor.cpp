@@ -102,6 +102,7 @@ void CalibrationEditor::Load() {
   form.caption = AppTitle;
   ShowToolTips(form);
   form.txtEdit.text = "60";
+  Note("");
   form.lblSraw.caption = ThreeDigits(0);
   form.sldIndex.value = 0;
   form.lblRecNbr.caption = ThreeDigits(0);
@@ -208,6 +209,7 @@ void CalibrationEditor::cmduVStore_Click() {
   if (standard) {
     ports_.beeper.Beep();
     edit.text.clear();
+    Note("Not stored: " + microvolt + " uV is a standard value. Choose its S point and press S-uV Store.");
     return;
   }
   edit.text = microvolt;
@@ -217,7 +219,10 @@ void CalibrationEditor::cmduVStore_Click() {
 
 void CalibrationEditor::Store(const std::string& microvolt) {
   const double value = Val(microvolt);
-  if (value <= 0 || value > kHighestMicrovolt) return;
+  if (value <= 0 || value > kHighestMicrovolt) {
+    Note("Not stored: type a value above 0 and up to 50000 uV.");
+    return;
+  }
   ports_.beeper.Beep();
 
   const std::size_t row =
@@ -233,9 +238,39 @@ void CalibrationEditor::Store(const std::string& microvolt) {
     // Kept on purpose: a measured value that stood in the table already is stored as the voltage of S1.
     table_.S2Ftable[row] = {"", had_duplicate ? points[1].cells.microvolt : microvolt, ""};
   }
+  const TableRow stored = table_.S2Ftable[row];
   table_.TidyCalibration();
   ShowRecord(row);
   ShowTableLists();
+  const std::string place = "row " + ThreeDigits(static_cast<int>(row));
+  if (table_.S2Ftable[row] == stored) {
+    Note("Stored " + stored.microvolt + " uV in " + place + ".");
+    MarkStored(row);
+  } else {
+    Note("Not kept: " + stored.microvolt + " uV does not rise above the row before " + place + ".");
+  }
+}
+
+void CalibrationEditor::Note(const std::string& text) {
+  forms_.form3.lblNote.caption = text;
+  forms_.form3.stored_line = -1;
+}
+
+void CalibrationEditor::MarkStored(std::size_t row) {
+  constexpr int kHeadingLines = 2;
+  const auto& rows = table_.S2Ftable;
+  const auto lines_before = [&rows, row](bool points) {
+    return static_cast<int>(std::count_if(
+        rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(row), [points](const TableRow& cells) {
+          return points ? !cells.s.empty() : cells.s.empty() && !cells.microvolt.empty();
+        }));
+  };
+  const auto all_points = std::count_if(rows.begin(), rows.begin() + kMeterRows,
+                                        [](const TableRow& cells) { return !cells.s.empty(); });
+  // The other values stand below the points, behind an empty line.
+  forms_.form3.stored_line = rows.at(row).s.empty() ? kHeadingLines + static_cast<int>(all_points) + 1 +
+                                                          kHeadingLines + lines_before(false)
+                                                    : kHeadingLines + lines_before(true);
 }
 
 bool CalibrationEditor::DropDuplicate(const std::string& microvolt) {

@@ -34,6 +34,9 @@ class CalibrationEditor {
 
   void ShowDefaultList();
   void ShowTableLists();
+  // Marks the row in the list of the table, if it stands there.
+  void MarkStored(std::size_t row);
+  void Note(const std::string& text);
   void ShowRecord(std::size_t row);
   std::size_t SelectedRow() const;
   bool HoldsDefaultPoints() const;

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
-#include <QPushButton>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
@@ -98,7 +99,8 @@ TEST_F(CockpitOnScreen, EachFaultIsSeenWithinTwoReadings) {
     std::function<void()> end;
   };
   const Fault faults[] = {
-      {"lmpRig", "RIG SILENT", true, false, [this] { car.rig_answers = false; }, [this] { car.rig_answers = true; }},
+      {"lmpRig", "RIG SILENT", true, false, [this] { car.rig_answers = false; },
+       [this] { car.rig_answers = true; }},
       {"lmpRig", "UNPLUGGED", true, false, [this] { car.world.serial.Vanish(); },
        [this] { car.world.serial.Return(); }},
       {"lmpGps", "READER GONE", false, true, [this] { car.world.links.server_present = false; },
@@ -210,6 +212,27 @@ TEST_F(CockpitOnScreen, LampsAndUnitsArePressedWithTheKeyboard) {
   const bool segments = bar->Segments();
   QTest::keyClick(bar, Qt::Key_Return);
   EXPECT_NE(bar->Segments(), segments);
+}
+
+TEST_F(CockpitOnScreen, AScreenReaderHearsValuesLampsAndAngles) {
+  Drive();
+  const auto spoken = [](QWidget* widget) {
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).toStdString();
+  };
+  EXPECT_EQ(spoken(On<QWidget>("Form1", "lblRxDist")), car.form1.lblRxDist.caption);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(On<QWidget>("Form1", "lblRxDist"))
+                ->text(QAccessible::Description),
+            QStringLiteral("Distance to TX site in km."));
+  auto* lamp = QAccessible::queryAccessibleInterface(On<QWidget>("Form1", "lmpRig"));
+  EXPECT_EQ(lamp->role(), QAccessible::Button);
+  EXPECT_EQ(lamp->text(QAccessible::Name), QStringLiteral("Rig, Done, FT840, Com1=9k6"));
+  Do([this] { car.form1.Picture1.needle = "045"; });
+  EXPECT_EQ(spoken(On<QWidget>("Form1", "Picture1")), "Needle 45 degrees");
+  Do([this] { car.form1.Picture1.needle = "32768"; });
+  EXPECT_EQ(spoken(On<QWidget>("Form1", "Picture1")), "Needle, no direction");
+  Do([this] { car.form1.mnuMinimalDisplay.click(); });
+  Do([this] { car.app.minimal.ShowPelorusMinimized("270"); });
+  EXPECT_EQ(spoken(On<QWidget>("Form5", "Picture1")), "Needle 270 degrees");
 }
 
 TEST_F(CockpitOnScreen, F2TurnsDayIntoNight) {

@@ -327,7 +327,8 @@ TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
 
 TEST_F(WindowsTest, TheMinimalDisplayGrowsWithItsWindow) {
   forms.form5.visible = true;
-  const char* const texts[] = {"20003.99 km", "294\xB0NW", "12345.6 m", "430000.25 kHz", "S9 + 10dB, 158.1 uV, 0.123 mV/m"};
+  const char* const texts[] = {"20003.99 km", "294\xB0NW", "12345.6 m", "430000.25 kHz",
+                               "S9 + 10dB, 158.1 uV, 0.123 mV/m"};
   for (std::size_t i = 0; i < 5; ++i) forms.form5.Label1.at(i).caption = texts[i];
   forms.form5.Label1[0].caption = "012.3 km";
   binder.Sync();

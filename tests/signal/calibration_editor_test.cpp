@@ -338,6 +338,27 @@ TEST_F(CalibrationEditorTest, StoredPointRemovesWhatItOvertakes) {
   EXPECT_EQ(rows[162].s, "S9 + 10dB");
 }
 
+TEST_F(CalibrationEditorTest, SaysWhatBecameOfAPressAndMarksTheStoredRow) {
+  EXPECT_EQ(form.lblNote.caption, "");
+  Type("1.56");
+  EXPECT_EQ(form.lblNote.caption,
+            "Not stored: 1.56 uV is a standard value. Choose its S point and press S-uV Store.");
+  for (const char* text : {"-", "50000.1"}) {
+    Type(text);
+    EXPECT_EQ(form.lblNote.caption, "Not stored: type a value above 0 and up to 50000 uV.") << text;
+    EXPECT_EQ(form.stored_line, -1);
+  }
+  StopAt(140);
+  Type("60");
+  EXPECT_EQ(form.lblNote.caption, "Stored 60 uV in row 140.");
+  // Two lines of heading, 16 points, an empty line, two lines of heading.
+  EXPECT_EQ(form.stored_line, 21);
+  StopAt(145);
+  Type("20");
+  EXPECT_EQ(form.lblNote.caption, "Not kept: 20 uV does not rise above the row before row 145.");
+  EXPECT_EQ(form.stored_line, -1);
+}
+
 TEST_F(CalibrationEditorTest, ClearMenu) {
   form.mnuClearCalibration.click();
   EXPECT_EQ(rows, S2FtableRows());

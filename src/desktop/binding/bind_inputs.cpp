@@ -108,7 +108,10 @@ void Binder::Bind(ComboBox& box, QComboBox* widget) {
   });
   Follow<std::string>(box.text, [widget](const std::string& text) {
     const QSignalBlocker quiet(widget);
-    if (widget->currentText() != ToQt(text)) widget->setEditText(ToQt(text));
+    if (widget->currentText() == ToQt(text)) return;
+    widget->setEditText(ToQt(text));
+    // A long text shows its beginning.
+    if (!widget->hasFocus()) widget->lineEdit()->setCursorPosition(0);
   });
   connect(widget, &QComboBox::editTextChanged, this,
           [this, &box](const QString& text) { Deed([&box, text] { box.text = FromQt(text); }, {}); });

@@ -99,8 +99,8 @@ void Form1Window::AddLoggingControls(QBoxLayout* rows, const Panel& panel) {
   binder_.Bind(form_.cmdLoggin, log);
   binder_.Follow<std::string>(form_.cmdLoggin.caption, [this, log](const std::string& caption) {
     log->ShowLogging(SameText(caption, kLoggingOnCaption));
-    // A space bar that is hit by chance must not end a drive: the focus rests on the lamp, which only looks.
-    if (log->Logging() && log->hasFocus()) findChild<QWidget*>(QLatin1String(form_.lmpLog.name))->setFocus();
+    // A space bar that is hit by chance must not end a drive: the focus rests where no key does anything.
+    if (log->Logging() && log->hasFocus()) centralWidget()->setFocus();
   });
 
   auto* heading = panel.Value(form_.lblIntervalHeading, 15);
@@ -112,11 +112,10 @@ void Form1Window::AddLoggingControls(QBoxLayout* rows, const Panel& panel) {
   QVBoxLayout* const buffered = Headed(tr("In buffer"), panel.Value(form_.lblCatCount, 4));
   auto* prompt = panel.Value(form_.lblPrompt, 3);
   auto* line = Line();
-  line->addWidget(log, 4);
-  for (QVBoxLayout* column : {interval, buffered}) {
-    line->addLayout(column, 1);
-    line->setAlignment(column, Qt::AlignVCenter);
-  }
+  line->addWidget(log, 5);
+  line->addLayout(interval, 4);
+  line->addLayout(buffered, 2);
+  for (QVBoxLayout* column : {interval, buffered}) line->setAlignment(column, Qt::AlignVCenter);
   line->addWidget(prompt);
   rows->addLayout(line, 2);
 }

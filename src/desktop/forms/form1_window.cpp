@@ -35,8 +35,8 @@ Form1Window::Form1Window(Form1& form, Binder& binder) : FormWindow(form, binder)
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(air * 2, air, air * 2, 0);
   rows->setSpacing(air);
-  rows->addLayout(lamps);
-  rows->addLayout(panels, 1);
+  rows->addLayout(lamps, 1);
+  rows->addLayout(panels, 10);
   rows->addLayout(BuildLogLines(body));
   setCentralWidget(body);
 
@@ -93,6 +93,7 @@ void Form1Window::BuildMenus() {
 void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
   statusBar()->setSizeGripEnabled(false);
+  statusBar()->setContentsMargins(fontMetrics().height() / 2, 0, fontMetrics().height() / 2, 0);
   constexpr int kPanelCharacters = 18;
   for (StatusPanel& status : form_.StatusBar1) {
     auto* panel = new TextLine(statusBar());
@@ -112,6 +113,9 @@ QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   into->setReadOnly(true);
   into->setFrame(false);
   into->setFocusPolicy(Qt::ClickFocus);
+  // The text is selected for copying; that is no news to a driver.
+  into->setStyleSheet(
+      QStringLiteral("selection-background-color: palette(alternate-base); selection-color: palette(text);"));
   auto* status = panel.Elided(form_.lblStatusCaption, Qt::ElideMiddle);
   status->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* state = Line();

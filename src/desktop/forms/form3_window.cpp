@@ -86,6 +86,8 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   grid->addWidget(panel.Value(form_.lbluV, 4), row, 1);
   grid->addWidget(panel.Button(form_.cmduVStore), row, 2);
   ++row;
+  grid->addWidget(panel.Elided(form_.lblNote), row, 0, 1, 3);
+  ++row;
   grid->setRowStretch(row, 1);
   ++row;
   grid->addWidget(panel.Button(form_.cmdSave), row, 0, 1, 3);
@@ -110,6 +112,11 @@ QWidget* Form3Window::BuildLists(QWidget* parent) {
   ListBox* others = List(form_.Label3, panel);
   others->setAccessibleName(tr("Other values"));
   for (ListBox* list : {defaults, table, others}) columns->addWidget(list, 1);
+  ListBox* const points = table;
+  ListBox* const all = others;
+  binder_.Follow<int>(form_.stored_line, [points, all](const int& line) {
+    for (ListBox* list : {points, all}) list->MarkLine(line);
+  });
   binder_.Follow<int>(form_.selected_point,
                       [defaults](const int& point) { defaults->MarkLine(kHeadingLines + point); });
   binder_.Bind(form_.frmHelp, panel);

@@ -57,6 +57,7 @@ Form5Window::Form5Window(Form5& form, Binder& binder)
 
   setCentralWidget(body_);
   body_->installEventFilter(this);
+  picture_->setFocus();  // a stray key meets no control
   setMinimumSize(Characters(this, 30), fontMetrics().height() * 9);
   // The first time it opens large; later it opens as it was left.
   resize(QGuiApplication::primaryScreen()->availableSize() * 2 / 3);

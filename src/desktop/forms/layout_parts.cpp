@@ -17,10 +17,8 @@ int Characters(const QWidget* widget, int characters) {
 QVBoxLayout* PanelRows(QWidget* panel) {
   auto* rows = new QVBoxLayout(panel);
   const int small = panel->fontMetrics().height();
-  const int heading = QFontMetrics(ScaledFont(panel, kHeadingScale)).height();
-  // The heading stands above the frame, whatever a style thinks of group boxes.
-  panel->setContentsMargins(0, 0, 0, 0);
-  rows->setContentsMargins(small / 3, heading + small / 5, small / 3, small / 5);
+  // The group box itself keeps the room of its heading.
+  rows->setContentsMargins(small / 4, 0, small / 4, 0);
   rows->setSpacing(small / 5);
   return rows;
 }

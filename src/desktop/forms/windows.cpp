@@ -1,6 +1,7 @@
 #include "desktop/forms/windows.h"
 
 #include <QApplication>
+#include <QStyle>
 #include <QToolTip>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "desktop/forms/form3_window.h"
 #include "desktop/forms/form4_window.h"
 #include "desktop/forms/form5_window.h"
+#include "desktop/widgets/cockpit_style.h"
 #include "desktop/widgets/scheme.h"
 
 namespace kestrum {
@@ -19,6 +21,8 @@ const QString kNight = QStringLiteral("night");
 }  // namespace
 
 Windows::Windows(Forms& forms, Binder& binder, const QString& memory) : binder_(binder), memory_(memory) {
+  // One style everywhere, whose colours are the program's own.
+  if (qobject_cast<CockpitStyle*>(QApplication::style()) == nullptr) QApplication::setStyle(new CockpitStyle);
   forms.night = memory_.Flag(kNight, forms.night);
   binder.Follow<bool>(forms.night, [this](const bool& night) { FollowNight(night); });
   auto main = std::make_unique<Form1Window>(forms.form1, binder);

@@ -47,7 +47,7 @@ void LampWidget::Show(const LampText& says) {
 }
 
 QSize LampWidget::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 12 / 5};
+  return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 14 / 5};
 }
 
 QSize LampWidget::minimumSizeHint() const {
@@ -128,7 +128,7 @@ void LampWidget::paintEvent(QPaintEvent* /*event*/) {
     QFont font = Sized(this->font(), pixels, weight);
     double wide = QFontMetricsF(font).horizontalAdvance(text);
     if (wide > room) {
-      font = Sized(font, std::max(pixels * room / wide, pixels * 0.72), weight);
+      font = Sized(font, std::max(pixels * room / wide, pixels * 0.6), weight);
       wide = QFontMetricsF(font).horizontalAdvance(text);
     }
     painter.setFont(font);

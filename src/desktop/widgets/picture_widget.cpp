@@ -56,7 +56,9 @@ QSize PictureWidget::minimumSizeHint() const {
 
 void PictureWidget::PaintShape(QPainter& painter, const Shape& shape) const {
   const QPointF start = Centre(shape);
-  const QColor color = ShapeColor(shape.color);
+  const QColor pure = ShapeColor(shape.color);
+  const bool fades = stale_ && shape.kind == Shape::Kind::kLine;
+  const QColor color = fades ? Faded(pure, palette().color(QPalette::Window)) : pure;
   if (shape.kind == Shape::Kind::kCircle) {
     const double radius = ToPixels(shape.radius);
     // Pure blue is hardly seen on a dark ground without a light line beside it.
@@ -103,10 +105,10 @@ void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
   if (still_.isNull()) PaintStill(shapes_.front());
   if (stale_) painter.setOpacity(kFadedDial);
   painter.drawPixmap(0, 0, still_);
+  painter.setOpacity(1);
   painter.setRenderHint(QPainter::Antialiasing);
   for (std::size_t i = 1; i < shapes_.size(); ++i) PaintShape(painter, shapes_.at(i));
   if (!stale_) return;
-  painter.setOpacity(1);
   painter.translate(Centre(shapes_.front()));
   PaintBadge(painter, ToPixels(shapes_.front().radius), badge_, SchemeOf(palette()));
 }

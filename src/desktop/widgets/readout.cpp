@@ -13,9 +13,10 @@
 namespace kestrum {
 namespace {
 
-constexpr double kTailShare = 0.55;   // size of what follows the first blank
-constexpr double kLineHeight = 1.16;  // of a font, in its pixel size
-constexpr double kMeasure_px = 100;   // size in which texts are measured
+constexpr double kTailShare = 0.55;      // size of what follows the first blank
+constexpr double kLineHeight = 1.16;     // of a font, in its pixel size
+constexpr double kSmallestShare = 0.75;  // of its font, before a text is shortened
+constexpr double kMeasure_px = 100;      // size in which texts are measured
 constexpr double kLargestWithoutEnd = 1000;
 
 QFont Semibold(const QFont& base, double pixels) {
@@ -122,7 +123,13 @@ void TextLine::paintEvent(QPaintEvent* /*event*/) {
   QString shown = text_;
   // Most texts fit, and measuring costs more than drawing.
   if (text_.size() * fontMetrics().maxWidth() > width()) {
-    shown = fontMetrics().elidedText(text_, elide_, width());
+    // A little smaller first, then shortened.
+    const double wide = fontMetrics().horizontalAdvance(text_);
+    const double share = std::clamp(width() / std::max(1.0, wide), kSmallestShare, 1.0);
+    QFont smaller = font();
+    smaller.setPixelSize(std::max(6, static_cast<int>(QFontInfo(smaller).pixelSize() * share)));
+    painter.setFont(smaller);
+    shown = painter.fontMetrics().elidedText(text_, elide_, width());
   }
   QRect room = rect();
   if (has_dot_) {

@@ -53,7 +53,9 @@ class Panel : public testing::Test {
   void ChooseMode(const char* option) { Find<QRadioButton>(option)->click(); }
   void Menu(const char* item) { Find<QAction>(item)->trigger(); }
   void TypeFrequency(const char* text);
-  std::string Text(const char* label) { return Find<QWidget>(label)->property("text").toString().toStdString(); }
+  std::string Text(const char* label) {
+    return Find<QWidget>(label)->property("text").toString().toStdString();
+  }
   std::string Typed(const char* box) { return Find<QLineEdit>(box)->text().toStdString(); }
   // Runs the window until the label shows it.
   bool WaitForText(const char* label, const std::string& text);
