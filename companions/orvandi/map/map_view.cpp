@@ -15,7 +15,8 @@
 namespace orvandi {
 namespace {
 
-constexpr double kFitMargin = 48;
+// Room for the buttons on the left, the legend on the right and what stands at the bottom.
+constexpr QMarginsF kFitMargins(56, 40, 96, 56);
 constexpr double kZoomGrain = 0.125;  // zooms between these would paint everything anew with every touch
 constexpr double kWheelStep = 0.5;
 constexpr double kArrowPixels = 80;
@@ -136,8 +137,10 @@ QRectF MapView::Extent() const {
 }
 
 void MapView::Fit() {
-  camera_.Fit(Extent(), kFitMargin);
-  camera_.SetZoom(std::floor(camera_.Zoom() / kZoomGrain) * kZoomGrain);
+  camera_.Fit(Extent(), kFitMargins);
+  // Down to a whole grain, around the middle of what is fitted.
+  const QPointF middle(camera_.ToScreen(Extent().center()));
+  camera_.ZoomAt(middle, std::floor(camera_.Zoom() / kZoomGrain) * kZoomGrain);
   fitted_ = true;
   update();
 }
@@ -213,7 +216,7 @@ void MapView::PaintMarks(QPainter& painter, const Camera& camera) {
 void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Rendering& how) {
   Camera camera = camera_;
   camera.size = size;
-  if (how.whole) camera.Fit(Extent(), kFitMargin);
+  if (how.whole) camera.Fit(Extent(), kFitMargins);
   const QFont font = painter.font();
   painter.fillRect(QRectF(QPointF(0, 0), size), ink.ground);
   if (tiles_.HasSource()) {
@@ -235,6 +238,8 @@ void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Re
   }
   PaintMarks(painter, camera);
   for (const Transmitter& transmitter : transmitters_) {
+    painter.setFont(font);
+    PaintRingLabels(painter, camera, ink, transmitter.place);
     painter.setFont(font);
     PaintTransmitter(painter, camera, ink, transmitter);
   }

@@ -52,6 +52,7 @@ PatternPlot::PatternPlot(QWidget* parent) : Plot(parent) {
   plotLayout()->clear();
   angular_ = new QCPPolarAxisAngular(this);
   plotLayout()->addElement(0, 0, angular_);
+  angular_->setMinimumMargins(QMargins(30, 20, 30, 20));
   angular_->setRange(0, 360);
   angular_->setRangeDrag(false);
   angular_->setRangeZoom(false);

@@ -93,6 +93,7 @@ void RecordPlot::SetHovered(std::int64_t record) {
 void RecordPlot::Restyle(const PlotInk& ink) {
   StylePlot(*this, ink);
   hovered_ring_->setPen(QPen(ink.strong, 2));
+  dots_->SetRim(ink.rim);
   if (data_ != nullptr) Decorate(*data_);
 }
 

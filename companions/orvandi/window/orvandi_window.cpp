@@ -48,6 +48,14 @@ QString StyleText(const QPalette& palette) {
              "QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %4; border-color: %4; }"
              "QToolBar QToolButton:focus { border-color: %5; }"
              "QToolBar QToolButton::menu-indicator { image: none; width: 0px; }"
+             "QToolBar QToolButton[popupMode=\"1\"] { padding-right: 18px; }"
+             "QToolBar QToolButton::menu-button { border: none; width: 16px; }"
+             "QCheckBox::indicator, QListView::indicator { width: 14px; height: 14px; border: 1px solid %8;"
+             " border-radius: 3px; background: %2; }"
+             "QCheckBox::indicator:checked, QListView::indicator:checked { border-color: %9; background: %9;"
+             " image: url(:/orvandi/icons/check.svg); }"
+             "QCheckBox::indicator:focus { border-color: %5; }"
+             "QCheckBox::indicator:disabled { border-color: %1; }"
              "QWidget#card, QStackedWidget#left { background: %2; border: 1px solid %1; border-radius: 6px; }"
              "QWidget#startPage { background: %2; }"
              "QTabWidget::pane { background: %2; border: 1px solid %1; border-radius: 6px; top: -1px; }"
@@ -56,7 +64,7 @@ QString StyleText(const QPalette& palette) {
              "QTabBar::tab:focus { background: %3; }"
              "QFrame#notice { background: %6; border-bottom: 1px solid %1; }"
              "QFrame#notice QLabel { color: %7; }"
-             "MapView QToolButton, QWidget#map QToolButton { background: %2; border: 1px solid %1; border-radius: 6px;"
+             "QWidget#map QToolButton { background: %2; border: 1px solid %1; border-radius: 6px;"
              " font-size: 15px; }"
              "QWidget#map QToolButton:hover, QWidget#map QToolButton:focus { border-color: %5; }"
              "QStatusBar::item { border: none; }"
@@ -64,7 +72,8 @@ QString StyleText(const QPalette& palette) {
       .arg(line, base, hover.name(QColor::HexArgb), pressed.name(QColor::HexArgb),
            palette.color(QPalette::Highlight).name(),
            palette.color(QPalette::Window).lightness() < 128 ? QStringLiteral("#4A3B12") : QStringLiteral("#FFF3CD"),
-           palette.color(QPalette::WindowText).name());
+           palette.color(QPalette::WindowText).name(), palette.color(QPalette::PlaceholderText).name(),
+           QStringLiteral("#1565C0"));
 }
 
 }  // namespace
@@ -141,6 +150,7 @@ QWidget* OrvandiWindow::MakeRightSide() {
 void OrvandiWindow::MakeStatusBar() {
   told_ = new ElidedLabel;
   told_->setObjectName(QStringLiteral("told"));
+  told_->setContentsMargins(8, 0, 0, 0);
   counts_ = new QLabel;
   counts_->setObjectName(QStringLiteral("counts"));
   job_title_ = new QLabel;
@@ -217,7 +227,7 @@ void OrvandiWindow::RestoreLayout() {
     split_->setSizes({width() * 52 / 100, width() * 48 / 100});
   }
   if (!right_split_->restoreState(settings_->value(QStringLiteral("rightSplit")).toByteArray())) {
-    right_split_->setSizes({height() * 70 / 100, height() * 30 / 100});
+    right_split_->setSizes({height() * 76 / 100, height() * 24 / 100});
   }
   plots_->SetOrder(settings_->value(QStringLiteral("plots")).toString());
   lists_->setCurrentIndex(settings_->value(QStringLiteral("list"), 0).toInt());

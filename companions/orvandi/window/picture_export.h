@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QPainter>
 #include <QRectF>
 #include <QString>
+
+class QCPPainter;
 
 namespace orvandi {
 
@@ -14,8 +15,8 @@ class Plot;
 QString SaveMapPicture(MapView& map, const QString& path);
 QString SavePlotPicture(Plot& plot, const QString& path);
 
-// The same onto paper: `target` in the painter's units, at a size of `pixels_per_unit` screen pixels to one of them.
-void PaintMap(QPainter& painter, MapView& map, const QRectF& target, double pixels_per_unit);
-void PaintPlot(QPainter& painter, Plot& plot, const QRectF& target, double pixels_per_unit);
+// The same onto paper, with all of the drive: `target` in the painter's units, which are the screen's pixels.
+void PaintMap(QCPPainter& painter, MapView& map, const QRectF& target);
+void PaintPlot(QCPPainter& painter, Plot& plot, const QRectF& target);
 
 }  // namespace orvandi

@@ -17,10 +17,9 @@ namespace orvandi {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-constexpr int kDpi = 300;
-constexpr double kUnit = kDpi / kMillimetresPerInch;     // device pixels to a millimetre
-constexpr double kScreenPixels = 3.6;                    // to a millimetre: the size of texts in the views
-constexpr double kWidth = 180;                           // of the printed area in millimetres
+constexpr int kDpi = 96;  // a unit of the page is a pixel of the screen, so the views keep their look
+constexpr double kUnit = kDpi / kMillimetresPerInch;  // units to a millimetre
+constexpr double kWidth = 180;                        // of the printed area in millimetres
 constexpr double kMapHeight = 150;
 
 using Rows = QList<std::pair<QString, QString>>;
@@ -142,7 +141,8 @@ Rows CleaningRows(const Session& session, const Summary& summary) {
 }
 
 void Write(QPdfWriter& writer, const Session& session, MapView& map, PlotDeck& plots) {
-  QPainter painter(&writer);
+  QCPPainter painter(&writer);
+  painter.setMode(QCPPainter::pmVectorized);
   const std::vector<NamedLog> logs = session.NamedLogs();
   const Summary summary = Summarise(logs, session.Calibration());
   Page page(writer, painter);
@@ -150,7 +150,7 @@ void Write(QPdfWriter& writer, const Session& session, MapView& map, PlotDeck& p
   page.Table(NumberRows(session, summary));
   page.Heading(QStringLiteral("Map"));
   const QRectF map_area = page.Take(kMapHeight);
-  PaintMap(painter, map, map_area, kScreenPixels / kUnit);
+  PaintMap(painter, map, map_area);
   page.Frame(map_area);
   page.Heading(QStringLiteral("Cleaning"));
   page.Table(CleaningRows(session, summary));
@@ -165,7 +165,7 @@ void Write(QPdfWriter& writer, const Session& session, MapView& map, PlotDeck& p
     Plot* plot = plots.All().at(kind);
     page.Heading(plot->accessibleName());
     page.Line(plots.Caption(kind));
-    PaintPlot(painter, *plot, page.Take(height), kScreenPixels / kUnit);
+    PaintPlot(painter, *plot, page.Take(height));
   }
 }
 

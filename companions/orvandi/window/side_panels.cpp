@@ -2,11 +2,13 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
 #include <QLocale>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -118,25 +120,36 @@ void LayerPanel::Refill() {
 
 CleaningPanel::CleaningPanel(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), summary_(WrappedLabel(QStringLiteral("cleaningSummary"))) {
+  auto* grid = new QGridLayout;
+  auto* inside = new QWidget;
+  auto* inside_layout = new QVBoxLayout(inside);
+  inside_layout->addWidget(summary_);
+  inside_layout->addLayout(grid);
+  inside_layout->addStretch();
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(inside);
+  scroll->setAccessibleName(QStringLiteral("Cleaning"));
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(summary_);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
   for (const MarkRow& row : kMarks) {
     auto* box = new QCheckBox;
     box->setObjectName(QStringLiteral("show") + QString::fromLatin1(row.text).remove(QLatin1Char(' ')));
     box->setToolTip(QString::fromLatin1(row.tip) + QStringLiteral("\nCheck it to show these records all the same."));
     connect(box, &QCheckBox::toggled, this, &CleaningPanel::Apply);
+    const int place = static_cast<int>(boxes_.size());
+    grid->addWidget(box, place / 2, place % 2);
     boxes_.push_back(box);
-    layout->addWidget(box);
   }
-  layout->addStretch();
   connect(&session_, &Session::ViewChanged, this, [this] { Recount(); });
   Recount();
 }
 
 void CleaningPanel::Recount() {
   const MarkCounts counts = SumOfMarks(session_);
-  QString text = QStringLiteral("%1 records, %2 of them without a mark. Marked ones are left out of the views; "
-                                "check a kind to show it.")
+  QString text = QStringLiteral("%1 records, %2 of them fit to be shown. Check a kind to see it all the same.")
                      .arg(Number(counts.records), Number(counts.shown));
   if (const std::size_t hidden = session_.HiddenCount(); hidden > 0) {
     text += QStringLiteral(" %1 hidden by you (Undo brings them back).").arg(Number(hidden));
@@ -192,7 +205,21 @@ ComparePanel::ComparePanel(Session& session, QWidget* parent)
   for (QComboBox* box : {first_, second_, cell_}) connect(box, &QComboBox::activated, this, &ComparePanel::Apply);
   connect(shown_, &QCheckBox::toggled, this, &ComparePanel::Apply);
   connect(&session_, &Session::LogsChanged, this, &ComparePanel::Refill);
+  connect(&session_, &Session::ViewChanged, this, [this] { Sync(); });
   Refill();
+}
+
+// What is compared may have been chosen elsewhere.
+void ComparePanel::Sync() {
+  filling_ = true;
+  const std::optional<ComparisonChoice>& choice = session_.Compared();
+  shown_->setChecked(choice.has_value());
+  if (choice) {
+    first_->setCurrentIndex(choice->layer_a);
+    second_->setCurrentIndex(choice->layer_b);
+    cell_->setCurrentIndex(cell_->findData(static_cast<int>(choice->cell_m)));
+  }
+  filling_ = false;
 }
 
 void ComparePanel::SetOutcome(const QString& text) {
@@ -294,6 +321,7 @@ DroppedPanel::DroppedPanel(Session& session, QWidget* parent)
   table_->verticalHeader()->hide();
   table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
   table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+  table_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
   table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setHighlightSections(false);
   auto* layout = new QVBoxLayout(this);

@@ -6,6 +6,11 @@
 #include <QStyle>
 #include <QSvgRenderer>
 
+// Resources of a static library are found only when somebody asks for them; the macro wants no namespace.
+static void LoadIcons() {
+  Q_INIT_RESOURCE(orvandi);
+}
+
 namespace orvandi {
 namespace {
 
@@ -69,6 +74,7 @@ void ApplyTheme(Theme theme) {
 }
 
 QIcon IconFor(const QString& name, const QPalette& palette) {
+  LoadIcons();
   QFile file(QStringLiteral(":/orvandi/icons/%1.svg").arg(name));
   if (!file.open(QIODevice::ReadOnly)) return {};
   const QByteArray svg = file.readAll();

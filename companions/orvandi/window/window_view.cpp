@@ -76,7 +76,9 @@ ColorScale DifferenceScale(const Comparison& comparison) {
 }  // namespace
 
 void OrvandiWindow::ShowView(Session::PlaceChange places) {
-  left_->setCurrentWidget(session_.Logs().empty() ? static_cast<QWidget*>(start_page_) : map_);
+  const bool empty = session_.Logs().empty();
+  left_->setCurrentWidget(empty ? static_cast<QWidget*>(start_page_) : map_);
+  right_split_->setVisible(!empty);
   ShowMap(places);
   ShowComparison();
   ShowPlots();
@@ -96,12 +98,14 @@ void OrvandiWindow::ShowMap(Session::PlaceChange places) {
   style.coloring = view.coloring;
   style.scale = view.scale;
   for (const LayerLook& look : view.layers) style.layer_colors.push_back(look.color);
-  style.rim = InkOf(palette()).dark ? QColor(0, 0, 0, 130) : QColor(255, 255, 255, 150);
+  style.rim = InkOf(palette()).dark ? QColor(255, 255, 255, 100) : QColor(255, 255, 255, 150);
   map_->SetDots({view.level_db, view.layer, view.shown}, style);
   Legend legend;
   const Unit unit = view.unit;
   if (view.coloring == DotStyle::Coloring::kValue && session_.ShownCount() > 0) {
-    legend = {UnitName(unit), view.scale, [unit](double level) { return LevelNumber(level, unit); }};
+    legend = {UnitName(unit), view.scale, [unit](double level) {
+                return IsLogarithmic(unit) && unit != Unit::kSPoint ? QString::number(level) : LevelNumber(level, unit);
+              }};
   }
   map_->SetLegend(legend);
 }
@@ -125,7 +129,7 @@ void OrvandiWindow::ShowComparison() {
                              .arg(choice->cell_m));
     return;
   }
-  map_->SetLegend({QStringLiteral("difference (dB)"), scale, [](double value) { return Signed(value); }});
+  map_->SetLegend({QStringLiteral("difference (dB)"), scale, [](double value) { return value == 0 ? QStringLiteral("0") : (value > 0 ? QStringLiteral("+") : QString(QChar(0x2212))) + QString::number(std::abs(value)); }});
   compare_->SetOutcome(QStringLiteral("%1 minus %2: %3 dB in the middle of %4 squares, half of them from %5 to %6 dB.")
                            .arg(layers[choice->layer_a].name, layers[choice->layer_b].name, Signed(comparison.median_db))
                            .arg(comparison.cells.size())
@@ -135,14 +139,19 @@ void OrvandiWindow::ShowComparison() {
 void OrvandiWindow::ShowPlots() {
   const ViewData& view = session_.View();
   plots_->Distance()->SetLaw(session_.FittedLaw());
+  QStringList exponents{QString::number(session_.PatternLaw().exponent, 'f', 2)};
   if (!session_.Compared()) {
     std::vector<PatternCurve> patterns;
+    exponents.clear();
     for (std::size_t i = 0; i < view.layers.size() && patterns.size() < kMostPatterns; ++i) {
       if (!view.layers[i].visible) continue;
       const std::vector<Sample> samples = session_.SamplesOfLayer(static_cast<std::uint16_t>(i));
       if (samples.empty()) continue;
-      patterns.push_back({view.layers[i].name, view.layers[i].color,
-                          AntennaPattern(samples, session_.PatternLaw(), session_.SectorDeg())});
+      // Each layer by its own law: two antennas in one fit would bend it.
+      const Law law = FitLawWithinSectors(samples, session_.SectorDeg());
+      exponents << QString::number(law.exponent, 'f', 2);
+      patterns.push_back(
+          {view.layers[i].name, view.layers[i].color, AntennaPattern(samples, law, session_.SectorDeg())});
     }
     plots_->Pattern()->SetPatterns(std::move(patterns), session_.SectorDeg());
   }
@@ -155,7 +164,7 @@ void OrvandiWindow::ShowPlots() {
                      session_.Compared() ? QStringLiteral("difference in dB by direction")
                      : any ? QStringLiteral("%1 at 1 km, n = %2 within sectors")
                                  .arg(UnitName(view.unit))
-                                 .arg(session_.PatternLaw().exponent, 0, 'f', 2)
+                                 .arg(exponents.join(QStringLiteral(", ")))
                            : QString());
   plots_->SetCaption(PlotDeck::kDistribution,
                      figures.count > 0 ? QStringLiteral("median %1, 10 % below %2, 10 % above %3")
