@@ -8,9 +8,9 @@
 namespace orvandi {
 namespace {
 
-constexpr double kMargin = 12;   // of cards to the edge of the map
-constexpr double kPadding = 8;   // inside of cards
-constexpr double kCorner = 6;    // radius of their corners
+constexpr double kMargin = 12;  // of cards to the edge of the map
+constexpr double kPadding = 8;  // inside of cards
+constexpr double kCorner = 6;   // radius of their corners
 constexpr double kGridPixels = 110;
 constexpr double kRingPixels = 190;
 constexpr int kRingPoints = 180;
@@ -41,7 +41,8 @@ void PaintHaloText(QPainter& painter, QPointF baseline, const QString& text, con
 
 QString DegreesText(double degrees, double step, QLatin1String positive, QLatin1String negative) {
   const int decimals = step >= 1 ? 0 : static_cast<int>(std::ceil(-std::log10(step) - 1e-9));
-  return QString::number(std::abs(degrees), 'f', decimals) + QChar(0xB0) + (degrees < 0 ? negative : positive);
+  return QString::number(std::abs(degrees), 'f', decimals) + QChar(0xB0) +
+         (degrees < 0 ? negative : positive);
 }
 
 // Round distances, about kRingPixels apart, as far as the map shows.
@@ -94,7 +95,8 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
   const double step = std::min(RoundStep(360 / camera.PixelsPerWorld() * kGridPixels * 2), 20.0);
   painter.setFont(SmallFont(painter));
   const QFontMetricsF metrics(painter.font());
-  for (double at = std::ceil(north_west.longitude_deg / step) * step; at <= south_east.longitude_deg; at += step) {
+  for (double at = std::ceil(north_west.longitude_deg / step) * step; at <= south_east.longitude_deg;
+       at += step) {
     const double x = std::round(camera.ToScreen(ToWorld({0, at})).x()) + 0.5;
     painter.setPen(QPen(ink.line, 1));
     painter.drawLine(QPointF(x, 0), QPointF(x, camera.size.height()));
@@ -102,7 +104,8 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
     painter.drawText(QPointF(x + 4, metrics.ascent() + 3),
                      DegreesText(at, step, QLatin1String("E"), QLatin1String("W")));
   }
-  for (double at = std::ceil(south_east.latitude_deg / step) * step; at <= north_west.latitude_deg; at += step) {
+  for (double at = std::ceil(south_east.latitude_deg / step) * step; at <= north_west.latitude_deg;
+       at += step) {
     const double y = std::round(camera.ToScreen(ToWorld({at, 0})).y()) + 0.5;
     painter.setPen(QPen(ink.line, 1));
     painter.drawLine(QPointF(0, y), QPointF(camera.size.width(), y));
@@ -165,7 +168,8 @@ void PaintTransmitter(QPainter& painter, const Camera& camera, const MapInk& ink
   QColor halo = ink.ground;
   halo.setAlpha(220);
   const double width = QFontMetricsF(font).horizontalAdvance(site.name);
-  PaintHaloText(painter, at + QPointF(-width / 2, QFontMetricsF(font).ascent() + 5), site.name, ink.text, halo);
+  PaintHaloText(painter, at + QPointF(-width / 2, QFontMetricsF(font).ascent() + 5), site.name, ink.text,
+                halo);
 }
 
 void PaintCells(QPainter& painter, const Camera& camera, const std::vector<MapCell>& cells,
@@ -235,7 +239,8 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
   PaintCard(painter, card, ink);
   painter.setPen(ink.text);
   painter.drawText(QPointF(card.left() + kPadding, card.top() + kPadding + metrics.ascent()), legend.title);
-  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kBarWidth, bar_height);
+  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kBarWidth,
+                   bar_height);
   const double step = bar.height() / kColorSteps;
   painter.setRenderHint(QPainter::Antialiasing, false);
   for (int i = 0; i < kColorSteps; ++i) {
@@ -248,7 +253,8 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
     painter.setPen(QPen(ink.faint_text, 1));
     painter.drawLine(QPointF(bar.right(), y), QPointF(bar.right() + 4, y));
     painter.setPen(ink.text);
-    painter.drawText(QPointF(bar.right() + 8, y + metrics.ascent() / 2 - 1), texts.at(static_cast<qsizetype>(i)));
+    painter.drawText(QPointF(bar.right() + 8, y + metrics.ascent() / 2 - 1),
+                     texts.at(static_cast<qsizetype>(i)));
   }
   return card;
 }

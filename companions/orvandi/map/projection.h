@@ -9,8 +9,8 @@
 
 namespace orvandi {
 
-// Web Mercator on a unit square: x grows to the east, y to the south, the north-west corner is (0, 0). Latitudes
-// beyond the square (about 85 degrees) land on its edge.
+// Web Mercator on a unit square: x grows to the east, y to the south, the north-west corner is (0, 0).
+// Latitudes beyond the square (about 85 degrees) land on its edge.
 QPointF ToWorld(Place point);
 Place ToGeo(QPointF world);
 

@@ -45,7 +45,8 @@ QString StyleText(const QPalette& palette) {
              "QToolBar { border: none; border-bottom: 1px solid %1; spacing: 1px; padding: 2px 4px; }"
              "QToolBar QToolButton { border: 1px solid transparent; border-radius: 6px; padding: 3px 5px; }"
              "QToolBar QToolButton:hover { background: %3; }"
-             "QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %4; border-color: %4; }"
+             "QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %4; border-color: %4; "
+             "}"
              "QToolBar QToolButton:focus { border-color: %5; }"
              "QToolBar QToolButton::menu-indicator { image: none; width: 0px; }"
              "QToolBar QToolButton[popupMode=\"1\"] { padding-right: 18px; }"
@@ -58,6 +59,9 @@ QString StyleText(const QPalette& palette) {
              "QCheckBox::indicator:disabled { border-color: %1; }"
              "QWidget#card, QStackedWidget#left { background: %2; border: 1px solid %1; border-radius: 6px; }"
              "QWidget#startPage { background: %2; }"
+             "QWidget#startPage QPushButton { padding: 8px 18px; border: 1px solid %1; border-radius: 6px; }"
+             "QWidget#startPage QPushButton:hover, QWidget#startPage QPushButton:focus { border-color: %5;"
+             " background: %3; }"
              "QTabWidget::pane { background: %2; border: 1px solid %1; border-radius: 6px; top: -1px; }"
              "QTabBar::tab { padding: 5px 10px; border: none; border-bottom: 2px solid transparent; }"
              "QTabBar::tab:selected { border-bottom-color: %5; }"
@@ -71,7 +75,8 @@ QString StyleText(const QPalette& palette) {
              "QSplitter::handle { background: transparent; }")
       .arg(line, base, hover.name(QColor::HexArgb), pressed.name(QColor::HexArgb),
            palette.color(QPalette::Highlight).name(),
-           palette.color(QPalette::Window).lightness() < 128 ? QStringLiteral("#4A3B12") : QStringLiteral("#FFF3CD"),
+           palette.color(QPalette::Window).lightness() < 128 ? QStringLiteral("#4A3B12")
+                                                             : QStringLiteral("#FFF3CD"),
            palette.color(QPalette::WindowText).name(), palette.color(QPalette::PlaceholderText).name(),
            QStringLiteral("#1565C0"));
 }
@@ -79,9 +84,14 @@ QString StyleText(const QPalette& palette) {
 }  // namespace
 
 OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
-    : QMainWindow(parent), options_(options),
-      settings_(std::make_unique<QSettings>(QStringLiteral("Kestrum"), QStringLiteral("Orvandi"))), map_(new MapView),
-      plots_(new PlotDeck), start_page_(new StartPage), notice_(new NoticeBar), left_(new QStackedWidget),
+    : QMainWindow(parent),
+      options_(options),
+      settings_(std::make_unique<QSettings>(QStringLiteral("Kestrum"), QStringLiteral("Orvandi"))),
+      map_(new MapView),
+      plots_(new PlotDeck),
+      start_page_(new StartPage),
+      notice_(new NoticeBar),
+      left_(new QStackedWidget),
       split_(new QSplitter(Qt::Horizontal)) {
   setObjectName(QStringLiteral("Orvandi"));
   setWindowTitle(QStringLiteral("Orvandi"));
@@ -113,7 +123,8 @@ OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
   Connect();
   RestoreLayout();
   start_page_->SetDemoLog(DemoLog());
-  start_page_->SetWaitingFor(options_.logger_log && !options_.files.isEmpty() ? options_.files.front() : QString());
+  start_page_->SetWaitingFor(options_.logger_log && !options_.files.isEmpty() ? options_.files.front()
+                                                                              : QString());
   ShowView(Session::PlaceChange::kNew);
   // A log that is waited for is looked for by following.
   QStringList present;
@@ -202,10 +213,12 @@ void OrvandiWindow::Connect() {
   connect(start_page_, &StartPage::DemoWanted, this, [this] { OpenFiles({DemoLog()}); });
   connect(dropped_, &DroppedPanel::CountChanged, this, [this] {
     const auto count = dropped_->Count();
-    lists_->setTabText(lists_->indexOf(dropped_), count == 0 ? QStringLiteral("Dropped lines")
-                                                             : QStringLiteral("Dropped lines (%1)").arg(count));
+    lists_->setTabText(lists_->indexOf(dropped_), count == 0
+                                                      ? QStringLiteral("Dropped lines")
+                                                      : QStringLiteral("Dropped lines (%1)").arg(count));
   });
-  connect(&jobs_, &JobRunner::Started, this, [this] { QTimer::singleShot(kJobShownMs, this, [this] { ShowJob(); }); });
+  connect(&jobs_, &JobRunner::Started, this,
+          [this] { QTimer::singleShot(kJobShownMs, this, [this] { ShowJob(); }); });
   connect(&jobs_, &JobRunner::Finished, this, &OrvandiWindow::ShowJob);
   connect(&job_timer_, &QTimer::timeout, this, &OrvandiWindow::ShowJob);
   connect(job_cancel_, &QToolButton::clicked, &jobs_, &JobRunner::Cancel);
@@ -231,7 +244,8 @@ void OrvandiWindow::RestoreLayout() {
   }
   plots_->SetOrder(settings_->value(QStringLiteral("plots")).toString());
   lists_->setCurrentIndex(settings_->value(QStringLiteral("list"), 0).toInt());
-  const int unit = qBound(0, settings_->value(QStringLiteral("unit"), 0).toInt(), static_cast<int>(kUnits.size()) - 1);
+  const int unit =
+      qBound(0, settings_->value(QStringLiteral("unit"), 0).toInt(), static_cast<int>(kUnits.size()) - 1);
   session_.SetUnit(kUnits.at(static_cast<std::size_t>(unit)));
   const int sectors = plots_->Sectors()->findData(settings_->value(QStringLiteral("sectors"), 10).toInt());
   if (sectors >= 0) plots_->Sectors()->setCurrentIndex(sectors);

@@ -81,7 +81,8 @@ QString Save(const QString& path, QSize size, const QString& title, const Paint&
   if (ending == QLatin1String("png")) bytes = Png(size, paint);
   if (ending == QLatin1String("svg")) bytes = Svg(size, title, paint);
   if (ending == QLatin1String("pdf")) bytes = Pdf(size, title, paint);
-  if (bytes.isEmpty()) return QStringLiteral("The name of a picture has to end in .png, .svg or .pdf: %1").arg(path);
+  if (bytes.isEmpty())
+    return QStringLiteral("The name of a picture has to end in .png, .svg or .pdf: %1").arg(path);
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
     return QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString());
@@ -101,9 +102,10 @@ QString SaveMapPicture(MapView& map, const QString& path) {
 
 QString SavePlotPicture(Plot& plot, const QString& path) {
   const QSize size = plot.size().expandedTo(plot.minimumSize());
-  return Save(path, size, plot.accessibleName(), [&plot, size](QCPPainter& painter, double /*ratio*/, bool /*shapes*/) {
-    DrawPlot(painter, plot, size);
-  });
+  return Save(path, size, plot.accessibleName(),
+              [&plot, size](QCPPainter& painter, double /*ratio*/, bool /*shapes*/) {
+                DrawPlot(painter, plot, size);
+              });
 }
 
 void PaintMap(QCPPainter& painter, MapView& map, const QRectF& target) {

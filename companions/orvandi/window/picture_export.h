@@ -10,8 +10,8 @@ namespace orvandi {
 class MapView;
 class Plot;
 
-// Pictures of views, by the ending of the name: .png, .svg or .pdf. Always in the light colours, which print well.
-// They return a sentence when it failed, "" otherwise. The file is replaced only when all went well.
+// Pictures of views, by the ending of the name: .png, .svg or .pdf. Always in the light colours, which print
+// well. They return a sentence when it failed, "" otherwise. The file is replaced only when all went well.
 QString SaveMapPicture(MapView& map, const QString& path);
 QString SavePlotPicture(Plot& plot, const QString& path);
 

@@ -17,8 +17,10 @@ namespace {
 struct Tones {
   QRgb window, base, alternate, text, faint, button, accent, accent_text, mid, tip;
 };
-constexpr Tones kLight = {0xF6F7F8, 0xFFFFFF, 0xF1F3F5, 0x1F2328, 0x8A929A, 0xFFFFFF, 0x1565C0, 0xFFFFFF, 0xC9CED3, 0xFFFFFF};
-constexpr Tones kDark = {0x22272E, 0x1B1F24, 0x262C33, 0xE3E6EA, 0x7C858F, 0x2D333B, 0x4C9AFF, 0x0B1016, 0x444C56, 0x2D333B};
+constexpr Tones kLight = {0xF6F7F8, 0xFFFFFF, 0xF1F3F5, 0x1F2328, 0x8A929A,
+                          0xFFFFFF, 0x1565C0, 0xFFFFFF, 0xC9CED3, 0xFFFFFF};
+constexpr Tones kDark = {0x22272E, 0x1B1F24, 0x262C33, 0xE3E6EA, 0x7C858F,
+                         0x2D333B, 0x4C9AFF, 0x0B1016, 0x444C56, 0x2D333B};
 
 QPalette PaletteOf(const Tones& tones) {
   QPalette palette;
@@ -27,7 +29,8 @@ QPalette PaletteOf(const Tones& tones) {
   palette.setColor(QPalette::AlternateBase, tones.alternate);
   palette.setColor(QPalette::Button, tones.button);
   palette.setColor(QPalette::ToolTipBase, tones.tip);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
     palette.setColor(role, tones.text);
     palette.setColor(QPalette::Disabled, role, tones.faint);
   }
@@ -79,9 +82,10 @@ QIcon IconFor(const QString& name, const QPalette& palette) {
   if (!file.open(QIODevice::ReadOnly)) return {};
   const QByteArray svg = file.readAll();
   QIcon icon;
-  for (const int side : {16, 20, 24, 32, 48, 64, 96}) {
+  for (const int side : {16, 20, 24, 32, 48, 64, 96, 144, 192}) {
     icon.addPixmap(Painted(svg, side, palette.color(QPalette::ButtonText)));
-    icon.addPixmap(Painted(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)), QIcon::Disabled);
+    icon.addPixmap(Painted(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)),
+                   QIcon::Disabled);
   }
   return icon;
 }

@@ -43,13 +43,15 @@ TEST(DotIndex, FindsWhatASearchThroughAllFinds) {
   index.SetShown(records.Values());
   const QRectF bounds = index.Bounds();
   for (int i = 0; i < 40; ++i) {
-    const QRectF world(bounds.left() + bounds.width() * (i % 7) / 9, bounds.top() + bounds.height() * (i % 5) / 8,
-                       bounds.width() * (1 + i % 3) / 6, bounds.height() * (1 + i % 4) / 7);
+    const QRectF world(bounds.left() + bounds.width() * (i % 7) / 9,
+                       bounds.top() + bounds.height() * (i % 5) / 8, bounds.width() * (1 + i % 3) / 6,
+                       bounds.height() * (1 + i % 4) / 7);
     std::vector<std::uint32_t> expected;
     for (std::size_t k = 0; k < records.places.size(); ++k) {
       if (!records.HasDot(k)) continue;
       const QPointF at = ToWorld(records.places[k]);
-      if (at.x() >= world.left() && at.x() <= world.right() && at.y() >= world.top() && at.y() <= world.bottom()) {
+      if (at.x() >= world.left() && at.x() <= world.right() && at.y() >= world.top() &&
+          at.y() <= world.bottom()) {
         expected.push_back(static_cast<std::uint32_t>(k));
       }
     }

@@ -24,16 +24,15 @@ class MapViewTest : public ::testing::Test {
     map_.SetDots({values_, layers_, shown_}, style);
     map_.SetTransmitters({{{51.96, 5.515}, QStringLiteral("TX")}});
     map_.Fit();
-    QObject::connect(&map_, &MapView::Chosen, &map_, [this](const std::vector<std::uint32_t>& records, bool add) {
-      chosen_ = records;
-      added_ = add;
-      ++times_;
-    });
+    QObject::connect(&map_, &MapView::Chosen, &map_,
+                     [this](const std::vector<std::uint32_t>& records, bool add) {
+                       chosen_ = records;
+                       added_ = add;
+                       ++times_;
+                     });
   }
 
-  QPoint At(std::size_t record) const {
-    return map_.View().ToScreen(ToWorld(places_[record])).toPoint();
-  }
+  QPoint At(std::size_t record) const { return map_.View().ToScreen(ToWorld(places_[record])).toPoint(); }
   QColor PixelAt(QPoint place) { return map_.grab().toImage().pixelColor(place); }
 
   std::vector<Place> places_ = {{51.97, 5.50}, {51.97, 5.53}, {51.95, 5.50}, {51.95, 5.53}};
@@ -84,8 +83,8 @@ TEST_F(MapViewTest, DraggingMovesTheMapAndChoosesNothing) {
 TEST_F(MapViewTest, TheWheelZoomsAroundThePointer) {
   const QPoint pointer = At(1);
   const double before = map_.View().Zoom();
-  QWheelEvent wheel(pointer, map_.mapToGlobal(pointer), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                    false);
+  QWheelEvent wheel(pointer, map_.mapToGlobal(pointer), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
   QCoreApplication::sendEvent(&map_, &wheel);
   EXPECT_DOUBLE_EQ(map_.View().Zoom(), before + 0.5);
   EXPECT_LE((At(1) - pointer).manhattanLength(), 1);

@@ -11,8 +11,8 @@ TEST(Projection, KnownPlaces) {
     Place place;
     int x, y;
   };
-  for (const Row& row : {Row{{52.52, 13.405}, 550, 335}, Row{{51.95, 5.5333}, 527, 337}, Row{{-33.87, 151.21}, 942, 614},
-                         Row{{0.0001, 0.0001}, 512, 511}}) {
+  for (const Row& row : {Row{{52.52, 13.405}, 550, 335}, Row{{51.95, 5.5333}, 527, 338},
+                         Row{{-33.87, 151.21}, 942, 614}, Row{{0.0001, 0.0001}, 512, 511}}) {
     const QPointF world = ToWorld(row.place);
     EXPECT_EQ(static_cast<int>(world.x() * 1024), row.x) << row.place.latitude_deg;
     EXPECT_EQ(static_cast<int>(world.y() * 1024), row.y) << row.place.latitude_deg;

@@ -11,8 +11,8 @@
 
 #include "map/mbtiles_source.h"
 #include "map/tile_layer.h"
-#include "window/tile_server.h"
 #include "map/url_source.h"
+#include "window/tile_server.h"
 
 namespace orvandi {
 namespace {
@@ -32,8 +32,9 @@ QString WriteMbTiles(const QTemporaryDir& folder, const QString& format) {
     EXPECT_TRUE(database.open());
     QSqlQuery query(database);
     query.exec(QStringLiteral("CREATE TABLE metadata (name TEXT, value TEXT)"));
-    query.exec(QStringLiteral("CREATE TABLE tiles (zoom_level INTEGER, tile_column INTEGER, tile_row INTEGER, "
-                              "tile_data BLOB)"));
+    query.exec(
+        QStringLiteral("CREATE TABLE tiles (zoom_level INTEGER, tile_column INTEGER, tile_row INTEGER, "
+                       "tile_data BLOB)"));
     query.exec(QStringLiteral("INSERT INTO metadata VALUES ('name', 'Test map'), ('format', '%1'), "
                               "('attribution', '&copy; <a href=\"x\">Makers</a> of maps')")
                    .arg(format));
@@ -63,8 +64,10 @@ TEST(MbTiles, RefusesWithAReason) {
   ASSERT_TRUE(text.open(QIODevice::WriteOnly));
   text.write(QByteArray(5000, 'x'));
   text.close();
-  EXPECT_THAT(ReadMbTilesInfo(text.fileName()).error.toStdString(), HasSubstr("text.mbtiles is no MBTiles file"));
-  EXPECT_THAT(ReadMbTilesInfo(folder.filePath(QStringLiteral("none"))).error.toStdString(), HasSubstr("no file"));
+  EXPECT_THAT(ReadMbTilesInfo(text.fileName()).error.toStdString(),
+              HasSubstr("text.mbtiles is no MBTiles file"));
+  EXPECT_THAT(ReadMbTilesInfo(folder.filePath(QStringLiteral("none"))).error.toStdString(),
+              HasSubstr("no file"));
 }
 
 TEST(MbTiles, RowsAreCountedFromTheSouth) {
@@ -156,7 +159,8 @@ TEST(TileLayer, PaintsTilesWhereTheyBelongAndCoarserOnesUntilThen) {
   TileServer server;
   const QTemporaryDir cache;
   TileLayer layer;
-  layer.SetSource(std::make_unique<UrlSource>(UrlTemplate{server.Url(), QStringLiteral("makers"), 0, 2}, cache.path()));
+  layer.SetSource(
+      std::make_unique<UrlSource>(UrlTemplate{server.Url(), QStringLiteral("makers"), 0, 2}, cache.path()));
   EXPECT_EQ(layer.Attribution(), QStringLiteral("makers"));
   Camera camera;
   camera.size = QSizeF(600, 600);
@@ -170,7 +174,12 @@ TEST(TileLayer, PaintsTilesWhereTheyBelongAndCoarserOnesUntilThen) {
   };
   paint();
   EXPECT_FALSE(layer.Complete());
-  ASSERT_TRUE(QTest::qWaitFor([&] { paint(); return layer.Complete(); }, kPatienceMs));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        paint();
+        return layer.Complete();
+      },
+      kPatienceMs));
   const QImage near = paint();
   EXPECT_EQ(near.pixelColor(100, 100), test::TileColor({1, 0, 0}));
   EXPECT_EQ(near.pixelColor(400, 100), test::TileColor({1, 1, 0}));

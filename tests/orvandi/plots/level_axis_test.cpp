@@ -12,12 +12,12 @@ TEST(LevelAxis, NumbersAsUsersThink) {
     const char* number;
     const char* text;
   };
-  for (const Row& row : {Row{54.24, Unit::kDbMicrovoltPerM, "54.2", "54.2 dBµV/m"},
-                         Row{60, Unit::kMillivoltPerM, "1", "1 mV/m"},
-                         Row{54, Unit::kMillivoltPerM, "0.501", "0.501 mV/m"},
-                         Row{126, Unit::kMillivoltPerM, "1995", "1995 mV/m"},
-                         Row{-73.01, Unit::kMicrovolt, "50", "50 µV"}, Row{-73, Unit::kDbm, "-73.0", "-73.0 dBm"},
-                         Row{42, Unit::kSPoint, "S7", "S7"}, Row{74, Unit::kSPoint, "S9+20", "S9+20"}}) {
+  for (const Row& row :
+       {Row{54.24, Unit::kDbMicrovoltPerM, "54.2", "54.2 dBµV/m"},
+        Row{60, Unit::kMillivoltPerM, "1", "1 mV/m"}, Row{54, Unit::kMillivoltPerM, "0.501", "0.501 mV/m"},
+        Row{126, Unit::kMillivoltPerM, "1995", "1995 mV/m"}, Row{-73.01, Unit::kMicrovolt, "50", "50 µV"},
+        Row{-73, Unit::kDbm, "-73.0", "-73.0 dBm"}, Row{42, Unit::kSPoint, "S7", "S7"},
+        Row{74, Unit::kSPoint, "S9+20", "S9+20"}}) {
     EXPECT_EQ(LevelNumber(row.level_db, row.unit), QString::fromUtf8(row.number));
     EXPECT_EQ(LevelText(row.level_db, row.unit), QString::fromUtf8(row.text));
   }

@@ -50,12 +50,14 @@ int main(int argc, char** argv) {
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.filePath(QStringLiteral("settings")));
   QSettings settings(QStringLiteral("Kestrum"), QStringLiteral("Orvandi"));
   settings.clear();
-  settings.setValue(QStringLiteral("theme"), static_cast<int>(arguments.value(4) == QLatin1String("dark") ? 2 : 1));
+  settings.setValue(QStringLiteral("theme"),
+                    static_cast<int>(arguments.value(4) == QLatin1String("dark") ? 2 : 1));
   settings.sync();
   const QString log = folder.filePath(QStringLiteral("drive.log"));
   QFile file(log);
   if (!file.open(QIODevice::WriteOnly)) return 1;
-  file.write(QByteArray::fromStdString(test::SampleLog({}) + "a line of a foreign program\r\n10:41:12, GPS Ok, 51"));
+  file.write(
+      QByteArray::fromStdString(test::SampleLog({}) + "a line of a foreign program\r\n10:41:12, GPS Ok, 51"));
   file.close();
 
   OrvandiWindow window(StartOptions{{}, false, folder.path(), false});

@@ -60,7 +60,8 @@ Spot SpotAt(double drive_share, int laps) {
   const double pairs = std::max(1.0, std::ceil(laps / 2.0));
   const double share = (std::floor(driven / 2) + driven - std::floor(driven)) / pairs;
   const double turn = share * pairs * 2 * kPi;
-  const double radius = (7.2 - 6.2 * share) * (1 + 0.16 * std::sin(3 * turn + 1) + 0.07 * std::sin(7 * turn)) + 0.25;
+  const double radius =
+      (7.2 - 6.2 * share) * (1 + 0.16 * std::sin(3 * turn + 1) + 0.07 * std::sin(7 * turn)) + 0.25;
   Spot spot;
   spot.east_km = 1.35 * radius * std::sin(turn) + 0.12 * std::sin(23 * turn);
   spot.north_km = radius * std::cos(turn) + 0.12 * std::cos(19 * turn);
@@ -71,8 +72,8 @@ Spot SpotAt(double drive_share, int laps) {
 
 std::string Header(const SampleDrive& drive, int flushed_s, bool beam) {
   const std::string line =
-      Format("%02d-11-2026 %s, 5157.00N, 00532.00E, 25 m,  FT840 LSB 3630 kHz, %s", drive.day, Clock(flushed_s).c_str(),
-             beam ? "Beam 3 el., PWR 10W" : "Vertical, PWR 10W");
+      Format("%02d-11-2026 %s, 5157.00N, 00532.00E, 25 m,  FT840 LSB 3630 kHz, %s", drive.day,
+             Clock(flushed_s).c_str(), beam ? "Beam 3 el., PWR 10W" : "Vertical, PWR 10W");
   const std::string dashes(line.size(), '-');
   return dashes + "\r\n" + line + "\r\n" + dashes + "\r\n";
 }
@@ -88,16 +89,18 @@ class Drive {
     const bool over = drive_.tunnel && number % 797 == 40;
     if (!no_fix) spot_ = SpotAt(share, drive_.laps);
     const double latitude = kTxLatitude + spot_.north_km / kKmPerDegree;
-    const double longitude = kTxLongitude + spot_.east_km / (kKmPerDegree * std::cos(kTxLatitude * kPi / 180));
-    slow_ = 0.97 * slow_ + 0.25 * normal_(random_) * 2.2;
+    const double longitude =
+        kTxLongitude + spot_.east_km / (kKmPerDegree * std::cos(kTxLatitude * kPi / 180));
+    slow_ = 0.97 * slow_ + 0.25 * normal_(random_) * drive_.fading_db;
     const double level = kLevelAt1Km + drive_.offset_db - 10 * kExponent * std::log10(spot_.distance_km) +
-                         (beam ? BeamGain(spot_.from_tx_deg) : -6.0) + slow_ + 1.3 * normal_(random_);
+                         (beam ? BeamGain(spot_.from_tx_deg) : -6.0) + slow_ +
+                         0.6 * drive_.fading_db * normal_(random_);
     const double field = std::pow(10, (level - 60) / 20);
     const double microvolt = field * 26;
     const int raw = asleep ? 0 : std::clamp(static_cast<int>(2.1 * (level + 10)), 1, 250);
-    std::string line = Clock(time_s) + (no_fix ? ", No GPS, " : ", GPS Ok, ") + Coordinate(latitude, 2, 'N', 'S') +
-                       ", " + Coordinate(longitude, 3, 'E', 'W') + ", " + Number(spot_.distance_km) + " km, " +
-                       Number(12 + 6 * std::sin(share * 40)) + " m, " +
+    std::string line = Clock(time_s) + (no_fix ? ", No GPS, " : ", GPS Ok, ") +
+                       Coordinate(latitude, 2, 'N', 'S') + ", " + Coordinate(longitude, 3, 'E', 'W') + ", " +
+                       Number(spot_.distance_km) + " km, " + Number(12 + 6 * std::sin(share * 40)) + " m, " +
                        Format("%03d", static_cast<int>(std::fmod(spot_.from_tx_deg + 180, 360))) + "\xB0, " +
                        std::to_string(raw) + ", ";
     if (over) return line + "S?, ??? uV, ??? mV/m\r\n";

@@ -56,7 +56,8 @@ void TileServer::Read(QTcpSocket* socket) {
 }
 
 void TileServer::Reply(QTcpSocket* socket, const QString& path) {
-  const QStringList parts = QString(path).remove(QStringLiteral(".png")).split(QLatin1Char('/'), Qt::SkipEmptyParts);
+  const QStringList parts =
+      QString(path).remove(QStringLiteral(".png")).split(QLatin1Char('/'), Qt::SkipEmptyParts);
   const TileId tile{parts.value(0).toInt(), parts.value(1).toInt(), parts.value(2).toInt()};
   const QByteArray body = status_ == 200 ? ColoredTile(TileColor(tile)) : QByteArray("no");
   socket->write("HTTP/1.1 " + QByteArray::number(status_) +

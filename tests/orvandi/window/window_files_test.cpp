@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -87,13 +88,12 @@ TEST_F(WindowFilesTest, ReadingCanBeCancelled) {
 TEST_F(WindowFilesTest, LongJobsShowTheirProgressAndAWayOut) {
   Open(StartOptions{});
   std::atomic<bool> cancelled = false;
-  window_->Jobs().Run(
-      QStringLiteral("Counting sheep"),
-      [&](JobControl& control) {
-        while (control.Report(40, 100)) std::this_thread::yield();
-        cancelled = true;
-      },
-      {});
+  window_->Jobs().Run(QStringLiteral("Counting sheep"),
+                      [&](JobControl& control) {
+                        while (control.Report(40, 100)) std::this_thread::yield();
+                        cancelled = true;
+                      },
+                      {});
   auto* cancel = Find<QToolButton>("jobCancel");
   ASSERT_TRUE(Wait([&] { return cancel->isVisible(); }));
   EXPECT_EQ(Find<QLabel>("jobTitle")->text(), QStringLiteral("Counting sheep"));
@@ -105,7 +105,8 @@ TEST_F(WindowFilesTest, LongJobsShowTheirProgressAndAWayOut) {
 }
 
 TEST_F(WindowFilesTest, ExportsWhatIsShown) {
-  OrvandiWindow& window = OpenLogs({Write("drive.log", SampleLog({.records = 300, .laps = 2, .tunnel = false}))});
+  OrvandiWindow& window =
+      OpenLogs({Write("drive.log", SampleLog({.records = 300, .laps = 2, .tunnel = false}))});
   window.TheSession().Choose({0, 1, 2, 3, 4}, false);
   window.TheSession().HideChosen();
   window.ExportRecords(Format::kCsv, Path("drive.csv"));
@@ -147,8 +148,8 @@ TEST_F(WindowFilesTest, TheReportHoldsMapPlotsNumbersAndCleaning) {
   EXPECT_EQ(Notice(), QStringLiteral("Saved %1.").arg(Path("report.pdf")));
   const CommandResult text = RunCommand("pdftotext -layout '" + Path("report.pdf").toStdString() + "' -");
   ASSERT_EQ(text.code, 0) << "pdftotext is part of poppler-utils";
-  for (const char* part : {"Field strength on the road", "drive.log", "1200 in", "Map", "Transmitter", "Cleaning",
-                           "Without a fix", "18 records, left out", "Signal over time", "Signal over distance",
+  for (const char* part : {"Field strength on the road", "drive.log", "1200 in", "Map", "Cleaning",
+                           "Dead rig", "17 records, left out", "Signal over time", "Signal over distance",
                            "Antenna pattern", "Distribution of the signal", "median"}) {
     EXPECT_THAT(text.output, HasSubstr(part));
   }
@@ -159,12 +160,15 @@ TEST_F(WindowFilesTest, RecalibratesWithoutTouchingTheLog) {
   const std::string before = Bytes(log);
   OrvandiWindow& window = OpenLogs({log});
   const float logged = window.TheSession().View().level_db[7];
-  // Every raw value stands for 1000 mV/m, which is 120 dBuV/m.
-  std::string table = " FT840 LSB 3630 kHz\r\n";
-  for (int raw = 0; raw < 256; ++raw) table += "S9, 50, 1000\r\n";
+  // 4 mV/m for each step of the raw value.
+  std::string table = " FT840 LSB 3630\r\nS0, 0, 0\r\n";
+  for (int raw = 1; raw < 256; ++raw) {
+    table += raw == 100 ? "S5, 10, 400\r\n" : raw == 240 ? "S9, 50, 960\r\n" : ", , \r\n";
+  }
   window.Calibrate(Write("Calibration1.cfg", table));
   EXPECT_THAT(Notice().toStdString(), HasSubstr("Calibration1.cfg"));
-  EXPECT_NEAR(window.TheSession().View().level_db[7], 120, 0.01);
+  const int raw = window.TheSession().RecordOf(7).raw;
+  EXPECT_NEAR(window.TheSession().View().level_db[7], 20 * std::log10(4000.0 * raw), 0.05);
   window.Calibrate(QString());
   EXPECT_FLOAT_EQ(window.TheSession().View().level_db[7], logged);
   window.Calibrate(Write("Broken.cfg", "nothing of use"));

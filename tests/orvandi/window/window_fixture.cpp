@@ -33,6 +33,7 @@ OrvandiWindow& WindowTest::Open(const StartOptions& options) {
 OrvandiWindow& WindowTest::OpenLogs(const QStringList& paths) {
   Open(StartOptions{paths, false, QString::fromStdString(folder_.Path("")), false});
   EXPECT_TRUE(WaitIdle());
+  QCoreApplication::processEvents();  // the plots come to their places when there is something to show
   return *window_;
 }
 

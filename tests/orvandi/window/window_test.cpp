@@ -57,7 +57,7 @@ TEST_F(OrvandiWindowTest, TheLoggersLogIsWaitedFor) {
 TEST_F(OrvandiWindowTest, ShowsRecordsAndListsWhatWasDropped) {
   OpenLogs({Write("drive.log", SampleLog(Small()) + "a foreign line\r\n10:11:12, GPS Ok, 51")});
   EXPECT_EQ(window_->TheSession().View().Count(), 1200u);
-  EXPECT_THAT(Find<QLabel>("counts")->text().toStdString(), HasSubstr("of 1\u202F200 records"));
+  EXPECT_THAT(Find<QLabel>("counts")->text().toStdString(), HasSubstr("of 1200 records"));
   const QAbstractItemModel* lines = Find<QTableView>("droppedLines")->model();
   ASSERT_EQ(lines->rowCount(), 2);
   EXPECT_EQ(lines->index(0, 1).data().toString(), QStringLiteral("a foreign line"));
@@ -88,7 +88,8 @@ TEST_F(OrvandiWindowTest, WhatIsChosenInOneViewIsMarkedInAll) {
   QTest::mouseClick(pattern, Qt::LeftButton, {}, pattern->SectorPlace(9));
   const std::vector<std::uint32_t> chosen = window.TheSession().ChosenRecords();
   ASSERT_GT(chosen.size(), 3u);
-  for (const std::uint32_t record : chosen) EXPECT_NEAR(window.TheSession().View().bearing_deg[record], 90, 5.01);
+  for (const std::uint32_t record : chosen)
+    EXPECT_NEAR(window.TheSession().View().bearing_deg[record], 90, 5.01);
   EXPECT_THAT(Told().toStdString(), HasSubstr("chosen: median"));
   window.Plots().Time()->replot();
   EXPECT_NE(window.Map().grab().toImage(), map_before);
@@ -143,17 +144,20 @@ TEST_F(OrvandiWindowTest, LayersByAntennaWithACheckBoxEach) {
 }
 
 TEST_F(OrvandiWindowTest, ThePatternOfTheBeamIsFoundAgain) {
-  OrvandiWindow& window = OpenLogs({Write("drive.log", SampleLog({.records = 6000, .two_antennas = false}))});
+  OrvandiWindow& window =
+      OpenLogs({Write("drive.log", SampleLog({.records = 6000, .two_antennas = false, .fading_db = 0.4}))});
   const Pattern& pattern = window.Plots().Pattern()->Patterns().at(0).pattern;
   for (const Sector& sector : pattern.sectors) {
     if (sector.count < 20) continue;
-    EXPECT_NEAR(sector.median_db - pattern.strongest_db, BeamGain(sector.bearing_deg), 4) << sector.bearing_deg;
+    EXPECT_NEAR(sector.median_db - pattern.strongest_db, BeamGain(sector.bearing_deg), 1.5)
+        << sector.bearing_deg;
   }
 }
 
 TEST_F(OrvandiWindowTest, ComparesTwoLayers) {
-  OrvandiWindow& window = OpenLogs({Write("a.log", SampleLog({.records = 3000, .two_antennas = false})),
-                                    Write("b.log", SampleLog({.records = 3000, .two_antennas = false, .offset_db = -5}))});
+  OrvandiWindow& window =
+      OpenLogs({Write("a.log", SampleLog({.records = 3000, .two_antennas = false})),
+                Write("b.log", SampleLog({.records = 3000, .two_antennas = false, .offset_db = -5}))});
   auto* shown = Find<QCheckBox>("compareShown");
   ASSERT_TRUE(shown->isEnabled());
   auto* cell = Find<QComboBox>("compareCell");
@@ -191,6 +195,9 @@ TEST_F(OrvandiWindowTest, FilesCanBeDroppedOnIt) {
   OrvandiWindow& window = Open(StartOptions{});
   QMimeData data;
   data.setUrls({QUrl::fromLocalFile(Write("drive.log", SampleLog(Small())))});
+  QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(&window, &drop);
   EXPECT_TRUE(Wait([this] { return Shown() > 0; }));
@@ -232,10 +239,11 @@ TEST_F(OrvandiWindowTest, FilesThatAreNoLogsAreRefusedWithASentence) {
 }
 
 TEST_F(OrvandiWindowTest, ALogWithoutAnyFixIsShownInTimeAndSaysSo) {
-  OrvandiWindow& window = OpenLogs({Write("drive.log", Text(HeaderLines("21-11-2026 01:55:40, 5157.00N, 00532.00E, 25 m,  "
-                                                                       "FT840 LSB 3630 kHz, Antenna1")) +
-                                                           Text({Line({.time = "01:55:34", .fix = "No GPS"}),
-                                                                 Line({.time = "01:55:35", .fix = "No GPS"})}))});
+  OrvandiWindow& window =
+      OpenLogs({Write("drive.log", Text(HeaderLines("21-11-2026 01:55:40, 5157.00N, 00532.00E, 25 m,  "
+                                                    "FT840 LSB 3630 kHz, Antenna1")) +
+                                       Text({Line({.time = "01:55:34", .fix = "No GPS"}),
+                                             Line({.time = "01:55:35", .fix = "No GPS"})}))});
   EXPECT_EQ(window.TheSession().View().Count(), 2u);
   EXPECT_EQ(Shown(), 0u);
   Find<QCheckBox>("showNofix")->click();
@@ -246,7 +254,8 @@ TEST_F(OrvandiWindowTest, ALogWithoutAnyFixIsShownInTimeAndSaysSo) {
 TEST_F(OrvandiWindowTest, EveryButtonHasANameAndATip) {
   OrvandiWindow& window = OpenLogs({Write("drive.log", SampleLog(Small()))});
   int buttons = 0;
-  for (QToolButton* button : Find<QToolBar>("tools")->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly)) {
+  for (QToolButton* button :
+       Find<QToolBar>("tools")->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly)) {
     if (button->defaultAction() == nullptr) continue;
     ++buttons;
     EXPECT_FALSE(button->accessibleName().isEmpty()) << qPrintable(button->objectName());
@@ -268,7 +277,8 @@ TEST_F(OrvandiWindowTest, FitsSmallAndLargeScreens) {
   QCoreApplication::processEvents();
   const auto visible = [&] {
     int count = 0;
-    for (int kind = 0; kind < 4; ++kind) count += window.Plots().Shows(static_cast<PlotDeck::Kind>(kind)) ? 1 : 0;
+    for (int kind = 0; kind < 4; ++kind)
+      count += window.Plots().Shows(static_cast<PlotDeck::Kind>(kind)) ? 1 : 0;
     return count;
   };
   EXPECT_EQ(visible(), 1);
