@@ -53,6 +53,7 @@ void LogFile::AddLogRecord(const DateTime& now, const Site& site, const Reading&
   forms_.form1.lblLog.caption = record;
   ShowCount();
   if (!NotLogging) AddToJournal(record);
+  Run(health_changed);
   if (forms_.form1.mnuMinimalDisplay.checked) {
     minimal_.ShowRecord(site, reading.raw, SignalText(reading.converted));
   }

@@ -9,7 +9,8 @@ namespace orvandi {
 namespace {
 
 // Colours at even distances; between them the palette is linear.
-constexpr std::array<QRgb, 7> kDifference = {0x0B4F9E, 0x3C8CCB, 0x9CC7E4, 0xC9CACC, 0xF2BE85, 0xE0812C, 0xA64500};
+constexpr std::array<QRgb, 7> kDifference = {0x0B4F9E, 0x3C8CCB, 0x9CC7E4, 0xC9CACC,
+                                             0xF2BE85, 0xE0812C, 0xA64500};
 
 // Okabe and Ito's colours without black and yellow, which vanish on one of the backgrounds.
 constexpr std::array<QRgb, 6> kLayers = {0x0072B2, 0xE69F00, 0x009E73, 0xCC79A7, 0xD55E00, 0x56B4E9};

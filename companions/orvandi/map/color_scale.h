@@ -14,7 +14,8 @@ inline constexpr int kColorSteps = 64;
 // A palette of kColorSteps colours from low to high.
 using Palette = std::array<QRgb, kColorSteps>;
 
-// Perceptually even from dark violet over green to yellow: readable for colour-blind people and in grey print.
+// Perceptually even from dark violet over green to yellow: readable for colour-blind people and in grey
+// print.
 const Palette& ViridisPalette();
 // For differences: blue (negative) over grey to orange (positive), which colour-blind people can tell apart.
 const Palette& DifferencePalette();

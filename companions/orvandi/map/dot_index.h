@@ -26,11 +26,12 @@ struct DotValues {
   std::span<const std::uint8_t> shown;  // 0: has no dot
 };
 
-// Records in the order of a space-filling curve: every square of the quadtree is one run of them, so the dots of a
-// map tile and the level of detail of a zoom are found without looking at the others.
+// Records in the order of a space-filling curve: every square of the quadtree is one run of them, so the dots
+// of a map tile and the level of detail of a zoom are found without looking at the others.
 class DotIndex {
  public:
-  static constexpr int kDepth = 24;  // squares of about 2 m at the equator; finer ones have no level of their own
+  static constexpr int kDepth =
+      24;  // squares of about 2 m at the equator; finer ones have no level of their own
 
   // Sorts the positions; the values and the choice of what is shown may change later without sorting again.
   // Nothing is shown until SetShown.
@@ -40,9 +41,11 @@ class DotIndex {
   void AddPositions(std::span<const Place> places);
   void SetShown(const DotValues& values);
 
-  // Dots within a square of the quadtree: `zoom` halvings of the world, thinned to at most one dot in each square of
-  // `zoom + detail` halvings. `level_of_detail` is the sum of both; above kDepth every record has its dot.
-  [[nodiscard]] std::span<const Dot> DotsOfSquare(int zoom, std::uint32_t x, std::uint32_t y, int level_of_detail);
+  // Dots within a square of the quadtree: `zoom` halvings of the world, thinned to at most one dot in each
+  // square of `zoom + detail` halvings. `level_of_detail` is the sum of both; above kDepth every record has
+  // its dot.
+  [[nodiscard]] std::span<const Dot> DotsOfSquare(int zoom, std::uint32_t x, std::uint32_t y,
+                                                  int level_of_detail);
 
   // The record nearest to a place within `radius` world units; -1 when there is none.
   [[nodiscard]] std::int64_t Nearest(QPointF world, double radius) const;

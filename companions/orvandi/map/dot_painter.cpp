@@ -22,8 +22,7 @@ QRgb Over(QRgb top, QRgb bottom) {
 }  // namespace
 
 DotSprites::DotSprites(double radius, QColor rim, double pixel_ratio)
-    : radius_(radius), rim_(rim), pixel_ratio_(pixel_ratio) {
-}
+    : radius_(radius), rim_(rim), pixel_ratio_(pixel_ratio) {}
 
 const QImage& DotSprites::Sprite(QRgb color) {
   for (const auto& [known, image] : sprites_) {
@@ -148,7 +147,8 @@ void DotPainter::PaintShapes(QPainter& painter, const Camera& camera) {
     const double side = std::exp2(-square.zoom) * pixels;
     VisitDots(square, 0, [&](const Dot& dot, QPointF place) {
       painter.setBrush(QColor(style_.ColorOf(dot)));
-      painter.drawEllipse(corner + (QPointF(square.x, square.y) + place) * side, style_.radius, style_.radius);
+      painter.drawEllipse(corner + (QPointF(square.x, square.y) + place) * side, style_.radius,
+                          style_.radius);
     });
   });
   painter.restore();

@@ -18,7 +18,8 @@ class DotSprites {
   // radius in device independent pixels; the rim keeps dots apart and visible on any background.
   DotSprites(double radius, QColor rim, double pixel_ratio);
   [[nodiscard]] const QImage& Sprite(QRgb color);
-  // Lays the sprite over `target` (premultiplied, any pixel ratio) with its middle at a place in target's own pixels.
+  // Lays the sprite over `target` (premultiplied, any pixel ratio) with its middle at a place in target's own
+  // pixels.
   void Stamp(QImage& target, QPointF device_place, QRgb color);
   [[nodiscard]] double Radius() const { return radius_; }
 

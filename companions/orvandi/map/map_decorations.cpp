@@ -8,11 +8,11 @@
 namespace orvandi {
 namespace {
 
-constexpr double kMargin = 12;   // of cards to the edge of the map
-constexpr double kPadding = 8;   // inside of cards
-constexpr double kCorner = 6;    // radius of their corners
+constexpr double kMargin = 12;  // of cards to the edge of the map
+constexpr double kPadding = 8;  // inside of cards
+constexpr double kCorner = 6;   // radius of their corners
 constexpr double kGridPixels = 110;
-constexpr double kRingPixels = 130;
+constexpr double kRingPixels = 190;
 constexpr int kRingPoints = 180;
 constexpr int kMostRings = 12;
 constexpr double kMetresPerKm = 1000;
@@ -41,7 +41,23 @@ void PaintHaloText(QPainter& painter, QPointF baseline, const QString& text, con
 
 QString DegreesText(double degrees, double step, QLatin1String positive, QLatin1String negative) {
   const int decimals = step >= 1 ? 0 : static_cast<int>(std::ceil(-std::log10(step) - 1e-9));
-  return QString::number(std::abs(degrees), 'f', decimals) + QChar(0xB0) + (degrees < 0 ? negative : positive);
+  return QString::number(std::abs(degrees), 'f', decimals) + QChar(0xB0) +
+         (degrees < 0 ? negative : positive);
+}
+
+// Round distances, about kRingPixels apart, as far as the map shows.
+std::vector<double> RingRadii(const Camera& camera, const Place& center) {
+  const double km_per_pixel =
+      MetresPerWorldUnit(center.latitude_deg) / camera.PixelsPerWorld() / kMetresPerKm;
+  const double step = RoundStep(km_per_pixel * kRingPixels);
+  const QPointF middle = camera.ToScreen(ToWorld(center));
+  const double reach = km_per_pixel * std::hypot(std::max(middle.x(), camera.size.width() - middle.x()),
+                                                 std::max(middle.y(), camera.size.height() - middle.y()));
+  std::vector<double> radii;
+  for (int ring = 1; ring <= kMostRings && ring * step <= std::min(reach, kFurthestRingKm); ++ring) {
+    radii.push_back(ring * step);
+  }
+  return radii;
 }
 
 }  // namespace
@@ -79,7 +95,8 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
   const double step = std::min(RoundStep(360 / camera.PixelsPerWorld() * kGridPixels * 2), 20.0);
   painter.setFont(SmallFont(painter));
   const QFontMetricsF metrics(painter.font());
-  for (double at = std::ceil(north_west.longitude_deg / step) * step; at <= south_east.longitude_deg; at += step) {
+  for (double at = std::ceil(north_west.longitude_deg / step) * step; at <= south_east.longitude_deg;
+       at += step) {
     const double x = std::round(camera.ToScreen(ToWorld({0, at})).x()) + 0.5;
     painter.setPen(QPen(ink.line, 1));
     painter.drawLine(QPointF(x, 0), QPointF(x, camera.size.height()));
@@ -87,7 +104,8 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
     painter.drawText(QPointF(x + 4, metrics.ascent() + 3),
                      DegreesText(at, step, QLatin1String("E"), QLatin1String("W")));
   }
-  for (double at = std::ceil(south_east.latitude_deg / step) * step; at <= north_west.latitude_deg; at += step) {
+  for (double at = std::ceil(south_east.latitude_deg / step) * step; at <= north_west.latitude_deg;
+       at += step) {
     const double y = std::round(camera.ToScreen(ToWorld({at, 0})).y()) + 0.5;
     painter.setPen(QPen(ink.line, 1));
     painter.drawLine(QPointF(0, y), QPointF(camera.size.width(), y));
@@ -99,32 +117,31 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
 }
 
 void PaintRings(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center) {
-  const double km_per_pixel =
-      MetresPerWorldUnit(center.latitude_deg) / camera.PixelsPerWorld() / kMetresPerKm;
-  const double step = RoundStep(km_per_pixel * kRingPixels);
-  const QPointF middle = camera.ToScreen(ToWorld(center));
-  const double reach = km_per_pixel * std::hypot(std::max(middle.x(), camera.size.width() - middle.x()),
-                                                 std::max(middle.y(), camera.size.height() - middle.y()));
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setFont(SmallFont(painter));
   QColor line = ink.faint_text;
   line.setAlpha(150);
-  const QRectF screen(QPointF(0, 0), camera.size);
-  for (int ring = 1; ring <= kMostRings && ring * step <= std::min(reach, kFurthestRingKm); ++ring) {
+  painter.setPen(QPen(line, 1, Qt::DashLine));
+  painter.setBrush(Qt::NoBrush);
+  for (const double radius : RingRadii(camera, center)) {
     QPolygonF points;
     for (int i = 0; i <= kRingPoints; ++i) {
-      points << camera.ToScreen(ToWorld(Destination(center, i * 360.0 / kRingPoints, ring * step)));
+      points << camera.ToScreen(ToWorld(Destination(center, i * 360.0 / kRingPoints, radius)));
     }
-    painter.setPen(QPen(line, 1, Qt::DashLine));
-    painter.setBrush(Qt::NoBrush);
     painter.drawPolyline(points);
-    const QString text = DistanceText(ring * step);
-    const QPointF label = points.at(kRingPoints / 8) + QPointF(4, -4);  // to the north-east
-    if (screen.contains(label)) {
-      QColor halo = ink.ground;
-      halo.setAlpha(220);
-      PaintHaloText(painter, label, text, ink.faint_text, halo);
-    }
+  }
+}
+
+void PaintRingLabels(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setFont(SmallFont(painter));
+  QColor halo = ink.ground;
+  halo.setAlpha(220);
+  const QRectF screen(QPointF(0, 0), camera.size);
+  for (const double radius : RingRadii(camera, center)) {
+    const QString text = DistanceText(radius);
+    const double half = QFontMetricsF(painter.font()).horizontalAdvance(text) / 2;
+    const QPointF top = camera.ToScreen(ToWorld(Destination(center, 0, radius)));
+    if (screen.contains(top)) PaintHaloText(painter, top + QPointF(-half, -3), text, ink.text, halo);
   }
 }
 
@@ -151,7 +168,8 @@ void PaintTransmitter(QPainter& painter, const Camera& camera, const MapInk& ink
   QColor halo = ink.ground;
   halo.setAlpha(220);
   const double width = QFontMetricsF(font).horizontalAdvance(site.name);
-  PaintHaloText(painter, at + QPointF(-width / 2, QFontMetricsF(font).ascent() + 5), site.name, ink.text, halo);
+  PaintHaloText(painter, at + QPointF(-width / 2, QFontMetricsF(font).ascent() + 5), site.name, ink.text,
+                halo);
 }
 
 void PaintCells(QPainter& painter, const Camera& camera, const std::vector<MapCell>& cells,
@@ -200,14 +218,17 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(SmallFont(painter));
   const QFontMetricsF metrics(painter.font());
-  constexpr int kIntervals = 4;
+  constexpr double kIntervals = 3.5;
   constexpr double kBarWidth = 14;
   const double bar_height = std::clamp(size.height() * 0.28, 90.0, 220.0);
   double text_width = 0;
   QStringList texts;
-  for (int i = 0; i <= kIntervals; ++i) {
-    const double share = static_cast<double>(i) / kIntervals;
-    texts << legend.text(legend.scale.low + (legend.scale.high - legend.scale.low) * share);
+  const double low = legend.scale.low, range = legend.scale.high - legend.scale.low;
+  const double tick_step = RoundStep(range / kIntervals);
+  std::vector<double> ticks;
+  for (double at = std::ceil(low / tick_step) * tick_step; at <= low + range * (1 + 1e-9); at += tick_step) {
+    ticks.push_back(at);
+    texts << legend.text(at);
     text_width = std::max(text_width, metrics.horizontalAdvance(texts.back()));
   }
   const double width =
@@ -218,7 +239,8 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
   PaintCard(painter, card, ink);
   painter.setPen(ink.text);
   painter.drawText(QPointF(card.left() + kPadding, card.top() + kPadding + metrics.ascent()), legend.title);
-  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kBarWidth, bar_height);
+  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kBarWidth,
+                   bar_height);
   const double step = bar.height() / kColorSteps;
   painter.setRenderHint(QPainter::Antialiasing, false);
   for (int i = 0; i < kColorSteps; ++i) {
@@ -226,12 +248,13 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
     painter.fillRect(QRectF(bar.left(), bar.bottom() - (i + 1) * step, bar.width(), step + 0.5), color);
   }
   painter.setRenderHint(QPainter::Antialiasing);
-  for (int i = 0; i <= kIntervals; ++i) {
-    const double y = bar.bottom() - bar.height() * i / kIntervals;
+  for (std::size_t i = 0; i < ticks.size(); ++i) {
+    const double y = bar.bottom() - bar.height() * (ticks[i] - low) / range;
     painter.setPen(QPen(ink.faint_text, 1));
     painter.drawLine(QPointF(bar.right(), y), QPointF(bar.right() + 4, y));
     painter.setPen(ink.text);
-    painter.drawText(QPointF(bar.right() + 8, y + metrics.ascent() / 2 - 1), texts.at(i));
+    painter.drawText(QPointF(bar.right() + 8, y + metrics.ascent() / 2 - 1),
+                     texts.at(static_cast<qsizetype>(i)));
   }
   return card;
 }

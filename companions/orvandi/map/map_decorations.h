@@ -44,7 +44,9 @@ double RoundStep(double limit);
 QString DistanceText(double km);
 
 void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink);
+// The labels of the rings come apart, over the dots.
 void PaintRings(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center);
+void PaintRingLabels(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center);
 void PaintTransmitter(QPainter& painter, const Camera& camera, const MapInk& ink, const Transmitter& site);
 void PaintCells(QPainter& painter, const Camera& camera, const std::vector<MapCell>& cells,
                 const ColorScale& scale);

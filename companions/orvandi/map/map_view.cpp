@@ -15,7 +15,8 @@
 namespace orvandi {
 namespace {
 
-constexpr double kFitMargin = 48;
+// Room for the buttons on the left, the legend on the right and what stands at the bottom.
+constexpr QMarginsF kFitMargins(56, 40, 96, 56);
 constexpr double kZoomGrain = 0.125;  // zooms between these would paint everything anew with every touch
 constexpr double kWheelStep = 0.5;
 constexpr double kArrowPixels = 80;
@@ -49,8 +50,8 @@ MapView::MapView(QWidget* parent) : QWidget(parent) {
   auto* in = RoundButton(this, QStringLiteral("+"), QStringLiteral("zoomIn"), QStringLiteral("Zoom in (+)"));
   auto* out =
       RoundButton(this, QString(QChar(0x2212)), QStringLiteral("zoomOut"), QStringLiteral("Zoom out (-)"));
-  auto* fit =
-      RoundButton(this, QString(QChar(0x2922)), QStringLiteral("fitMap"), QStringLiteral("Show everything (Home)"));
+  auto* fit = RoundButton(this, QString(QChar(0x2922)), QStringLiteral("fitMap"),
+                          QStringLiteral("Show everything (Home)"));
   connect(in, &QToolButton::clicked, this, &MapView::ZoomIn);
   connect(out, &QToolButton::clicked, this, &MapView::ZoomOut);
   connect(fit, &QToolButton::clicked, this, &MapView::Fit);
@@ -136,8 +137,10 @@ QRectF MapView::Extent() const {
 }
 
 void MapView::Fit() {
-  camera_.Fit(Extent(), kFitMargin);
-  camera_.SetZoom(std::floor(camera_.Zoom() / kZoomGrain) * kZoomGrain);
+  camera_.Fit(Extent(), kFitMargins);
+  // Down to a whole grain, around the middle of what is fitted.
+  const QPointF middle(camera_.ToScreen(Extent().center()));
+  camera_.ZoomAt(middle, std::floor(camera_.Zoom() / kZoomGrain) * kZoomGrain);
   fitted_ = true;
   update();
 }
@@ -175,7 +178,8 @@ std::int64_t MapView::RecordAt(QPointF screen) const {
 QString MapView::CellTextAt(QPointF screen) const {
   const Place place = ToGeo(camera_.FromScreen(screen));
   const auto found = std::find_if(cells_.begin(), cells_.end(), [&](const MapCell& cell) {
-    return place.latitude_deg >= cell.south_west.latitude_deg && place.latitude_deg < cell.north_east.latitude_deg &&
+    return place.latitude_deg >= cell.south_west.latitude_deg &&
+           place.latitude_deg < cell.north_east.latitude_deg &&
            place.longitude_deg >= cell.south_west.longitude_deg &&
            place.longitude_deg < cell.north_east.longitude_deg;
   });
@@ -213,8 +217,9 @@ void MapView::PaintMarks(QPainter& painter, const Camera& camera) {
 void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Rendering& how) {
   Camera camera = camera_;
   camera.size = size;
-  if (how.whole) camera.Fit(Extent(), kFitMargin);
-  const QFont font = painter.font();
+  if (how.whole) camera.Fit(Extent(), kFitMargins);
+  const QFont& font = this->font();  // that of the painter may be a heading's
+  painter.setFont(font);
   painter.fillRect(QRectF(QPointF(0, 0), size), ink.ground);
   if (tiles_.HasSource()) {
     tiles_.Paint(painter, camera, how.pixel_ratio);
@@ -235,6 +240,8 @@ void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Re
   }
   PaintMarks(painter, camera);
   for (const Transmitter& transmitter : transmitters_) {
+    painter.setFont(font);
+    PaintRingLabels(painter, camera, ink, transmitter.place);
     painter.setFont(font);
     PaintTransmitter(painter, camera, ink, transmitter);
   }
@@ -321,15 +328,31 @@ void MapView::wheelEvent(QWheelEvent* event) {
 
 void MapView::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_Left: camera_.PanBy({kArrowPixels, 0}); break;
-    case Qt::Key_Right: camera_.PanBy({-kArrowPixels, 0}); break;
-    case Qt::Key_Up: camera_.PanBy({0, kArrowPixels}); break;
-    case Qt::Key_Down: camera_.PanBy({0, -kArrowPixels}); break;
+    case Qt::Key_Left:
+      camera_.PanBy({kArrowPixels, 0});
+      break;
+    case Qt::Key_Right:
+      camera_.PanBy({-kArrowPixels, 0});
+      break;
+    case Qt::Key_Up:
+      camera_.PanBy({0, kArrowPixels});
+      break;
+    case Qt::Key_Down:
+      camera_.PanBy({0, -kArrowPixels});
+      break;
     case Qt::Key_Plus:
-    case Qt::Key_Equal: ZoomIn(); return;
-    case Qt::Key_Minus: ZoomOut(); return;
-    case Qt::Key_Home: Fit(); return;
-    default: QWidget::keyPressEvent(event); return;
+    case Qt::Key_Equal:
+      ZoomIn();
+      return;
+    case Qt::Key_Minus:
+      ZoomOut();
+      return;
+    case Qt::Key_Home:
+      Fit();
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+      return;
   }
   ViewChanged();
 }

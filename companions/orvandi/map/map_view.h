@@ -15,10 +15,11 @@ class QToolButton;
 
 namespace orvandi {
 
-// The map: background, squares, range rings, dots, transmitters, marks. It knows records by their numbers alone.
+// The map: background, squares, range rings, dots, transmitters, marks. It knows records by their numbers
+// alone.
 //
-// Dragging moves it, the wheel zooms. A click chooses a dot; Shift and dragging (or dragging while choosing is on)
-// chooses those in a rectangle; Ctrl adds to what is chosen. Keys: arrows, + and -, Home.
+// Dragging moves it, the wheel zooms. A click chooses a dot; Shift and dragging (or dragging while choosing
+// is on) chooses those in a rectangle; Ctrl adds to what is chosen. Keys: arrows, + and -, Home.
 class MapView final : public QWidget {
   Q_OBJECT
 

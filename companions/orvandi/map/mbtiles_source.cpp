@@ -4,6 +4,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTextDocumentFragment>
 #include <QUuid>
 
 #include "map/mbtiles_reader.h"
@@ -24,14 +25,9 @@ QSqlDatabase OpenReadOnly(const QString& path, const QString& connection) {
   return database;
 }
 
-// Attributions come as HTML; tags have no place in a line of text.
-QString WithoutTags(QString text) {
-  for (auto open = text.indexOf(QLatin1Char('<')); open >= 0; open = text.indexOf(QLatin1Char('<'))) {
-    const auto close = text.indexOf(QLatin1Char('>'), open);
-    if (close < 0) break;
-    text.remove(open, close - open + 1);
-  }
-  return text.simplified();
+// Attributions come as HTML, which has no place in a line of text.
+QString PlainText(const QString& html) {
+  return QTextDocumentFragment::fromHtml(html).toPlainText().simplified();
 }
 
 void ReadMetadata(QSqlDatabase& database, MbTilesInfo& info) {
@@ -41,7 +37,7 @@ void ReadMetadata(QSqlDatabase& database, MbTilesInfo& info) {
     const QString key = query.value(0).toString();
     const QString value = query.value(1).toString();
     if (key == QLatin1String("name")) info.name = value;
-    if (key == QLatin1String("attribution")) info.attribution = WithoutTags(value);
+    if (key == QLatin1String("attribution")) info.attribution = PlainText(value);
     if (key == QLatin1String("format")) info.format = value.toLower();
   }
 }
@@ -88,8 +84,7 @@ MbTilesInfo ReadMbTilesInfo(const QString& path) {
   return info;
 }
 
-MbTilesReader::MbTilesReader(const QString& path) : path_(path), connection_(NewConnectionName()) {
-}
+MbTilesReader::MbTilesReader(const QString& path) : path_(path), connection_(NewConnectionName()) {}
 
 MbTilesReader::~MbTilesReader() {
   QSqlDatabase::removeDatabase(connection_);

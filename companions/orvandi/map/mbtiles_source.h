@@ -21,8 +21,8 @@ MbTilesInfo ReadMbTilesInfo(const QString& path);
 
 class MbTilesReader;
 
-// Raster tiles of an MBTiles file (an SQLite database, rows counted from the south). Reading and unpacking happen in a
-// thread of its own.
+// Raster tiles of an MBTiles file (an SQLite database, rows counted from the south). Reading and unpacking
+// happen in a thread of its own.
 class MbTilesSource final : public TileSource {
   Q_OBJECT
 

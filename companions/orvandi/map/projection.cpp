@@ -73,14 +73,15 @@ void Camera::ZoomAt(QPointF screen, double zoom) {
   PanBy({0, 0});
 }
 
-void Camera::Fit(QRectF world, double margin_pixels) {
-  center = world.center();
-  const double room_x = std::max(size.width() - 2 * margin_pixels, size.width() / 2);
-  const double room_y = std::max(size.height() - 2 * margin_pixels, size.height() / 2);
+void Camera::Fit(QRectF world, QMarginsF margins) {
+  const double room_x = std::max(size.width() - margins.left() - margins.right(), size.width() / 3);
+  const double room_y = std::max(size.height() - margins.top() - margins.bottom(), size.height() / 3);
   double zoom = kSinglePointZoom;
   if (world.width() > 0) zoom = std::min(zoom, std::log2(room_x / world.width() / kTilePixels));
   if (world.height() > 0) zoom = std::min(zoom, std::log2(room_y / world.height() / kTilePixels));
   SetZoom(zoom);
+  center = world.center();
+  PanBy({(margins.left() - margins.right()) / 2, (margins.top() - margins.bottom()) / 2});
 }
 
 }  // namespace orvandi

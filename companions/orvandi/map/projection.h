@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMarginsF>
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
@@ -8,8 +9,8 @@
 
 namespace orvandi {
 
-// Web Mercator on a unit square: x grows to the east, y to the south, the north-west corner is (0, 0). Latitudes
-// beyond the square (about 85 degrees) land on its edge.
+// Web Mercator on a unit square: x grows to the east, y to the south, the north-west corner is (0, 0).
+// Latitudes beyond the square (about 85 degrees) land on its edge.
 QPointF ToWorld(Place point);
 Place ToGeo(QPointF world);
 
@@ -38,8 +39,8 @@ class Camera {
   void PanBy(QPointF pixels);
   // The place under `screen` stays where it is.
   void ZoomAt(QPointF screen, double zoom);
-  // Shows the whole of `world` with a margin on each side; a single point is shown at a street's scale.
-  void Fit(QRectF world, double margin_pixels);
+  // Shows the whole of `world` within margins (in pixels); a single point is shown at a street's scale.
+  void Fit(QRectF world, QMarginsF margins);
 
  private:
   double zoom_ = 3;

@@ -10,8 +10,8 @@
 
 namespace orvandi {
 
-// The background of the map: the tiles of a source, kept in memory. Where a tile is not there yet, the part of a
-// coarser one stands in for it.
+// The background of the map: the tiles of a source, kept in memory. Where a tile is not there yet, the part
+// of a coarser one stands in for it.
 class TileLayer final : public QObject {
   Q_OBJECT
 

@@ -17,8 +17,8 @@ struct TileId {
 
 size_t qHash(const TileId& tile, size_t seed = 0) noexcept;
 
-// Where the pictures of a map come from. All of it runs in the thread of its owner; a source that has to wait does so
-// elsewhere and tells when it is done.
+// Where the pictures of a map come from. All of it runs in the thread of its owner; a source that has to wait
+// does so elsewhere and tells when it is done.
 class TileSource : public QObject {
   Q_OBJECT
 
@@ -28,8 +28,8 @@ class TileSource : public QObject {
   [[nodiscard]] virtual QString Attribution() const = 0;
   [[nodiscard]] virtual int MinZoom() const = 0;
   [[nodiscard]] virtual int MaxZoom() const = 0;
-  // What is wanted now, the most wanted first. Replaces what was wanted before: what is no longer in the list is not
-  // begun any more.
+  // What is wanted now, the most wanted first. Replaces what was wanted before: what is no longer in the list
+  // is not begun any more.
   virtual void SetWanted(const QList<TileId>& tiles) = 0;
 
  Q_SIGNALS:

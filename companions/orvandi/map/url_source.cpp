@@ -30,7 +30,8 @@ QString ComplaintOf(const UrlTemplate& source) {
   }
   const bool row = source.url.contains(QLatin1String("{y}")) || source.url.contains(QLatin1String("{-y}"));
   if (!row || !source.url.contains(QLatin1String("{z}")) || !source.url.contains(QLatin1String("{x}"))) {
-    return QStringLiteral("The address has to hold {z}, {x} and {y}, where zoom, column and row of a tile go.");
+    return QStringLiteral(
+        "The address has to hold {z}, {x} and {y}, where zoom, column and row of a tile go.");
   }
   return {};
 }

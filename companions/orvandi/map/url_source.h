@@ -18,13 +18,13 @@ struct UrlTemplate {
   int max_zoom = 19;
 };
 
-// One sentence when the template cannot be used: it needs http or https and {z}, {x}, {y} (or {-y}, counted from the
-// south); empty otherwise.
+// One sentence when the template cannot be used: it needs http or https and {z}, {x}, {y} (or {-y}, counted
+// from the south); empty otherwise.
 QString ComplaintOf(const UrlTemplate& source);
 QUrl TileUrl(const QString& url_template, TileId tile);
 
-// Tiles of a server, as such servers ask for it: at most kMaxConnections at a time, a name that says who asks, a cache
-// on the disk that keeps what the server allows, and a pause after a failure.
+// Tiles of a server, as such servers ask for it: at most kMaxConnections at a time, a name that says who
+// asks, a cache on the disk that keeps what the server allows, and a pause after a failure.
 class UrlSource final : public TileSource {
   Q_OBJECT
 

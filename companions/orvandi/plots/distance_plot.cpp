@@ -14,11 +14,13 @@ const QColor kFreeSpaceColor(0x00, 0x9E, 0x73);
 
 QString LawText(const Law& law, Unit unit) {
   switch (law.kind) {
-    case Law::Kind::kNone: return QStringLiteral("No record with a distance.");
+    case Law::Kind::kNone:
+      return QStringLiteral("No record with a distance.");
     case Law::Kind::kFreeSpace:
       return QStringLiteral("The distances differ too little to fit a line: free space, n = 2, %1 at 1 km")
           .arg(LevelText(law.level_at_1km_db, unit));
-    case Law::Kind::kFitted: break;
+    case Law::Kind::kFitted:
+      break;
   }
   return QStringLiteral("n = %1, spread %2 dB, %3 at 1 km, %4 records")
       .arg(law.exponent, 0, 'f', 2)
@@ -75,8 +77,9 @@ void DistancePlot::Decorate(const ViewData& view) {
   }
   DrawLaw(fitted_line_, law_.kind == Law::Kind::kFitted ? law_ : Law());
   DrawLaw(free_space_line_, free_space_);
-  fitted_line_->setName(
-      QStringLiteral("fitted: n = %1 \u00B1 %2 dB").arg(law_.exponent, 0, 'f', 2).arg(law_.spread_db, 0, 'f', 1));
+  fitted_line_->setName(QStringLiteral("fitted: n = %1 \u00B1 %2 dB")
+                            .arg(law_.exponent, 0, 'f', 2)
+                            .arg(law_.spread_db, 0, 'f', 1));
   legend->setVisible(law_.kind != Law::Kind::kNone);
 }
 

@@ -5,8 +5,8 @@
 
 namespace orvandi {
 
-// Level over the distance from the transmitter, on a logarithmic axis, with the law that fits the records and that of
-// free space through a chosen one.
+// Level over the distance from the transmitter, on a logarithmic axis, with the law that fits the records and
+// that of free space through a chosen one.
 class DistancePlot final : public RecordPlot {
   Q_OBJECT
 

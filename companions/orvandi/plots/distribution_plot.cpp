@@ -24,7 +24,8 @@ DistributionPlot::DistributionPlot(QWidget* parent) : Plot(parent) {
   Restyle(PlotInkOf(palette()));
 }
 
-QCPBars* DistributionPlot::AddBars(std::vector<double>& levels, const QColor& color, double width, double offset) {
+QCPBars* DistributionPlot::AddBars(std::vector<double>& levels, const QColor& color, double width,
+                                   double offset) {
   auto* bars = new QCPBars(xAxis, yAxis);
   const Histogram histogram = Count(levels, kClassDb);
   QVector<double> keys, shares;
@@ -103,8 +104,7 @@ void DistributionPlot::SetChosen(std::span<const std::uint32_t> records) {
   replot(QCustomPlot::rpQueuedReplot);
 }
 
-void DistributionPlot::SetHovered(std::int64_t /*record*/) {
-}
+void DistributionPlot::SetHovered(std::int64_t /*record*/) {}
 
 void DistributionPlot::Restyle(const PlotInk& ink) {
   StylePlot(*this, ink);
@@ -134,7 +134,8 @@ void DistributionPlot::mouseReleaseEvent(QMouseEvent* event) {
   std::vector<std::uint32_t> records;
   for (std::size_t record = 0; record < data_->Count(); ++record) {
     const double level = data_->level_db[record];
-    if (data_->Shows(record) && level >= from && level < to) records.push_back(static_cast<std::uint32_t>(record));
+    if (data_->Shows(record) && level >= from && level < to)
+      records.push_back(static_cast<std::uint32_t>(record));
   }
   Q_EMIT Chosen(records, (event->modifiers() & Qt::ControlModifier) != 0);
 }
@@ -145,7 +146,8 @@ void DistributionPlot::mouseMoveEvent(QMouseEvent* event) {
   const double from = std::floor(xAxis->pixelToCoord(event->pos().x()) / kClassDb) * kClassDb;
   std::size_t count = 0;
   for (std::size_t record = 0; record < data_->Count(); ++record) {
-    if (data_->Shows(record) && data_->level_db[record] >= from && data_->level_db[record] < from + kClassDb) ++count;
+    if (data_->Shows(record) && data_->level_db[record] >= from && data_->level_db[record] < from + kClassDb)
+      ++count;
   }
   QToolTip::showText(event->globalPosition().toPoint(),
                      QStringLiteral("%1 to %2: %3 records")

@@ -5,8 +5,8 @@
 
 namespace orvandi {
 
-// How often which level occurs, by layer, with median and the levels that 10 % and 90 % lie below. A click on a class
-// chooses its records.
+// How often which level occurs, by layer, with median and the levels that 10 % and 90 % lie below. A click on
+// a class chooses its records.
 class DistributionPlot final : public Plot {
   Q_OBJECT
 

@@ -9,7 +9,8 @@ namespace {
 constexpr double kRadius = 2.6;
 constexpr double kChosenRadius = 3.4;
 
-// Straight-line conversion of an axis from coordinates to pixels; QCPAxis asks its settings anew for every one.
+// Straight-line conversion of an axis from coordinates to pixels; QCPAxis asks its settings anew for every
+// one.
 struct Line {
   double offset = 0;
   double factor = 1;
@@ -27,7 +28,8 @@ Line LineOf(const QCPAxis* axis) {
 class Occupied {
  public:
   Occupied(double width, double height, double cell)
-      : cell_(cell), columns_(static_cast<std::size_t>(width / cell) + 2),
+      : cell_(cell),
+        columns_(static_cast<std::size_t>(width / cell) + 2),
         taken_(columns_ * (static_cast<std::size_t>(height / cell) + 2)) {}
   // True the first time that a cell is asked for; the place lies within the plot.
   bool Take(double x, double y) {
@@ -45,8 +47,7 @@ class Occupied {
 
 }  // namespace
 
-DotGraph::DotGraph(QCPAxis* key_axis, QCPAxis* value_axis) : QCPAbstractPlottable(key_axis, value_axis) {
-}
+DotGraph::DotGraph(QCPAxis* key_axis, QCPAxis* value_axis) : QCPAbstractPlottable(key_axis, value_axis) {}
 
 void DotGraph::SetData(const ViewData* data, std::vector<double> keys) {
   data_ = data;
@@ -80,7 +81,8 @@ void DotGraph::DrawImage(QCPPainter* painter, double pixel_ratio) {
   if (image.isNull()) return;
   image.fill(Qt::transparent);
   Occupied occupied(plot.width(), plot.height(), 1.5 / pixel_ratio);
-  DotSprites sprites(only_chosen_ ? kChosenRadius : kRadius, only_chosen_ ? QColor(Qt::white) : rim_, pixel_ratio);
+  DotSprites sprites(only_chosen_ ? kChosenRadius : kRadius, only_chosen_ ? QColor(Qt::white) : rim_,
+                     pixel_ratio);
   const Line keys = LineOf(mKeyAxis.data());
   const Line levels = LineOf(mValueAxis.data());
   const double left = plot.left();

@@ -13,7 +13,6 @@ class DotGraph final : public QCPAbstractPlottable {
   Q_OBJECT
 
  public:
-
   DotGraph(QCPAxis* key_axis, QCPAxis* value_axis);
 
   void SetData(const ViewData* data, std::vector<double> keys);

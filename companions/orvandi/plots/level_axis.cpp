@@ -34,7 +34,8 @@ QVector<double> DecadeValues(double from_exponent, double to_exponent) {
   const std::size_t used = decades * 3 <= kMostTicks ? all.size() : 1;
   const int step = std::max(1, static_cast<int>(std::ceil(decades / kMostTicks)));
   QVector<double> values;
-  for (int exponent = static_cast<int>(std::floor(from_exponent)); exponent <= to_exponent; exponent += step) {
+  for (int exponent = static_cast<int>(std::floor(from_exponent)); exponent <= to_exponent;
+       exponent += step) {
     for (std::size_t i = 0; i < used; ++i) values << all[i] * std::pow(10.0, exponent);
   }
   return values;
@@ -44,7 +45,8 @@ QVector<double> DecadeValues(double from_exponent, double to_exponent) {
 QVector<double> SPointLevels(const QCPRange& range) {
   QVector<double> levels;
   const double s_step = range.size() > kMostTicks * kDbPerSPoint ? 2 * kDbPerSPoint : kDbPerSPoint;
-  for (double level = s_step == kDbPerSPoint ? 0 : kDbPerSPoint; level <= kS9Db; level += s_step) levels << level;
+  for (double level = s_step == kDbPerSPoint ? 0 : kDbPerSPoint; level <= kS9Db; level += s_step)
+    levels << level;
   const double over_step = range.size() > 60 ? 20 : 10;
   for (double level = kS9Db + over_step; level <= range.upper; level += over_step) levels << level;
   return levels;
@@ -75,10 +77,14 @@ QString LevelText(double level_db, Unit unit) {
 QString AxisLabel(Unit unit) {
   switch (unit) {
     case Unit::kDbMicrovoltPerM:
-    case Unit::kMillivoltPerM: return QStringLiteral("Field strength (%1)").arg(UnitName(unit));
-    case Unit::kMicrovolt: return QStringLiteral("Input voltage (%1)").arg(UnitName(unit));
-    case Unit::kDbm: return QStringLiteral("Input power (dBm)");
-    case Unit::kSPoint: break;
+    case Unit::kMillivoltPerM:
+      return QStringLiteral("Field strength (%1)").arg(UnitName(unit));
+    case Unit::kMicrovolt:
+      return QStringLiteral("Input voltage (%1)").arg(UnitName(unit));
+    case Unit::kDbm:
+      return QStringLiteral("Input power (dBm)");
+    case Unit::kSPoint:
+      break;
   }
   return QStringLiteral("S-meter");
 }
@@ -102,7 +108,8 @@ int LevelTicker::getSubTickCount(double step) {
   return unit_ == Unit::kDbMicrovoltPerM || unit_ == Unit::kDbm ? QCPAxisTicker::getSubTickCount(step) : 0;
 }
 
-QString LevelTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/, int /*precision*/) {
+QString LevelTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/,
+                                  int /*precision*/) {
   if (unit_ == Unit::kSPoint || IsLinearUnit(unit_)) return LevelNumber(tick, unit_);
   return QString::number(tick + 0.0, 'g', 6);
 }
@@ -121,10 +128,12 @@ int DistanceTicker::getSubTickCount(double /*step*/) {
   return 0;
 }
 
-QString DistanceTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/, int /*precision*/) {
+QString DistanceTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/,
+                                     int /*precision*/) {
   const double km = std::pow(10, tick);
   constexpr double kMetresPerKm = 1000;
-  return km < 0.9995 ? QStringLiteral("%1 m").arg(Short(km * kMetresPerKm)) : QStringLiteral("%1 km").arg(Short(km));
+  return km < 0.9995 ? QStringLiteral("%1 m").arg(Short(km * kMetresPerKm))
+                     : QStringLiteral("%1 km").arg(Short(km));
 }
 
 }  // namespace orvandi

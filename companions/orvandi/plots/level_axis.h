@@ -8,7 +8,8 @@
 
 namespace orvandi {
 
-// Levels are decibels in every view, so that a dB is the same height everywhere; what the user reads is the unit.
+// Levels are decibels in every view, so that a dB is the same height everywhere; what the user reads is the
+// unit.
 
 // "54.2", "0.51", "S9+20": without the unit.
 QString LevelNumber(double level_db, Unit unit);

@@ -29,19 +29,25 @@ class CompassTicker final : public QCPAxisTickerFixed {
   QString getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/, int /*precision*/) override {
     const int degrees = ((static_cast<int>(std::lround(tick)) % 360) + 360) % 360;
     switch (degrees) {
-      case 0: return QStringLiteral("N");
-      case 90: return QStringLiteral("E");
-      case 180: return QStringLiteral("S");
-      case 270: return QStringLiteral("W");
-      default: return QString::number(degrees) + QChar(0xB0);
+      case 0:
+        return QStringLiteral("N");
+      case 90:
+        return QStringLiteral("E");
+      case 180:
+        return QStringLiteral("S");
+      case 270:
+        return QStringLiteral("W");
+      default:
+        return QString::number(degrees) + QChar(0xB0);
     }
   }
   int getSubTickCount(double /*step*/) override { return 2; }
 };
 
 QString SignedDb(double difference_db) {
-  return QStringLiteral("%1%2 dB").arg(difference_db < 0 ? QString(QChar(0x2212)) : QStringLiteral("+")).arg(
-      std::abs(difference_db), 0, 'f', 1);
+  return QStringLiteral("%1%2 dB")
+      .arg(difference_db < 0 ? QString(QChar(0x2212)) : QStringLiteral("+"))
+      .arg(std::abs(difference_db), 0, 'f', 1);
 }
 
 }  // namespace
@@ -52,6 +58,7 @@ PatternPlot::PatternPlot(QWidget* parent) : Plot(parent) {
   plotLayout()->clear();
   angular_ = new QCPPolarAxisAngular(this);
   plotLayout()->addElement(0, 0, angular_);
+  angular_->setMinimumMargins(QMargins(30, 20, 30, 20));
   angular_->setRange(0, 360);
   angular_->setRangeDrag(false);
   angular_->setRangeZoom(false);
@@ -95,8 +102,9 @@ void PatternPlot::AddPattern(const PatternCurve& curve) {
     wedges_->wedges.push_back({sector.bearing_deg - half, sector.bearing_deg + half, sector.lower_quartile_db,
                                sector.upper_quartile_db, fill, Qt::transparent});
     constexpr double kStroke = 0.12;  // dB to both sides: the median as an arc
-    wedges_->wedges.push_back({sector.bearing_deg - half, sector.bearing_deg + half, sector.median_db - kStroke,
-                               sector.median_db + kStroke, curve.color, curve.color});
+    wedges_->wedges.push_back({sector.bearing_deg - half, sector.bearing_deg + half,
+                               sector.median_db - kStroke, sector.median_db + kStroke, curve.color,
+                               curve.color});
   }
   if (angles.isEmpty()) return;
   auto* line = new QCPPolarGraph(angular_, radial_);
@@ -120,8 +128,9 @@ void PatternPlot::AddDifferences() {
     const double difference = sector.difference.difference_db;
     const double half = sector_deg_ / 2 * 0.94;
     const QColor color(scale.Color(difference));
-    wedges_->wedges.push_back({sector.bearing_deg - half, sector.bearing_deg + half, std::min(0.0, difference),
-                               std::max(0.0, difference), color, color.darker(130)});
+    wedges_->wedges.push_back({sector.bearing_deg - half, sector.bearing_deg + half,
+                               std::min(0.0, difference), std::max(0.0, difference), color,
+                               color.darker(130)});
   }
   wedges_->has_zero_circle = true;
 }
@@ -182,8 +191,7 @@ void PatternPlot::SetChosen(std::span<const std::uint32_t> records) {
   replot(QCustomPlot::rpQueuedReplot);
 }
 
-void PatternPlot::SetHovered(std::int64_t /*record*/) {
-}
+void PatternPlot::SetHovered(std::int64_t /*record*/) {}
 
 void PatternPlot::FitAll() {
   ChooseRange();
@@ -235,7 +243,9 @@ QString PatternPlot::SectorText(std::size_t sector) const {
                               .arg(difference.spread_db, 0, 'f', 1)
                               .arg(difference.count_a)
                               .arg(difference.count_b)
-                        : QStringLiteral("%1 and %2 records: too few").arg(difference.count_a).arg(difference.count_b));
+                        : QStringLiteral("%1 and %2 records: too few")
+                              .arg(difference.count_a)
+                              .arg(difference.count_b));
     return lines.join(QLatin1Char('\n'));
   }
   for (const PatternCurve& curve : patterns_) {
@@ -246,7 +256,8 @@ QString PatternPlot::SectorText(std::size_t sector) const {
       continue;
     }
     lines << name + QStringLiteral("%1 at 1 km, half of them from %2 to %3, %4 records")
-                        .arg(LevelText(one.median_db, data_->unit), LevelNumber(one.lower_quartile_db, data_->unit),
+                        .arg(LevelText(one.median_db, data_->unit),
+                             LevelNumber(one.lower_quartile_db, data_->unit),
                              LevelNumber(one.upper_quartile_db, data_->unit))
                         .arg(one.count);
   }

@@ -17,8 +17,8 @@ struct PatternCurve {
 
 class SectorWedges;
 
-// The antenna seen from above, north on top: median level at 1 km by sector with its quartiles, or the difference of
-// two layers. A click on a sector chooses its records.
+// The antenna seen from above, north on top: median level at 1 km by sector with its quartiles, or the
+// difference of two layers. A click on a sector chooses its records.
 class PatternPlot final : public Plot {
   Q_OBJECT
 

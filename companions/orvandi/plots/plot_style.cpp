@@ -12,6 +12,7 @@ PlotInk PlotInkOf(const QPalette& palette) {
   ink.axis = map.dark ? QColor(0x5A, 0x63, 0x6D) : QColor(0xA5, 0xAC, 0xB2);
   ink.text = map.dark ? QColor(0xC3, 0xC9, 0xD0) : QColor(0x45, 0x4C, 0x53);
   ink.strong = map.text;
+  ink.rim = map.dark ? QColor(255, 255, 255, 50) : QColor(Qt::transparent);
   return ink;
 }
 

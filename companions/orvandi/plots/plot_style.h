@@ -9,6 +9,7 @@ namespace orvandi {
 // The colours of plots, from the palette of the desktop.
 struct PlotInk {
   QColor ground, grid, axis, text, strong;
+  QColor rim;  // of dots: keeps dark ones visible on a dark ground
 };
 PlotInk PlotInkOf(const QPalette& palette);
 

@@ -93,6 +93,7 @@ void RecordPlot::SetHovered(std::int64_t record) {
 void RecordPlot::Restyle(const PlotInk& ink) {
   StylePlot(*this, ink);
   hovered_ring_->setPen(QPen(ink.strong, 2));
+  dots_->SetRim(ink.rim);
   if (data_ != nullptr) Decorate(*data_);
 }
 
@@ -150,15 +151,31 @@ void RecordPlot::keyPressEvent(QKeyEvent* event) {
     yAxis->scaleRange(factor);
   };
   switch (event->key()) {
-    case Qt::Key_Left: xAxis->moveRange(-xAxis->range().size() * kArrowShare); break;
-    case Qt::Key_Right: xAxis->moveRange(xAxis->range().size() * kArrowShare); break;
-    case Qt::Key_Up: yAxis->moveRange(yAxis->range().size() * kArrowShare); break;
-    case Qt::Key_Down: yAxis->moveRange(-yAxis->range().size() * kArrowShare); break;
+    case Qt::Key_Left:
+      xAxis->moveRange(-xAxis->range().size() * kArrowShare);
+      break;
+    case Qt::Key_Right:
+      xAxis->moveRange(xAxis->range().size() * kArrowShare);
+      break;
+    case Qt::Key_Up:
+      yAxis->moveRange(yAxis->range().size() * kArrowShare);
+      break;
+    case Qt::Key_Down:
+      yAxis->moveRange(-yAxis->range().size() * kArrowShare);
+      break;
     case Qt::Key_Plus:
-    case Qt::Key_Equal: zoom(kKeyZoom); break;
-    case Qt::Key_Minus: zoom(1 / kKeyZoom); break;
-    case Qt::Key_Home: FitAll(); return;
-    default: Plot::keyPressEvent(event); return;
+    case Qt::Key_Equal:
+      zoom(kKeyZoom);
+      break;
+    case Qt::Key_Minus:
+      zoom(1 / kKeyZoom);
+      break;
+    case Qt::Key_Home:
+      FitAll();
+      return;
+    default:
+      Plot::keyPressEvent(event);
+      return;
   }
   shows_all_ = false;
   replot(QCustomPlot::rpQueuedReplot);

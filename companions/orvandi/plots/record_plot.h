@@ -36,8 +36,8 @@ class Plot : public QCustomPlot {
   bool choosing_ = false;
 };
 
-// Levels over something, one dot a record. Dragging moves, the wheel zooms, a double click shows all; a click chooses
-// a dot, Shift and dragging (or dragging while choosing is on) those in a rectangle, Ctrl adds.
+// Levels over something, one dot a record. Dragging moves, the wheel zooms, a double click shows all; a click
+// chooses a dot, Shift and dragging (or dragging while choosing is on) those in a rectangle, Ctrl adds.
 class RecordPlot : public Plot {
   Q_OBJECT
 

@@ -15,8 +15,7 @@ int StepsOf(double from_deg, double to_deg) {
 }  // namespace
 
 SectorWedges::SectorWedges(QCustomPlot* plot, QCPPolarAxisAngular* angular, QCPPolarAxisRadial* radial)
-    : QCPLayerable(plot, QStringLiteral("main")), angular_(angular), radial_(radial) {
-}
+    : QCPLayerable(plot, QStringLiteral("main")), angular_(angular), radial_(radial) {}
 
 void SectorWedges::applyDefaultAntialiasingHint(QCPPainter* painter) const {
   painter->setAntialiasing(true);

@@ -20,10 +20,10 @@ class ClockTicker final : public QCPAxisTickerDateTime {
  protected:
   QString getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/, int /*precision*/) override {
     const QDateTime time = QDateTime::fromSecsSinceEpoch(std::llround(tick), Qt::UTC);
-    const QString pattern = size_ > 2 * kDay       ? QStringLiteral("yyyy-MM-dd")
-                            : size_ > kDay         ? QStringLiteral("MM-dd HH:mm")
-                            : size_ > 5 * kMinute  ? QStringLiteral("HH:mm")
-                                                   : QStringLiteral("HH:mm:ss");
+    const QString pattern = size_ > 2 * kDay      ? QStringLiteral("yyyy-MM-dd")
+                            : size_ > kDay        ? QStringLiteral("MM-dd HH:mm")
+                            : size_ > 5 * kMinute ? QStringLiteral("HH:mm")
+                                                  : QStringLiteral("HH:mm:ss");
     return time.toString(pattern);
   }
   double getTickStep(const QCPRange& range) override {

@@ -20,7 +20,7 @@ struct LayerLook {
 
 // What the views show, one element a record of all logs. Not-a-number stands for "unknown".
 struct ViewData {
-  std::vector<double> time_s;      // as Record::time_s
+  std::vector<double> time_s;       // as Record::time_s
   std::vector<float> log_distance;  // log10 of the distance in km
   std::vector<float> bearing_deg;   // seen from the transmitter
   std::vector<float> level_db;      // in the decibels of the unit

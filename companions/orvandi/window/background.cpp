@@ -71,19 +71,24 @@ QString ShowBackground(TileLayer& layer, const Background& background) {
 }
 
 OnlineMapDialog::OnlineMapDialog(const UrlTemplate& source, QWidget* parent)
-    : QDialog(parent), source_(source), url_(new QLineEdit(source.url)),
-      attribution_(new QLineEdit(source.attribution)), complaint_(new QLabel),
+    : QDialog(parent),
+      source_(source),
+      url_(new QLineEdit(source.url)),
+      attribution_(new QLineEdit(source.attribution)),
+      complaint_(new QLabel),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
   setWindowTitle(QStringLiteral("Online map"));
   url_->setObjectName(QStringLiteral("tileUrl"));
   url_->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
-  url_->setToolTip(QStringLiteral("Where the squares of the map come from; {z}, {x} and {y} stand for zoom, column and "
-                                  "row."));
+  url_->setToolTip(
+      QStringLiteral("Where the squares of the map come from; {z}, {x} and {y} stand for zoom, column and "
+                     "row."));
   attribution_->setObjectName(QStringLiteral("tileAttribution"));
   attribution_->setToolTip(QStringLiteral("Shown on the map, as makers of maps ask for it."));
   complaint_->setWordWrap(true);
-  auto* hint = new QLabel(QStringLiteral("The map's server then learns which area you look at. What it has sent is kept "
-                                         "on this machine for as long as the server allows."));
+  auto* hint = new QLabel(
+      QStringLiteral("The map's server then learns which area you look at. What it has sent is kept "
+                     "on this machine for as long as the server allows."));
   hint->setWordWrap(true);
   auto* form = new QFormLayout;
   form->addRow(QStringLiteral("&Address"), url_);

@@ -25,7 +25,7 @@ void ElidedLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void ElidedLabel::Elide() {
-  const QString shown = fontMetrics().elidedText(full_, Qt::ElideRight, width());
+  const QString shown = fontMetrics().elidedText(full_, Qt::ElideRight, contentsRect().width());
   setText(shown);
   setToolTip(shown == full_ ? QString() : full_);
 }

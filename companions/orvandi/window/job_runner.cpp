@@ -11,8 +11,7 @@ bool JobControl::Report(std::uint64_t done, std::uint64_t total) {
   return !cancelled_;
 }
 
-JobRunner::JobRunner(QObject* parent) : QObject(parent) {
-}
+JobRunner::JobRunner(QObject* parent) : QObject(parent) {}
 
 JobRunner::~JobRunner() {
   Cancel();

@@ -45,34 +45,53 @@ QString StyleText(const QPalette& palette) {
              "QToolBar { border: none; border-bottom: 1px solid %1; spacing: 1px; padding: 2px 4px; }"
              "QToolBar QToolButton { border: 1px solid transparent; border-radius: 6px; padding: 3px 5px; }"
              "QToolBar QToolButton:hover { background: %3; }"
-             "QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %4; border-color: %4; }"
+             "QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %4; border-color: %4; "
+             "}"
              "QToolBar QToolButton:focus { border-color: %5; }"
              "QToolBar QToolButton::menu-indicator { image: none; width: 0px; }"
+             "QToolBar QToolButton[popupMode=\"1\"] { padding-right: 18px; }"
+             "QToolBar QToolButton::menu-button { border: none; width: 16px; }"
+             "QCheckBox::indicator, QListView::indicator { width: 14px; height: 14px; border: 1px solid %8;"
+             " border-radius: 3px; background: %2; }"
+             "QCheckBox::indicator:checked, QListView::indicator:checked { border-color: %9; background: %9;"
+             " image: url(:/orvandi/icons/check.svg); }"
+             "QCheckBox::indicator:focus { border-color: %5; }"
+             "QCheckBox::indicator:disabled { border-color: %1; }"
              "QWidget#card, QStackedWidget#left { background: %2; border: 1px solid %1; border-radius: 6px; }"
              "QWidget#startPage { background: %2; }"
+             "QWidget#startPage QPushButton { padding: 8px 18px; border: 1px solid %1; border-radius: 6px; }"
+             "QWidget#startPage QPushButton:hover, QWidget#startPage QPushButton:focus { border-color: %5;"
+             " background: %3; }"
              "QTabWidget::pane { background: %2; border: 1px solid %1; border-radius: 6px; top: -1px; }"
              "QTabBar::tab { padding: 5px 10px; border: none; border-bottom: 2px solid transparent; }"
              "QTabBar::tab:selected { border-bottom-color: %5; }"
              "QTabBar::tab:focus { background: %3; }"
              "QFrame#notice { background: %6; border-bottom: 1px solid %1; }"
              "QFrame#notice QLabel { color: %7; }"
-             "MapView QToolButton, QWidget#map QToolButton { background: %2; border: 1px solid %1; border-radius: 6px;"
+             "QWidget#map QToolButton { background: %2; border: 1px solid %1; border-radius: 6px;"
              " font-size: 15px; }"
              "QWidget#map QToolButton:hover, QWidget#map QToolButton:focus { border-color: %5; }"
              "QStatusBar::item { border: none; }"
              "QSplitter::handle { background: transparent; }")
       .arg(line, base, hover.name(QColor::HexArgb), pressed.name(QColor::HexArgb),
            palette.color(QPalette::Highlight).name(),
-           palette.color(QPalette::Window).lightness() < 128 ? QStringLiteral("#4A3B12") : QStringLiteral("#FFF3CD"),
-           palette.color(QPalette::WindowText).name());
+           palette.color(QPalette::Window).lightness() < 128 ? QStringLiteral("#4A3B12")
+                                                             : QStringLiteral("#FFF3CD"),
+           palette.color(QPalette::WindowText).name(), palette.color(QPalette::PlaceholderText).name(),
+           QStringLiteral("#1565C0"));
 }
 
 }  // namespace
 
 OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
-    : QMainWindow(parent), options_(options),
-      settings_(std::make_unique<QSettings>(QStringLiteral("Kestrum"), QStringLiteral("Orvandi"))), map_(new MapView),
-      plots_(new PlotDeck), start_page_(new StartPage), notice_(new NoticeBar), left_(new QStackedWidget),
+    : QMainWindow(parent),
+      options_(options),
+      settings_(std::make_unique<QSettings>(QStringLiteral("Kestrum"), QStringLiteral("Orvandi"))),
+      map_(new MapView),
+      plots_(new PlotDeck),
+      start_page_(new StartPage),
+      notice_(new NoticeBar),
+      left_(new QStackedWidget),
       split_(new QSplitter(Qt::Horizontal)) {
   setObjectName(QStringLiteral("Orvandi"));
   setWindowTitle(QStringLiteral("Orvandi"));
@@ -104,7 +123,8 @@ OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
   Connect();
   RestoreLayout();
   start_page_->SetDemoLog(DemoLog());
-  start_page_->SetWaitingFor(options_.logger_log && !options_.files.isEmpty() ? options_.files.front() : QString());
+  start_page_->SetWaitingFor(options_.logger_log && !options_.files.isEmpty() ? options_.files.front()
+                                                                              : QString());
   ShowView(Session::PlaceChange::kNew);
   // A log that is waited for is looked for by following.
   QStringList present;
@@ -141,6 +161,7 @@ QWidget* OrvandiWindow::MakeRightSide() {
 void OrvandiWindow::MakeStatusBar() {
   told_ = new ElidedLabel;
   told_->setObjectName(QStringLiteral("told"));
+  told_->setContentsMargins(8, 0, 0, 0);
   counts_ = new QLabel;
   counts_->setObjectName(QStringLiteral("counts"));
   job_title_ = new QLabel;
@@ -192,10 +213,12 @@ void OrvandiWindow::Connect() {
   connect(start_page_, &StartPage::DemoWanted, this, [this] { OpenFiles({DemoLog()}); });
   connect(dropped_, &DroppedPanel::CountChanged, this, [this] {
     const auto count = dropped_->Count();
-    lists_->setTabText(lists_->indexOf(dropped_), count == 0 ? QStringLiteral("Dropped lines")
-                                                             : QStringLiteral("Dropped lines (%1)").arg(count));
+    lists_->setTabText(lists_->indexOf(dropped_), count == 0
+                                                      ? QStringLiteral("Dropped lines")
+                                                      : QStringLiteral("Dropped lines (%1)").arg(count));
   });
-  connect(&jobs_, &JobRunner::Started, this, [this] { QTimer::singleShot(kJobShownMs, this, [this] { ShowJob(); }); });
+  connect(&jobs_, &JobRunner::Started, this,
+          [this] { QTimer::singleShot(kJobShownMs, this, [this] { ShowJob(); }); });
   connect(&jobs_, &JobRunner::Finished, this, &OrvandiWindow::ShowJob);
   connect(&job_timer_, &QTimer::timeout, this, &OrvandiWindow::ShowJob);
   connect(job_cancel_, &QToolButton::clicked, &jobs_, &JobRunner::Cancel);
@@ -217,11 +240,12 @@ void OrvandiWindow::RestoreLayout() {
     split_->setSizes({width() * 52 / 100, width() * 48 / 100});
   }
   if (!right_split_->restoreState(settings_->value(QStringLiteral("rightSplit")).toByteArray())) {
-    right_split_->setSizes({height() * 70 / 100, height() * 30 / 100});
+    right_split_->setSizes({height() * 76 / 100, height() * 24 / 100});
   }
   plots_->SetOrder(settings_->value(QStringLiteral("plots")).toString());
   lists_->setCurrentIndex(settings_->value(QStringLiteral("list"), 0).toInt());
-  const int unit = qBound(0, settings_->value(QStringLiteral("unit"), 0).toInt(), static_cast<int>(kUnits.size()) - 1);
+  const int unit =
+      qBound(0, settings_->value(QStringLiteral("unit"), 0).toInt(), static_cast<int>(kUnits.size()) - 1);
   session_.SetUnit(kUnits.at(static_cast<std::size_t>(unit)));
   const int sectors = plots_->Sectors()->findData(settings_->value(QStringLiteral("sectors"), 10).toInt());
   if (sectors >= 0) plots_->Sectors()->setCurrentIndex(sectors);

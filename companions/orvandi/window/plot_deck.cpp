@@ -20,22 +20,29 @@ constexpr int kPanelHeight = 230;
 
 const std::array<QString, PlotDeck::kCount>& IconNames() {
   static const std::array<QString, PlotDeck::kCount> names = {
-      QStringLiteral("time"), QStringLiteral("distance"), QStringLiteral("pattern"), QStringLiteral("distribution")};
+      QStringLiteral("time"), QStringLiteral("distance"), QStringLiteral("pattern"),
+      QStringLiteral("distribution")};
   return names;
 }
 
 }  // namespace
 
 PlotDeck::PlotDeck(QWidget* parent)
-    : QWidget(parent), time_(new TimePlot), distance_(new DistancePlot), pattern_(new PatternPlot),
-      distribution_(new DistributionPlot), sectors_(new QComboBox), grid_(new QGridLayout) {
+    : QWidget(parent),
+      time_(new TimePlot),
+      distance_(new DistancePlot),
+      pattern_(new PatternPlot),
+      distribution_(new DistributionPlot),
+      sectors_(new QComboBox),
+      grid_(new QGridLayout) {
   setObjectName(QStringLiteral("plots"));
   for (const int degrees : {5, 10, 30}) {
     sectors_->addItem(QStringLiteral("%1%2 sectors").arg(degrees).arg(QChar(0xB0)), degrees);
   }
   sectors_->setObjectName(QStringLiteral("sectors"));
   sectors_->setAccessibleName(QStringLiteral("Width of the sectors"));
-  sectors_->setToolTip(QStringLiteral("Wide sectors hold more records, narrow ones show more of the antenna."));
+  sectors_->setToolTip(
+      QStringLiteral("Wide sectors hold more records, narrow ones show more of the antenna."));
   sectors_->setCurrentIndex(1);
 
   auto* switches = new QHBoxLayout;
@@ -48,16 +55,19 @@ PlotDeck::PlotDeck(QWidget* parent)
   grid_->setSpacing(6);
   AddPanel(kTime, time_, QStringLiteral("Time"), QStringLiteral("Signal over time"), nullptr);
   AddPanel(kDistance, distance_, QStringLiteral("Distance"),
-           QStringLiteral("Signal over the distance from the transmitter, with the line that fits and that of free "
-                          "space. Choose one record: the free-space line goes through it."),
+           QStringLiteral(
+               "Signal over the distance from the transmitter, with the line that fits and that of free "
+               "space. Choose one record: the free-space line goes through it."),
            nullptr);
   AddPanel(kPattern, pattern_, QStringLiteral("Antenna pattern"),
-           QStringLiteral("Median signal at 1 km by direction, seen from the transmitter, with the range of the middle "
-                          "half of the records. Sectors with fewer than 5 records stay empty."),
+           QStringLiteral(
+               "Median signal at 1 km by direction, seen from the transmitter, with the range of the middle "
+               "half of the records. Sectors with fewer than 5 records stay empty."),
            sectors_);
   AddPanel(kDistribution, distribution_, QStringLiteral("Distribution"),
-           QStringLiteral("How often which signal occurs; 10 % of the records lie below the first line, 10 % above "
-                          "the last."),
+           QStringLiteral(
+               "How often which signal occurs; 10 % of the records lie below the first line, 10 % above "
+               "the last."),
            nullptr);
   for (const Panel& panel : panels_) switches->addWidget(panel.button);
   switches->addStretch();

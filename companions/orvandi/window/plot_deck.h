@@ -66,5 +66,4 @@ class PlotDeck final : public QWidget {
   std::vector<Kind> order_ = {kTime, kPattern, kDistance, kDistribution};
 };
 
-
 }  // namespace orvandi

@@ -32,7 +32,9 @@ QString FarText(const Record& record) {
   if (std::isnan(record.distance_km)) return QStringLiteral("distance unknown");
   QString text = QStringLiteral("%1 km").arg(record.distance_km, 0, 'f', 2);
   if (!std::isnan(record.bearing_deg)) {
-    text += QStringLiteral(", seen from the transmitter at %1%2").arg(std::lround(record.bearing_deg)).arg(QChar(0xB0));
+    text += QStringLiteral(", seen from the transmitter at %1%2")
+                .arg(std::lround(record.bearing_deg))
+                .arg(QChar(0xB0));
   }
   return text;
 }
@@ -50,11 +52,21 @@ QString LineText(const Session& session, std::uint32_t number) {
   const Record& record = session.RecordOf(number);
   const Log& log = session.Logs()[place.log].file->Content();
   return QStringLiteral("%1%2, line %3")
-      .arg(session.Logs()[place.log].name, log.BlockOf(record).pending ? QStringLiteral(".pending") : QString())
+      .arg(session.Logs()[place.log].name,
+           log.BlockOf(record).pending ? QStringLiteral(".pending") : QString())
       .arg(record.line);
 }
 
 }  // namespace
+
+QString CountText(std::uint64_t count) {
+  QString text = QString::number(count);
+  constexpr std::uint64_t kGrouped = 10'000;
+  constexpr qsizetype kGroup = 3;
+  for (qsizetype at = text.size() - kGroup; at > 0 && count >= kGrouped; at -= kGroup)
+    text.insert(at, QChar(0x202F));
+  return text;
+}
 
 QString WhenText(const Log& log, const Record& record) {
   const bool dated = log.BlockOf(record).has_header;
@@ -82,8 +94,8 @@ QString RecordLine(const Session& session, std::uint32_t number) {
   const Record& record = session.RecordOf(number);
   const RecordPlace place = session.PlaceOf(number);
   const Log& log = session.Logs()[place.log].file->Content();
-  QStringList parts{LineText(session, number), WhenText(log, record), SignalText(session, number), FarText(record),
-                    WhereText(record)};
+  QStringList parts{LineText(session, number), WhenText(log, record), SignalText(session, number),
+                    FarText(record), WhereText(record)};
   if (record.marks != 0) parts << MarksText(record);
   return parts.join(QStringLiteral(" \u00B7 "));
 }

@@ -17,10 +17,9 @@ namespace orvandi {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-constexpr int kDpi = 300;
-constexpr double kUnit = kDpi / kMillimetresPerInch;     // device pixels to a millimetre
-constexpr double kScreenPixels = 3.6;                    // to a millimetre: the size of texts in the views
-constexpr double kWidth = 180;                           // of the printed area in millimetres
+constexpr int kDpi = 96;  // a unit of the page is a pixel of the screen, so the views keep their look
+constexpr double kUnit = kDpi / kMillimetresPerInch;  // units to a millimetre
+constexpr double kWidth = 180;                        // of the printed area in millimetres
 constexpr double kMapHeight = 150;
 
 using Rows = QList<std::pair<QString, QString>>;
@@ -98,9 +97,9 @@ Rows NumberRows(const Session& session, const Summary& summary) {
   const Distribution level = Describe(levels);
   rows << std::pair(QStringLiteral("Log"), Names(session));
   if (summary.has_time) {
-    rows << std::pair(QStringLiteral("From, to"),
-                      QString::fromStdString(DateTimeText(summary.first_s)) + QStringLiteral("  \u2013  ") +
-                          QString::fromStdString(DateTimeText(summary.last_s)));
+    rows << std::pair(QStringLiteral("From, to"), QString::fromStdString(DateTimeText(summary.first_s)) +
+                                                      QStringLiteral("  \u2013  ") +
+                                                      QString::fromStdString(DateTimeText(summary.last_s)));
   }
   rows << std::pair(QStringLiteral("Driven"), QStringLiteral("%1 km").arg(summary.driven_km, 0, 'f', 1));
   rows << std::pair(QStringLiteral("Records"), QStringLiteral("%1 in %2 blocks, %3 of them in the views")
@@ -108,9 +107,10 @@ Rows NumberRows(const Session& session, const Summary& summary) {
                                                    .arg(summary.blocks)
                                                    .arg(session.ShownCount()));
   if (level.count > 0) {
-    rows << std::pair(QStringLiteral("Signal"), QStringLiteral("median %1, 10 % below %2, 90 % below %3")
-                                                    .arg(LevelText(level.median, unit), LevelText(level.p10, unit),
-                                                         LevelText(level.p90, unit)));
+    rows << std::pair(
+        QStringLiteral("Signal"),
+        QStringLiteral("median %1, 10 % below %2, 90 % below %3")
+            .arg(LevelText(level.median, unit), LevelText(level.p10, unit), LevelText(level.p90, unit)));
   }
   rows << std::pair(QStringLiteral("With distance"), LawText(session.FittedLaw(), unit));
   if (session.Calibration() != nullptr) {
@@ -123,8 +123,9 @@ Rows NumberRows(const Session& session, const Summary& summary) {
 }
 
 Rows CleaningRows(const Session& session, const Summary& summary) {
-  const std::array<std::size_t, 5> counts = {summary.marks.no_fix, summary.marks.no_position, summary.marks.old_fix,
-                                             summary.marks.dead_rig, summary.marks.unknown_signal};
+  const std::array<std::size_t, 5> counts = {summary.marks.no_fix, summary.marks.no_position,
+                                             summary.marks.old_fix, summary.marks.dead_rig,
+                                             summary.marks.unknown_signal};
   const std::array<std::uint8_t, 5> marks = {kNoFix, kNoPosition, kOldFix, kDeadRig, kUnknownSignal};
   const std::array<const char*, 5> names = {"Without a fix", "Without a position", "Old fix", "Dead rig",
                                             "Unknown signal"};
@@ -136,13 +137,15 @@ Rows CleaningRows(const Session& session, const Summary& summary) {
                           .arg(counts.at(i))
                           .arg(shown ? QStringLiteral("shown all the same") : QStringLiteral("left out")));
   }
-  rows << std::pair(QStringLiteral("Hidden by hand"), QStringLiteral("%1 records").arg(session.HiddenCount()));
+  rows << std::pair(QStringLiteral("Hidden by hand"),
+                    QStringLiteral("%1 records").arg(session.HiddenCount()));
   rows << std::pair(QStringLiteral("Not understood"), QStringLiteral("%1 lines").arg(summary.dropped_lines));
   return rows;
 }
 
 void Write(QPdfWriter& writer, const Session& session, MapView& map, PlotDeck& plots) {
-  QPainter painter(&writer);
+  QCPPainter painter(&writer);
+  painter.setMode(QCPPainter::pmVectorized);
   const std::vector<NamedLog> logs = session.NamedLogs();
   const Summary summary = Summarise(logs, session.Calibration());
   Page page(writer, painter);
@@ -150,22 +153,22 @@ void Write(QPdfWriter& writer, const Session& session, MapView& map, PlotDeck& p
   page.Table(NumberRows(session, summary));
   page.Heading(QStringLiteral("Map"));
   const QRectF map_area = page.Take(kMapHeight);
-  PaintMap(painter, map, map_area, kScreenPixels / kUnit);
+  PaintMap(painter, map, map_area);
   page.Frame(map_area);
   page.Heading(QStringLiteral("Cleaning"));
   page.Table(CleaningRows(session, summary));
 
   page.Next();
-  const std::array<std::pair<PlotDeck::Kind, double>, 4> panels = {{{PlotDeck::kTime, 72},
-                                                                    {PlotDeck::kDistance, 72},
-                                                                    {PlotDeck::kPattern, 100},
-                                                                    {PlotDeck::kDistribution, 80}}};
+  const std::array<std::pair<PlotDeck::Kind, double>, 4> panels = {{{PlotDeck::kTime, 105},
+                                                                    {PlotDeck::kDistance, 105},
+                                                                    {PlotDeck::kPattern, 120},
+                                                                    {PlotDeck::kDistribution, 95}}};
   for (const auto& [kind, height] : panels) {
     if (kind == PlotDeck::kPattern) page.Next();
     Plot* plot = plots.All().at(kind);
     page.Heading(plot->accessibleName());
     page.Line(plots.Caption(kind));
-    PaintPlot(painter, *plot, page.Take(height), kScreenPixels / kUnit);
+    PaintPlot(painter, *plot, page.Take(height));
   }
 }
 

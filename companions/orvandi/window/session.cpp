@@ -27,8 +27,11 @@ ColorScale ScaleOf(const ViewData& view) {
 
 class HideCommand final : public QUndoCommand {
  public:
-  HideCommand(Session& session, std::vector<std::pair<int, std::vector<std::uint32_t>>> records, std::size_t count)
-      : QUndoCommand(QStringLiteral("hide %1 records").arg(count)), session_(session), records_(std::move(records)) {}
+  HideCommand(Session& session, std::vector<std::pair<int, std::vector<std::uint32_t>>> records,
+              std::size_t count)
+      : QUndoCommand(QStringLiteral("hide %1 records").arg(count)),
+        session_(session),
+        records_(std::move(records)) {}
 
   void redo() override { Apply(true); }
   void undo() override { Apply(false); }
@@ -156,7 +159,8 @@ void Session::RebuildLayers() {
   view_.layers.clear();
   for (const Layer& layer : layers_.layers) {
     const QString name = QString::fromStdString(layer.name);
-    view_.layers.push_back({name, LayerColor(static_cast<int>(view_.layers.size())), !invisible_.contains(name)});
+    view_.layers.push_back(
+        {name, LayerColor(static_cast<int>(view_.layers.size())), !invisible_.contains(name)});
   }
   view_.layer.clear();
   for (std::size_t i = 0; i < named.size(); ++i) {

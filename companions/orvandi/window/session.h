@@ -40,8 +40,8 @@ struct ComparisonChoice {
   double cell_m = 50;
 };
 
-// The logs that are open and what is seen of them: unit, layers, marks, what is hidden, chosen and pointed at. Views
-// paint what stands here and tell it what the user does in them; so all of them agree.
+// The logs that are open and what is seen of them: unit, layers, marks, what is hidden, chosen and pointed
+// at. Views paint what stands here and tell it what the user does in them; so all of them agree.
 class Session final : public QObject {
   Q_OBJECT
 
@@ -69,7 +69,9 @@ class Session final : public QObject {
   void SetSectorDeg(double sector_deg);
   [[nodiscard]] double SectorDeg() const { return sector_deg_; }
   void SetRecalibration(std::optional<Recalibration> recalibration);
-  [[nodiscard]] const Recalibration* Calibration() const { return recalibration_ ? &*recalibration_ : nullptr; }
+  [[nodiscard]] const Recalibration* Calibration() const {
+    return recalibration_ ? &*recalibration_ : nullptr;
+  }
   void SetComparison(std::optional<ComparisonChoice> choice);
 
   void Choose(const std::vector<std::uint32_t>& records, bool add);
@@ -92,7 +94,8 @@ class Session final : public QObject {
   [[nodiscard]] const Law& FittedLaw() const { return law_; }
   [[nodiscard]] const Law& PatternLaw() const { return pattern_law_; }  // fitted within sectors
   [[nodiscard]] const std::optional<ComparisonChoice>& Compared() const { return compared_; }
-  // Median of the recalibrated levels minus those of the log, of what is shown; not-a-number without calibration.
+  // Median of the recalibrated levels minus those of the log, of what is shown; not-a-number without
+  // calibration.
   [[nodiscard]] double RecalibrationShift() const;
 
  Q_SIGNALS:

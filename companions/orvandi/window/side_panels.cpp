@@ -2,16 +2,18 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
-#include <QLocale>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QTableView>
 #include <QVBoxLayout>
 
 #include "log/cleaning.h"
+#include "window/record_text.h"
 #include "window/theme.h"
 
 namespace orvandi {
@@ -34,18 +36,19 @@ struct MarkRow {
   std::size_t MarkCounts::*count;
 };
 constexpr std::array<MarkRow, 5> kMarks = {{
-    {kNoFix, "No fix", "The receiver said that it had no fix; the position is an old one.", &MarkCounts::no_fix},
-    {kNoPosition, "No position", "Coordinates that cannot be read or that are off the globe. They show in time and "
-     "distribution only.", &MarkCounts::no_position},
+    {kNoFix, "No fix", "The receiver said that it had no fix; the position is an old one.",
+     &MarkCounts::no_fix},
+    {kNoPosition, "No position",
+     "Coordinates that cannot be read or that are off the globe. They show in time and "
+     "distribution only.",
+     &MarkCounts::no_position},
     {kOldFix, "Old fix", "The position stands still while time runs.", &MarkCounts::old_fix},
     {kDeadRig, "Dead rig", "Raw value 0 in a run of records: the set did not answer.", &MarkCounts::dead_rig},
-    {kUnknownSignal, "Unknown signal", "\"S?\" or \"???\": outside of the calibration table. Such records have no "
-     "level to show.", &MarkCounts::unknown_signal},
+    {kUnknownSignal, "Unknown signal",
+     "\"S?\" or \"???\": outside of the calibration table. Such records have no "
+     "level to show.",
+     &MarkCounts::unknown_signal},
 }};
-
-QString Number(std::uint64_t count) {
-  return QLocale::c().toString(static_cast<qulonglong>(count)).replace(QLatin1Char(','), QChar(0x202F));
-}
 
 QLabel* WrappedLabel(const QString& name) {
   auto* label = new QLabel;
@@ -111,40 +114,55 @@ void LayerPanel::Refill() {
     item->setCheckState(looks[i].visible ? Qt::Checked : Qt::Unchecked);
     item->setIcon(ColorIcon(looks[i].color));
     const QString name = looks[i].name.isEmpty() ? QStringLiteral("(none)") : looks[i].name;
-    item->setText(QStringLiteral("%1  \u2013  %2 records").arg(name, Number(layers[i].record_count)));
+    item->setText(QStringLiteral("%1  \u2013  %2 records").arg(name, CountText(layers[i].record_count)));
   }
   filling_ = false;
 }
 
 CleaningPanel::CleaningPanel(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), summary_(WrappedLabel(QStringLiteral("cleaningSummary"))) {
+  auto* grid = new QGridLayout;
+  auto* inside = new QWidget;
+  auto* inside_layout = new QVBoxLayout(inside);
+  inside_layout->addWidget(summary_);
+  inside_layout->addLayout(grid);
+  inside_layout->addStretch();
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(inside);
+  scroll->viewport()->setAutoFillBackground(false);
+  inside->setAutoFillBackground(false);
+  scroll->setAccessibleName(QStringLiteral("Cleaning"));
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(summary_);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
   for (const MarkRow& row : kMarks) {
     auto* box = new QCheckBox;
     box->setObjectName(QStringLiteral("show") + QString::fromLatin1(row.text).remove(QLatin1Char(' ')));
-    box->setToolTip(QString::fromLatin1(row.tip) + QStringLiteral("\nCheck it to show these records all the same."));
+    box->setToolTip(QString::fromLatin1(row.tip) +
+                    QStringLiteral("\nCheck it to show these records all the same."));
     connect(box, &QCheckBox::toggled, this, &CleaningPanel::Apply);
+    const int place = static_cast<int>(boxes_.size());
+    grid->addWidget(box, place / 2, place % 2);
     boxes_.push_back(box);
-    layout->addWidget(box);
   }
-  layout->addStretch();
   connect(&session_, &Session::ViewChanged, this, [this] { Recount(); });
   Recount();
 }
 
 void CleaningPanel::Recount() {
   const MarkCounts counts = SumOfMarks(session_);
-  QString text = QStringLiteral("%1 records, %2 of them without a mark. Marked ones are left out of the views; "
-                                "check a kind to show it.")
-                     .arg(Number(counts.records), Number(counts.shown));
+  QString text =
+      QStringLiteral("%1 records, %2 of them fit to be shown. Check a kind to see it all the same.")
+          .arg(CountText(counts.records), CountText(counts.shown));
   if (const std::size_t hidden = session_.HiddenCount(); hidden > 0) {
-    text += QStringLiteral(" %1 hidden by you (Undo brings them back).").arg(Number(hidden));
+    text += QStringLiteral(" %1 hidden by you (Undo brings them back).").arg(CountText(hidden));
   }
   summary_->setText(text);
   for (std::size_t i = 0; i < kMarks.size(); ++i) {
-    boxes_[i]->setText(
-        QStringLiteral("%1  \u2013  %2").arg(QString::fromLatin1(kMarks[i].text), Number(counts.*kMarks[i].count)));
+    boxes_[i]->setText(QStringLiteral("%1  \u2013  %2")
+                           .arg(QString::fromLatin1(kMarks[i].text), CountText(counts.*kMarks[i].count)));
     boxes_[i]->setEnabled(counts.*kMarks[i].count > 0);
     const QSignalBlocker quiet(boxes_[i]);
     boxes_[i]->setChecked((session_.ShownMarks() & kMarks[i].mark) != 0);
@@ -160,7 +178,11 @@ void CleaningPanel::Apply() {
 }
 
 ComparePanel::ComparePanel(Session& session, QWidget* parent)
-    : QWidget(parent), session_(session), first_(new QComboBox), second_(new QComboBox), cell_(new QComboBox),
+    : QWidget(parent),
+      session_(session),
+      first_(new QComboBox),
+      second_(new QComboBox),
+      cell_(new QComboBox),
       shown_(new QCheckBox(QStringLiteral("Show the difference on the map and in the pattern"))),
       outcome_(WrappedLabel(QStringLiteral("compareOutcome"))) {
   first_->setObjectName(QStringLiteral("compareA"));
@@ -189,10 +211,25 @@ ComparePanel::ComparePanel(Session& session, QWidget* parent)
   layout->addWidget(shown_);
   layout->addWidget(outcome_);
   layout->addStretch();
-  for (QComboBox* box : {first_, second_, cell_}) connect(box, &QComboBox::activated, this, &ComparePanel::Apply);
+  for (QComboBox* box : {first_, second_, cell_})
+    connect(box, &QComboBox::activated, this, &ComparePanel::Apply);
   connect(shown_, &QCheckBox::toggled, this, &ComparePanel::Apply);
   connect(&session_, &Session::LogsChanged, this, &ComparePanel::Refill);
+  connect(&session_, &Session::ViewChanged, this, [this] { Sync(); });
   Refill();
+}
+
+// What is compared may have been chosen elsewhere.
+void ComparePanel::Sync() {
+  filling_ = true;
+  const std::optional<ComparisonChoice>& choice = session_.Compared();
+  shown_->setChecked(choice.has_value());
+  if (choice) {
+    first_->setCurrentIndex(choice->layer_a);
+    second_->setCurrentIndex(choice->layer_b);
+    cell_->setCurrentIndex(cell_->findData(static_cast<int>(choice->cell_m)));
+  }
+  filling_ = false;
 }
 
 void ComparePanel::SetOutcome(const QString& text) {
@@ -215,8 +252,9 @@ void ComparePanel::Refill() {
   shown_->setEnabled(possible);
   shown_->setChecked(possible && session_.Compared().has_value());
   if (!possible) {
-    SetOutcome(QStringLiteral("A comparison needs two layers: open a second log, or make a layer for each antenna, "
-                              "rig, frequency or date."));
+    SetOutcome(
+        QStringLiteral("A comparison needs two layers: open a second log, or make a layer for each antenna, "
+                       "rig, frequency or date."));
   } else if (!shown_->isChecked()) {
     SetOutcome(QString());
   }
@@ -237,14 +275,15 @@ void ComparePanel::Apply() {
   session_.SetComparison(choice);
 }
 
-DroppedModel::DroppedModel(Session& session, QObject* parent) : QAbstractTableModel(parent), session_(session) {
-}
+DroppedModel::DroppedModel(Session& session, QObject* parent)
+    : QAbstractTableModel(parent), session_(session) {}
 
 void DroppedModel::Refresh() {
   beginResetModel();
   rows_.clear();
   for (std::size_t i = 0; i < session_.Logs().size(); ++i) {
-    for (std::size_t k = 0; k < session_.Logs()[i].file->Content().dropped.size(); ++k) rows_.push_back({i, k});
+    for (std::size_t k = 0; k < session_.Logs()[i].file->Content().dropped.size(); ++k)
+      rows_.push_back({i, k});
   }
   endResetModel();
 }
@@ -263,13 +302,16 @@ QVariant DroppedModel::data(const QModelIndex& index, int role) const {
   const OpenLog& log = session_.Logs().at(row.log);
   const DroppedLine& line = log.file->Content().dropped.at(row.line);
   switch (index.column()) {
-    case 0: return static_cast<qulonglong>(line.line);
-    case 1: return QString::fromStdString(line.text);
+    case 0:
+      return static_cast<qulonglong>(line.line);
+    case 1:
+      return QString::fromStdString(line.text);
     case 2: {
       const std::string_view reason = ReasonText(line.reason);
       return QString::fromUtf8(reason.data(), static_cast<qsizetype>(reason.size()));
     }
-    default: return log.name + (line.pending ? QStringLiteral(".pending") : QString());
+    default:
+      return log.name + (line.pending ? QStringLiteral(".pending") : QString());
   }
 }
 
@@ -281,7 +323,10 @@ QVariant DroppedModel::headerData(int section, Qt::Orientation orientation, int 
 }
 
 DroppedPanel::DroppedPanel(Session& session, QWidget* parent)
-    : QWidget(parent), session_(session), model_(session), summary_(WrappedLabel(QStringLiteral("droppedSummary"))),
+    : QWidget(parent),
+      session_(session),
+      model_(session),
+      summary_(WrappedLabel(QStringLiteral("droppedSummary"))),
       table_(new QTableView) {
   table_->setObjectName(QStringLiteral("droppedLines"));
   table_->setAccessibleName(QStringLiteral("Lines that were not understood"));
@@ -294,6 +339,7 @@ DroppedPanel::DroppedPanel(Session& session, QWidget* parent)
   table_->verticalHeader()->hide();
   table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
   table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+  table_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
   table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setHighlightSections(false);
   auto* layout = new QVBoxLayout(this);
@@ -311,7 +357,7 @@ void DroppedPanel::Refresh() {
     summary_->setText(QStringLiteral("Every line was understood."));
   } else if (count_ > static_cast<std::uint64_t>(model_.rowCount())) {
     summary_->setText(QStringLiteral("%1 lines were not understood; the first %2 of them:")
-                          .arg(Number(count_), Number(static_cast<std::uint64_t>(model_.rowCount()))));
+                          .arg(CountText(count_), CountText(static_cast<std::uint64_t>(model_.rowCount()))));
   } else {
     summary_->setText(QStringLiteral("Lines that were not understood, and so are in no view:"));
   }

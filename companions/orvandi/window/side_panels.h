@@ -57,6 +57,7 @@ class ComparePanel final : public QWidget {
 
  private:
   void Refill();
+  void Sync();
   void Apply();
 
   Session& session_;

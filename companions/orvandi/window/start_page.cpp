@@ -15,7 +15,11 @@ constexpr int kPictureSide = 96;
 }  // namespace
 
 StartPage::StartPage(QWidget* parent)
-    : QWidget(parent), picture_(new QLabel), waiting_(new QLabel), open_(new QPushButton), demo_(new QPushButton) {
+    : QWidget(parent),
+      picture_(new QLabel),
+      waiting_(new QLabel),
+      open_(new QPushButton),
+      demo_(new QPushButton) {
   setObjectName(QStringLiteral("startPage"));
   setAttribute(Qt::WA_StyledBackground);
   picture_->setAlignment(Qt::AlignCenter);
@@ -25,8 +29,9 @@ StartPage::StartPage(QWidget* parent)
   large.setBold(true);
   title->setFont(large);
   title->setAlignment(Qt::AlignCenter);
-  auto* text = new QLabel(QStringLiteral("Open a log of the field-strength logger, or drop it here.\n"
-                                         "The map shows where the signal is strong, the plots show why."));
+  auto* text =
+      new QLabel(QStringLiteral("Open a log of the field-strength logger, or drop it here.\n"
+                                "The map shows where the signal is strong, the plots show why."));
   text->setAlignment(Qt::AlignCenter);
   text->setWordWrap(true);
   open_->setObjectName(QStringLiteral("openLog"));
@@ -60,10 +65,11 @@ StartPage::StartPage(QWidget* parent)
 }
 
 void StartPage::SetWaitingFor(const QString& path) {
-  waiting_->setText(path.isEmpty() ? QString()
-                                   : QStringLiteral("Waiting for the logger's own log:\n%1\nIt is shown as soon as "
-                                                    "the logger writes it.")
-                                         .arg(path));
+  waiting_->setText(path.isEmpty()
+                        ? QString()
+                        : QStringLiteral("Waiting for the logger's own log:\n%1\nIt is shown as soon as "
+                                         "the logger writes it.")
+                              .arg(path));
 }
 
 void StartPage::SetDemoLog(const QString& path) {
@@ -72,7 +78,8 @@ void StartPage::SetDemoLog(const QString& path) {
 }
 
 void StartPage::SetIcons(const QPalette& palette) {
-  picture_->setPixmap(IconFor(QStringLiteral("car"), palette).pixmap(kPictureSide, kPictureSide));
+  picture_->setPixmap(
+      IconFor(QStringLiteral("car"), palette).pixmap(QSize(kPictureSide, kPictureSide), devicePixelRatioF()));
   open_->setIcon(IconFor(QStringLiteral("open"), palette));
 }
 

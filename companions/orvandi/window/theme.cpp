@@ -6,14 +6,21 @@
 #include <QStyle>
 #include <QSvgRenderer>
 
+// Resources of a static library are found only when somebody asks for them; the macro wants no namespace.
+static void LoadIcons() {
+  Q_INIT_RESOURCE(orvandi);
+}
+
 namespace orvandi {
 namespace {
 
 struct Tones {
   QRgb window, base, alternate, text, faint, button, accent, accent_text, mid, tip;
 };
-constexpr Tones kLight = {0xF6F7F8, 0xFFFFFF, 0xF1F3F5, 0x1F2328, 0x8A929A, 0xFFFFFF, 0x1565C0, 0xFFFFFF, 0xC9CED3, 0xFFFFFF};
-constexpr Tones kDark = {0x22272E, 0x1B1F24, 0x262C33, 0xE3E6EA, 0x7C858F, 0x2D333B, 0x4C9AFF, 0x0B1016, 0x444C56, 0x2D333B};
+constexpr Tones kLight = {0xF6F7F8, 0xFFFFFF, 0xF1F3F5, 0x1F2328, 0x8A929A,
+                          0xFFFFFF, 0x1565C0, 0xFFFFFF, 0xC9CED3, 0xFFFFFF};
+constexpr Tones kDark = {0x22272E, 0x1B1F24, 0x262C33, 0xE3E6EA, 0x7C858F,
+                         0x2D333B, 0x4C9AFF, 0x0B1016, 0x444C56, 0x2D333B};
 
 QPalette PaletteOf(const Tones& tones) {
   QPalette palette;
@@ -22,7 +29,8 @@ QPalette PaletteOf(const Tones& tones) {
   palette.setColor(QPalette::AlternateBase, tones.alternate);
   palette.setColor(QPalette::Button, tones.button);
   palette.setColor(QPalette::ToolTipBase, tones.tip);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
     palette.setColor(role, tones.text);
     palette.setColor(QPalette::Disabled, role, tones.faint);
   }
@@ -69,13 +77,15 @@ void ApplyTheme(Theme theme) {
 }
 
 QIcon IconFor(const QString& name, const QPalette& palette) {
+  LoadIcons();
   QFile file(QStringLiteral(":/orvandi/icons/%1.svg").arg(name));
   if (!file.open(QIODevice::ReadOnly)) return {};
   const QByteArray svg = file.readAll();
   QIcon icon;
-  for (const int side : {16, 20, 24, 32, 48, 64, 96}) {
+  for (const int side : {16, 20, 24, 32, 48, 64, 96, 144, 192}) {
     icon.addPixmap(Painted(svg, side, palette.color(QPalette::ButtonText)));
-    icon.addPixmap(Painted(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)), QIcon::Disabled);
+    icon.addPixmap(Painted(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)),
+                   QIcon::Disabled);
   }
   return icon;
 }

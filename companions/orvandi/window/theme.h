@@ -10,7 +10,8 @@ namespace orvandi {
 
 enum class Theme { kDesktop, kLight, kDark };
 
-// Colours of the whole program. kDesktop takes dark or light from the palette that the desktop gave at the start.
+// Colours of the whole program. kDesktop takes dark or light from the palette that the desktop gave at the
+// start.
 void ApplyTheme(Theme theme);
 QPalette LightPalette();
 QPalette DarkPalette();

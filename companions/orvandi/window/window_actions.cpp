@@ -27,7 +27,8 @@ QAction* OrvandiWindow::MakeAction(const ActionLook& look) {
   const QKeySequence keys{Text(look.keys)};
   action->setShortcut(keys);
   action->setToolTip(keys.isEmpty() ? Text(look.tip)
-                                    : QStringLiteral("%1 (%2)").arg(Text(look.tip), keys.toString(QKeySequence::NativeText)));
+                                    : QStringLiteral("%1 (%2)").arg(Text(look.tip),
+                                                                    keys.toString(QKeySequence::NativeText)));
   icons_.append({action, Text(look.icon)});
   actions_.insert(Text(look.name), action);
   tools_->addAction(action);
@@ -90,8 +91,9 @@ void OrvandiWindow::AddViewActions() {
     map_->Fit();
     for (Plot* plot : plots_->All()) plot->FitAll();
   });
-  QAction* choose = MakeAction({"choose", "Choose", "choose", "Ctrl+E",
-                                "Dragging chooses records instead of moving; Shift and dragging does so at any time"});
+  QAction* choose =
+      MakeAction({"choose", "Choose", "choose", "Ctrl+E",
+                  "Dragging chooses records instead of moving; Shift and dragging does so at any time"});
   choose->setCheckable(true);
   connect(choose, &QAction::toggled, this, [this](bool on) {
     map_->SetChoosing(on);
@@ -118,13 +120,15 @@ void OrvandiWindow::AddViewActions() {
   }
   tools_->addSeparator();
   AddMenuButton(MakeAction({"unit", "Unit", "unit", "", "The unit of all views"}), MakeUnitMenu());
-  AddMenuButton(MakeAction({"colors", "Colours", "colors", "", "Colours by signal or by layer"}), MakeColorMenu());
-  AddMenuButton(MakeAction({"background", "Map", "background", "", "What lies under the dots"}), MakeBackgroundMenu());
+  AddMenuButton(MakeAction({"colors", "Colours", "colors", "", "Colours by signal or by layer"}),
+                MakeColorMenu());
+  AddMenuButton(MakeAction({"background", "Map", "background", "", "What lies under the dots"}),
+                MakeBackgroundMenu());
 }
 
 void OrvandiWindow::AddOutputActions() {
-  QAction* compare =
-      MakeAction({"compare", "Compare", "compare", "Ctrl+D", "How two layers differ, by place and by direction"});
+  QAction* compare = MakeAction(
+      {"compare", "Compare", "compare", "Ctrl+D", "How two layers differ, by place and by direction"});
   connect(compare, &QAction::triggered, this, [this] {
     lists_->setCurrentWidget(compare_);
     compare_->setFocus();
@@ -135,7 +139,8 @@ void OrvandiWindow::AddOutputActions() {
   tools_->addSeparator();
   AddMenuButton(MakeAction({"export", "Export", "export", "", "Records and pictures for other programs"}),
                 MakeExportMenu());
-  QAction* report = MakeAction({"report", "Report", "report", "Ctrl+P", "The drive on paper: map, plots, numbers (PDF)"});
+  QAction* report =
+      MakeAction({"report", "Report", "report", "Ctrl+P", "The drive on paper: map, plots, numbers (PDF)"});
   connect(report, &QAction::triggered, this, &OrvandiWindow::AskForReport);
   auto* spring = new QWidget;
   spring->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -145,8 +150,8 @@ void OrvandiWindow::AddOutputActions() {
 
 QMenu* OrvandiWindow::MakeUnitMenu() {
   static const std::array<const char*, 5> kTexts = {
-      "Field strength in dB over 1 \u00B5V/m", "Field strength in mV/m", "Voltage at the antenna input in \u00B5V",
-      "Power at the antenna input in dBm", "S-points"};
+      "Field strength in dB over 1 \u00B5V/m", "Field strength in mV/m",
+      "Voltage at the antenna input in \u00B5V", "Power at the antenna input in dBm", "S-points"};
   auto* menu = new QMenu(this);
   auto* group = new QActionGroup(menu);
   for (std::size_t i = 0; i < kUnits.size(); ++i) {
@@ -174,7 +179,8 @@ QMenu* OrvandiWindow::MakeColorMenu() {
     connect(action, &QAction::triggered, this, [this, coloring] { session_.SetColoring(coloring); });
     return action;
   };
-  add(QStringLiteral("By signal"), QStringLiteral("colorBySignal"), DotStyle::Coloring::kValue)->setChecked(true);
+  add(QStringLiteral("By signal"), QStringLiteral("colorBySignal"), DotStyle::Coloring::kValue)
+      ->setChecked(true);
   add(QStringLiteral("By layer"), QStringLiteral("colorByLayer"), DotStyle::Coloring::kLayer);
   return menu;
 }
@@ -254,9 +260,10 @@ QMenu* OrvandiWindow::MakeExportMenu() {
 QMenu* OrvandiWindow::MakeThemeMenu() {
   auto* menu = new QMenu(this);
   auto* group = new QActionGroup(menu);
-  const std::array<std::pair<Theme, QString>, 3> themes = {{{Theme::kDesktop, QStringLiteral("As the desktop")},
-                                                            {Theme::kLight, QStringLiteral("Light")},
-                                                            {Theme::kDark, QStringLiteral("Dark")}}};
+  const std::array<std::pair<Theme, QString>, 3> themes = {
+      {{Theme::kDesktop, QStringLiteral("As the desktop")},
+       {Theme::kLight, QStringLiteral("Light")},
+       {Theme::kDark, QStringLiteral("Dark")}}};
   for (const auto& entry : themes) {
     const Theme theme = entry.first;
     QAction* action = menu->addAction(entry.second);

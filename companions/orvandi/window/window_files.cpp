@@ -13,6 +13,7 @@
 #include "window/orvandi_window.h"
 #include "window/picture_export.h"
 #include "window/plot_deck.h"
+#include "window/record_text.h"
 #include "window/report.h"
 
 namespace orvandi {
@@ -41,24 +42,21 @@ std::shared_ptr<ExportJob> MakeExportJob(const Session& session) {
     job->keep.push_back(log.file);
     job->hidden.push_back(log.hidden);
     std::vector<std::uint8_t> shown;
-    for (const std::uint32_t layer : layers.of_block[i]) shown.push_back(session.View().layers[layer].visible ? 1 : 0);
+    for (const std::uint32_t layer : layers.of_block[i])
+      shown.push_back(session.View().layers[layer].visible ? 1 : 0);
     job->block_shown.push_back(std::move(shown));
   }
   if (session.Calibration() != nullptr) job->recalibration = *session.Calibration();
   return job;
 }
 
-QString CountText(std::size_t count, const QString& what) {
-  return QStringLiteral("%1 %2").arg(count).arg(what);
-}
-
 QString OutcomeText(const ExportOutcome& outcome, const QString& path) {
   if (outcome.cancelled) return QStringLiteral("Cancelled; %1 is as it was.").arg(path);
   if (!outcome.ok) return outcome.sentence;
-  QStringList parts{CountText(outcome.written, QStringLiteral("records written to %1").arg(path))};
-  if (outcome.marked > 0) parts << CountText(outcome.marked, QStringLiteral("marked ones left out"));
+  QStringList parts{CountText(outcome.written) + QStringLiteral(" records written to %1").arg(path)};
+  if (outcome.marked > 0) parts << CountText(outcome.marked) + QStringLiteral(" marked ones left out");
   if (outcome.without_position > 0) {
-    parts << CountText(outcome.without_position, QStringLiteral("without a position left out"));
+    parts << CountText(outcome.without_position) + QStringLiteral(" without a position left out");
   }
   return parts.join(QStringLiteral(", ")) + QLatin1Char('.');
 }
@@ -91,7 +89,9 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
     notice_->Say(QStringLiteral("Reading %1 was cancelled.").arg(QFileInfo(path).fileName()));
     return;
   }
-  notice_->Say(QString::fromStdString(outcome.sentence));
+  notice_->Say(outcome.sentence.empty() ? QString()
+                                        : QFileInfo(path).fileName() + QStringLiteral(": ") +
+                                              QString::fromStdString(outcome.sentence));
   if (!outcome.ok) return;
   sizes_[path] = QFileInfo(path).size();
   session_.AddLog(file, path);
@@ -101,7 +101,8 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
 void OrvandiWindow::FollowTick() {
   if (jobs_.Busy() || !actions_.value(QStringLiteral("follow"))->isChecked()) return;
   if (session_.Logs().empty()) {
-    if (!options_.logger_log || options_.files.isEmpty() || !QFileInfo::exists(options_.files.front())) return;
+    if (!options_.logger_log || options_.files.isEmpty() || !QFileInfo::exists(options_.files.front()))
+      return;
     options_.logger_log = false;
     OpenFiles(options_.files);
     return;
@@ -149,8 +150,9 @@ void OrvandiWindow::ShowJob() {
 
 QString OrvandiWindow::DemoLog() const {
   const QDir folder(options_.folder);
-  for (const QString& name : {QStringLiteral("demo.log"), QStringLiteral("demo/RSSI-GPS.log"),
-                              QStringLiteral("../demo/RSSI-GPS.log"), QStringLiteral("../../demo/RSSI-GPS.log")}) {
+  for (const QString& name :
+       {QStringLiteral("demo.log"), QStringLiteral("demo/RSSI-GPS.log"),
+        QStringLiteral("../demo/RSSI-GPS.log"), QStringLiteral("../../demo/RSSI-GPS.log")}) {
     if (!options_.folder.isEmpty() && QFileInfo(folder.filePath(name)).isFile()) {
       return QDir::cleanPath(folder.absoluteFilePath(name));
     }
@@ -165,14 +167,16 @@ QString OrvandiWindow::Proposed(const QString& ending) const {
 }
 
 void OrvandiWindow::AskForFiles() {
-  const QString folder = session_.Logs().empty() ? options_.folder : QFileInfo(session_.Logs().front().path).path();
+  const QString folder =
+      session_.Logs().empty() ? options_.folder : QFileInfo(session_.Logs().front().path).path();
   OpenFiles(QFileDialog::getOpenFileNames(this, QStringLiteral("Open logs"), folder,
                                           QStringLiteral("Logs (*.log *.txt);;All files (*)")));
 }
 
 void OrvandiWindow::AskForExport(Format format, const QString& ending) {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export"), Proposed(QLatin1Char('.') + ending),
-                                                    QStringLiteral("*.%1").arg(ending));
+  const QString path =
+      QFileDialog::getSaveFileName(this, QStringLiteral("Export"), Proposed(QLatin1Char('.') + ending),
+                                   QStringLiteral("*.%1").arg(ending));
   if (!path.isEmpty()) ExportRecords(format, path);
 }
 
@@ -184,21 +188,22 @@ void OrvandiWindow::AskForPicture(QWidget* view, const QString& name) {
 }
 
 void OrvandiWindow::AskForReport() {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save report"),
-                                                    Proposed(QStringLiteral("-report.pdf")), QStringLiteral("*.pdf"));
+  const QString path = QFileDialog::getSaveFileName(
+      this, QStringLiteral("Save report"), Proposed(QStringLiteral("-report.pdf")), QStringLiteral("*.pdf"));
   if (!path.isEmpty()) SaveReportTo(path);
 }
 
 void OrvandiWindow::AskForCalibration() {
-  const QString path =
-      QFileDialog::getOpenFileName(this, QStringLiteral("Calibration file"), options_.folder,
-                                   QStringLiteral("Calibration files (Calibration*.cfg *.cfg);;All files (*)"));
+  const QString path = QFileDialog::getOpenFileName(
+      this, QStringLiteral("Calibration file"), options_.folder,
+      QStringLiteral("Calibration files (Calibration*.cfg *.cfg);;All files (*)"));
   if (!path.isEmpty()) Calibrate(path);
 }
 
 void OrvandiWindow::AskForTilesFile() {
-  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Map file"), background_.file,
-                                                    QStringLiteral("Raster MBTiles (*.mbtiles);;All files (*)"));
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("Map file"), background_.file,
+                                   QStringLiteral("Raster MBTiles (*.mbtiles);;All files (*)"));
   if (path.isEmpty()) return;
   Background background = background_;
   background.kind = Background::Kind::kFile;
@@ -235,7 +240,9 @@ void OrvandiWindow::ExportRecords(Format format, const QString& path) {
           const Record& one = job->logs[log].log->records[record];
           return job->hidden[log][record] != 0 || job->block_shown[log][one.block] == 0;
         };
-        options.progress = [&control](std::size_t done, std::size_t total) { return control.Report(done, total); };
+        options.progress = [&control](std::size_t done, std::size_t total) {
+          return control.Report(done, total);
+        };
         job->outcome = ExportToFile(path, format, job->logs, options);
       },
       [this, job, path] { notice_->Say(OutcomeText(job->outcome, path)); });
@@ -277,9 +284,10 @@ void OrvandiWindow::Calibrate(const QString& path) {
   const QString header = QString::fromStdString(recalibration.Header()).trimmed();
   session_.SetRecalibration(std::move(recalibration));
   const double shift = session_.RecalibrationShift();
-  notice_->Say(QStringLiteral("Levels are those of %1 (%2): %3 dB from the log in the middle. The log is as it was.")
-                   .arg(QFileInfo(path).fileName(), header,
-                        (shift >= 0 ? QStringLiteral("+") : QString()) + QString::number(shift, 'f', 1)));
+  notice_->Say(
+      QStringLiteral("Levels are those of %1 (%2): %3 dB from the log in the middle. The log is as it was.")
+          .arg(QFileInfo(path).fileName(), header,
+               (shift >= 0 ? QStringLiteral("+") : QString()) + QString::number(shift, 'f', 1)));
 }
 
 }  // namespace orvandi

@@ -1,6 +1,5 @@
 #include <QCursor>
 #include <QLabel>
-#include <QLocale>
 #include <QStackedWidget>
 #include <QToolTip>
 #include <algorithm>
@@ -24,12 +23,9 @@ namespace {
 constexpr std::size_t kMostTransmitters = 20;
 constexpr std::size_t kMostPatterns = 6;
 
-QString Thin(std::size_t count) {
-  return QLocale::c().toString(static_cast<qulonglong>(count)).replace(QLatin1Char(','), QChar(0x202F));
-}
-
 QString Signed(double value) {
-  return (value < 0 ? QString(QChar(0x2212)) : QStringLiteral("+")) + QString::number(std::abs(value), 'f', 1);
+  return (value < 0 ? QString(QChar(0x2212)) : QStringLiteral("+")) +
+         QString::number(std::abs(value), 'f', 1);
 }
 
 // The sites that blocks name, each once.
@@ -76,7 +72,9 @@ ColorScale DifferenceScale(const Comparison& comparison) {
 }  // namespace
 
 void OrvandiWindow::ShowView(Session::PlaceChange places) {
-  left_->setCurrentWidget(session_.Logs().empty() ? static_cast<QWidget*>(start_page_) : map_);
+  const bool empty = session_.Logs().empty();
+  left_->setCurrentWidget(empty ? static_cast<QWidget*>(start_page_) : map_);
+  right_split_->setVisible(!empty);
   ShowMap(places);
   ShowComparison();
   ShowPlots();
@@ -96,12 +94,15 @@ void OrvandiWindow::ShowMap(Session::PlaceChange places) {
   style.coloring = view.coloring;
   style.scale = view.scale;
   for (const LayerLook& look : view.layers) style.layer_colors.push_back(look.color);
-  style.rim = InkOf(palette()).dark ? QColor(0, 0, 0, 130) : QColor(255, 255, 255, 150);
+  style.rim = InkOf(palette()).dark ? QColor(255, 255, 255, 70) : QColor(255, 255, 255, 150);
   map_->SetDots({view.level_db, view.layer, view.shown}, style);
   Legend legend;
   const Unit unit = view.unit;
   if (view.coloring == DotStyle::Coloring::kValue && session_.ShownCount() > 0) {
-    legend = {UnitName(unit), view.scale, [unit](double level) { return LevelNumber(level, unit); }};
+    legend = {UnitName(unit), view.scale, [unit](double level) {
+                return IsLogarithmic(unit) && unit != Unit::kSPoint ? QString::number(level)
+                                                                    : LevelNumber(level, unit);
+              }};
   }
   map_->SetLegend(legend);
 }
@@ -117,51 +118,62 @@ void OrvandiWindow::ShowComparison() {
   const Comparison comparison = CompareByPlace(a, b, choice->cell_m);
   const ColorScale scale = DifferenceScale(comparison);
   map_->SetCells(CellsOf(comparison), scale);
-  plots_->Pattern()->SetDifferences(
-      CompareBySector(a, b, session_.PatternLaw(), session_.SectorDeg()), session_.SectorDeg());
+  plots_->Pattern()->SetDifferences(CompareBySector(a, b, session_.PatternLaw(), session_.SectorDeg()),
+                                    session_.SectorDeg());
   const auto& layers = session_.View().layers;
   if (comparison.cells.empty()) {
     compare_->SetOutcome(QStringLiteral("No square of %1 m holds at least 3 records of both; the dots stay.")
                              .arg(choice->cell_m));
     return;
   }
-  map_->SetLegend({QStringLiteral("difference (dB)"), scale, [](double value) { return Signed(value); }});
-  compare_->SetOutcome(QStringLiteral("%1 minus %2: %3 dB in the middle of %4 squares, half of them from %5 to %6 dB.")
-                           .arg(layers[choice->layer_a].name, layers[choice->layer_b].name, Signed(comparison.median_db))
-                           .arg(comparison.cells.size())
-                           .arg(Signed(comparison.lower_quartile_db), Signed(comparison.upper_quartile_db)));
+  map_->SetLegend({QStringLiteral("difference (dB)"), scale, [](double value) {
+                     return value == 0 ? QStringLiteral("0")
+                                       : (value > 0 ? QStringLiteral("+") : QString(QChar(0x2212))) +
+                                             QString::number(std::abs(value));
+                   }});
+  compare_->SetOutcome(
+      QStringLiteral("%1 minus %2: %3 dB in the middle of %4 squares, half of them from %5 to %6 dB.")
+          .arg(layers[choice->layer_a].name, layers[choice->layer_b].name, Signed(comparison.median_db))
+          .arg(comparison.cells.size())
+          .arg(Signed(comparison.lower_quartile_db), Signed(comparison.upper_quartile_db)));
 }
 
 void OrvandiWindow::ShowPlots() {
   const ViewData& view = session_.View();
   plots_->Distance()->SetLaw(session_.FittedLaw());
+  QStringList exponents{QString::number(session_.PatternLaw().exponent, 'f', 2)};
   if (!session_.Compared()) {
     std::vector<PatternCurve> patterns;
+    exponents.clear();
     for (std::size_t i = 0; i < view.layers.size() && patterns.size() < kMostPatterns; ++i) {
       if (!view.layers[i].visible) continue;
       const std::vector<Sample> samples = session_.SamplesOfLayer(static_cast<std::uint16_t>(i));
       if (samples.empty()) continue;
-      patterns.push_back({view.layers[i].name, view.layers[i].color,
-                          AntennaPattern(samples, session_.PatternLaw(), session_.SectorDeg())});
+      // Each layer by its own law: two antennas in one fit would bend it.
+      const Law law = FitLawWithinSectors(samples, session_.SectorDeg());
+      exponents << QString::number(law.exponent, 'f', 2);
+      patterns.push_back(
+          {view.layers[i].name, view.layers[i].color, AntennaPattern(samples, law, session_.SectorDeg())});
     }
     plots_->Pattern()->SetPatterns(std::move(patterns), session_.SectorDeg());
   }
   for (Plot* plot : plots_->All()) plot->Refresh(view);
   const bool any = session_.ShownCount() > 0;
   const Distribution& figures = plots_->Distribution()->Figures();
-  plots_->SetCaption(PlotDeck::kTime, any ? QStringLiteral("%1 records").arg(Thin(session_.ShownCount())) : QString());
+  plots_->SetCaption(PlotDeck::kTime,
+                     any ? QStringLiteral("%1 records").arg(CountText(session_.ShownCount())) : QString());
   plots_->SetCaption(PlotDeck::kDistance, any ? LawText(session_.FittedLaw(), view.unit) : QString());
-  plots_->SetCaption(PlotDeck::kPattern,
-                     session_.Compared() ? QStringLiteral("difference in dB by direction")
-                     : any ? QStringLiteral("%1 at 1 km, n = %2 within sectors")
-                                 .arg(UnitName(view.unit))
-                                 .arg(session_.PatternLaw().exponent, 0, 'f', 2)
-                           : QString());
+  plots_->SetCaption(PlotDeck::kPattern, session_.Compared() ? QStringLiteral("difference in dB by direction")
+                                         : any ? QStringLiteral("%1 at 1 km, n = %2 within sectors")
+                                                     .arg(UnitName(view.unit))
+                                                     .arg(exponents.join(QStringLiteral(", ")))
+                                               : QString());
   plots_->SetCaption(PlotDeck::kDistribution,
-                     figures.count > 0 ? QStringLiteral("median %1, 10 % below %2, 10 % above %3")
-                                             .arg(LevelText(figures.median, view.unit), LevelNumber(figures.p10, view.unit),
-                                                  LevelNumber(figures.p90, view.unit))
-                                       : QString());
+                     figures.count > 0
+                         ? QStringLiteral("median %1, 10 % below %2, 10 % above %3")
+                               .arg(LevelText(figures.median, view.unit), LevelNumber(figures.p10, view.unit),
+                                    LevelNumber(figures.p90, view.unit))
+                         : QString());
 }
 
 void OrvandiWindow::ShowChosen() {
@@ -179,8 +191,8 @@ void OrvandiWindow::ShowChosen() {
   const Distribution figures = Describe(levels);
   const Unit unit = session_.View().unit;
   told_->SetFullText(QStringLiteral("%1 chosen: median %2, from %3 to %4")
-                         .arg(Thin(chosen.size()), LevelText(figures.median, unit), LevelNumber(figures.least, unit),
-                              LevelText(figures.most, unit)));
+                         .arg(CountText(chosen.size()), LevelText(figures.median, unit),
+                              LevelNumber(figures.least, unit), LevelText(figures.most, unit)));
 }
 
 void OrvandiWindow::ShowHovered(qint64 record) {
@@ -201,8 +213,8 @@ void OrvandiWindow::ShowCounts() {
   const std::size_t shown = session_.ShownCount();
   QString text;
   if (!session_.Logs().empty()) {
-    text = shown == all ? QStringLiteral("%1 records").arg(Thin(all))
-                        : QStringLiteral("%1 of %2 records").arg(Thin(shown), Thin(all));
+    text = shown == all ? QStringLiteral("%1 records").arg(CountText(all))
+                        : QStringLiteral("%1 of %2 records").arg(CountText(shown), CountText(all));
     QStringList names;
     for (const OpenLog& log : session_.Logs()) names << log.name;
     setWindowTitle(names.join(QStringLiteral(", ")) + QStringLiteral(" \u2013 Orvandi"));
@@ -218,7 +230,8 @@ void OrvandiWindow::StepRecord(int by) {
   const auto count = static_cast<std::int64_t>(view.Count());
   if (session_.ShownCount() == 0) return;
   const std::vector<std::uint32_t>& chosen = session_.ChosenRecords();
-  std::int64_t at = chosen.empty() ? (by > 0 ? -1 : count) : std::int64_t{by > 0 ? chosen.back() : chosen.front()};
+  std::int64_t at =
+      chosen.empty() ? (by > 0 ? -1 : count) : std::int64_t{by > 0 ? chosen.back() : chosen.front()};
   do {
     at += by;
   } while (at >= 0 && at < count && !view.Shows(static_cast<std::size_t>(at)));
