@@ -92,7 +92,10 @@ void Cockpit::ReadingTaken(const Reading& reading) {
 
 GpsFacts Cockpit::Gps() const {
   const GpsLinks& gps = application_.gps;
-  return {gps.ReaderPresent(), gps.ReaderSilentFor(), gps.SaysValid(), gps.FixAge()};
+  GpsFacts facts{gps.ReaderPresent(), gps.ReaderSilentFor(), gps.SaysValid(), gps.FixAge()};
+  // Texts of a reader that is not heard stand still: their fix is at least as old as its silence.
+  if (facts.fix_age && facts.silent_for) facts.fix_age = std::max(*facts.fix_age, *facts.silent_for);
+  return facts;
 }
 
 RigFacts Cockpit::Rig() const {

@@ -57,7 +57,7 @@ TEST_F(Cockpit, ASilentRigIsToldAndItsNumbersFade) {
     EXPECT_TRUE(control->stale) << control->name;
   }
   EXPECT_FALSE(car.form1.lblRxDist.stale);
-  car.RunFor(4000ms);
+  car.RunFor(4500ms);
   EXPECT_EQ(Rig().detail, "silent 6 s");
   car.rig_answers = true;
   car.RunFor(1100ms);
@@ -71,7 +71,7 @@ TEST_F(Cockpit, SilenceOfAnFt817IsToldAlthoughItCountsAsDone) {
   Drive(settings, "&On");
   EXPECT_EQ(Rig().detail, "Done, FT817, Com1=9k6");
   car.rig_answers = false;
-  car.RunFor(2000ms);
+  car.RunFor(2200ms);  // a cycle takes 50 ms of its own
   EXPECT_EQ(car.form1.lblCatComment.caption, "Done");
   EXPECT_EQ(Rig().words, "RIG SILENT");
   EXPECT_TRUE(car.form1.lblRSSI.stale);
@@ -164,7 +164,7 @@ TEST_F(Cockpit, AReaderThatIsGoneIsStartedAgainByAPress) {
   Drive();
   car.world.links.server_present = false;
   car.world.windows.titles.clear();
-  car.RunFor(2000ms);
+  car.RunFor(2200ms);
   EXPECT_EQ(Gps().words, "READER GONE");
   EXPECT_TRUE(car.form1.lblRxDist.stale);
   car.world.program.companions.insert("\\Posdex.exe");
@@ -191,7 +191,7 @@ TEST_F(Cockpit, AReaderThatCannotBeStartedIsSaid) {
 TEST_F(Cockpit, AFrozenReaderIsNoticedAndClosedByAPress) {
   Drive();
   car.world.links.silence = 5000ms;
-  car.RunFor(2000ms);
+  car.RunFor(2200ms);
   EXPECT_EQ(Gps().words, "READER FROZEN");
   EXPECT_TRUE(car.form1.lblRxDist.stale);
   EXPECT_EQ(car.form1.Picture1.badge, "5 s old");
@@ -202,14 +202,14 @@ TEST_F(Cockpit, AFrozenReaderIsNoticedAndClosedByAPress) {
 TEST_F(Cockpit, LostRecordsAreToldUntilABlockIsWritten) {
   Drive();
   car.world.files.write_fault = "No space left on device";
-  car.RunFor(97s);
+  car.RunFor(103s);
   EXPECT_EQ(Log().words, "NOT SAVED");
   EXPECT_EQ(Log().state, LampState::kTrouble);
   EXPECT_EQ(Log().detail.substr(0, 16), "100 records lost");
   car.world.files.write_fault.clear();
   car.RunFor(50s);
   EXPECT_EQ(Log().words, "NOT SAVED");
-  car.RunFor(51s);
+  car.RunFor(55s);
   EXPECT_EQ(Log().words, "Logging");
   EXPECT_EQ(Log().detail.substr(0, 22), "1 of 100, last written");
 }

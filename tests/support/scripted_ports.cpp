@@ -166,7 +166,7 @@ FileFault MemoryFiles::WriteFault(const std::string& path) const {
 
 FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
   if (on_write) on_write(path);
-  ++replaces;
+  if (!path.ends_with(".pending")) ++replaces;
   if (FileFault fault = WriteFault(path)) return fault;
   files[path] = bytes;
   return {};
