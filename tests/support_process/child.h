@@ -18,7 +18,7 @@ struct Call {
   std::vector<std::pair<std::string, std::optional<std::string>>> environment;
   std::string folder;          // to start in; empty for this one
   bool reads_from_us = false;  // else its standard input is empty
-  std::string errors;          // file that takes its standard error; empty for ours
+  std::string errors{};        // file that takes its standard error; empty for ours
 };
 
 // A program that is running. Killed at the end if it has not ended by itself.
