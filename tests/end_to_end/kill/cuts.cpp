@@ -88,7 +88,7 @@ LogReport ReportOf(const std::string& log, std::size_t made) {
     if (times > 1) ++report.doubled;
     if (number > made) ++report.torn;
   }
-  for (std::size_t number = 1; number <= made; ++number) report.lost += seen.contains(number) ? 0 : 1;
+  for (std::size_t number = 1; number <= made; ++number) report.lost += seen.contains(number) ? 0U : 1U;
   return report;
 }
 
