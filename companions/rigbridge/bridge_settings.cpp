@@ -211,7 +211,7 @@ std::string ConfText(const BridgeSettings& settings) {
 Invocation ParseCommandLine(const std::vector<std::string>& arguments) {
   Invocation invocation;
   for (std::size_t i = 0; i < arguments.size() && !invocation.complaint; ++i) {
-    std::string name = arguments[i];
+    const std::string& name = arguments[i];
     if (SetFlag(invocation, name)) continue;
     const std::size_t equals = name.find('=');
     const bool known = name == "--dir" || name.starts_with("--dir=") ||

@@ -12,6 +12,7 @@ namespace kestrum::rigbridge {
 namespace {
 
 constexpr double kIdleS = 60;
+constexpr double kReopenS = 1;
 
 }  // namespace
 
@@ -64,11 +65,14 @@ void CatPort::Run() {
 }
 
 int CatPort::PatienceMs(double now_s) const {
+  if (!port_->IsOpen()) return static_cast<int>(kReopenS * 1000);
   const double until_s = std::min(set_->NextDueS().value_or(now_s + kIdleS), now_s + kIdleS);
   return static_cast<int>(std::ceil(std::max(0.0, until_s - now_s) * 1000));
 }
 
 void CatPort::Serve(double now_s) {
+  // Lost when it had to be replaced after a client that was killed.
+  if (!port_->IsOpen() && port_->Open().empty()) WatchPort();
   const sets::Bytes received = port_->Read();
   if (!received.empty()) {
     port_->Write(set_->Receive(received, reader_.Newest(), now_s));

@@ -17,6 +17,12 @@ void DialWatch::Read(double hz) {
   }
 }
 
+void DialWatch::ModeChanged() {
+  if (Elsewhere() || !sent_hz_) return;
+  settled_hz_.reset();
+  rig_hz_.reset();
+}
+
 bool DialWatch::Elsewhere() const {
   if (!sent_hz_ || !rig_hz_) return false;
   return std::fabs(*rig_hz_ - *sent_hz_) > kToleranceHz &&

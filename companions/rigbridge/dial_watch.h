@@ -20,6 +20,9 @@ class DialWatch {
   /// The rig says where it is. The first after it has taken one is where it went, rounded.
   void Read(double hz);
 
+  /// The rig has changed its mode, and some shift their frequency by a tone with it.
+  void ModeChanged();
+
   std::optional<double> SentHz() const { return sent_hz_; }
   std::optional<double> RigHz() const { return rig_hz_; }
   /// The rig is elsewhere than Kestrum thinks.

@@ -164,8 +164,13 @@ void RigReader::GrantWishes(RigDriver& driver) {
     lock.unlock();
   }
   if (wishes.mode) {
-    AnswerWish({{}, wishes.mode, {}, {}}, driver.SetMode(*wishes.mode),
+    const auto refusal = driver.SetMode(*wishes.mode);
+    AnswerWish({{}, wishes.mode, {}, {}}, refusal,
                {"switch to " + std::string(sets::ModeName(*wishes.mode)), "change its mode"});
+    dial_at_s_ = 0;
+    lock.lock();
+    if (!refusal) state_.dial.ModeChanged();
+    lock.unlock();
   }
   if (wishes.locked) {
     AnswerWish({{}, {}, wishes.locked, {}}, driver.SetLock(*wishes.locked),

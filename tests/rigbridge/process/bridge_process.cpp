@@ -6,13 +6,25 @@
 
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace kestrum::rigbridge {
 namespace {
 
+namespace fs = std::filesystem;
+
+/// As a user installs it: the program's folder is where the file lies.
+std::string Install(const std::string& folder) {
+  const fs::path program = fs::path(folder) / "rigbridge";
+  std::error_code error;
+  if (!fs::exists(program)) fs::create_hard_link(RIGBRIDGE_PROGRAM, program, error);
+  if (error) fs::copy_file(RIGBRIDGE_PROGRAM, program);
+  return program;
+}
+
 process::Call CallOf(const std::string& folder, const std::vector<std::string>& arguments) {
-  process::Call call{{RIGBRIDGE_PROGRAM, "--no-window", "--dir", folder}, {}, folder, false};
+  process::Call call{{Install(folder), "--no-window"}, {}, folder, false};
   call.words.insert(call.words.end(), arguments.begin(), arguments.end());
   return call;
 }

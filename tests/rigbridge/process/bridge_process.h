@@ -10,7 +10,7 @@
 
 namespace kestrum::rigbridge {
 
-/// The program without a window, with its link in a folder.
+/// The program without a window, installed in a folder where its link and rigbridge.conf are.
 class BridgeProcess {
  public:
   BridgeProcess(const std::string& folder, const std::vector<std::string>& arguments);

@@ -1,5 +1,4 @@
 // The program with Hamlib's dummy rig, with rigctld, and with a simulated FT817.
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -15,7 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 using process::Eventually;
 using sets::Bytes;
-using testing::ElementsAre;
 
 bool IsReading(const Bytes& reply) {
   return reply.size() == 5 && reply[0] == reply[3] && reply[4] == 0xF7;
@@ -30,7 +28,8 @@ class BridgeTest : public testing::Test {
 };
 
 TEST_F(BridgeTest, PlaysHamlibsDummyRig) {
-  BridgeProcess bridge(Folder(), {"--model", "1"});
+  process::WriteFile(scratch.File("rigbridge.conf"), "model=1\ncolour=red\n");
+  BridgeProcess bridge(Folder(), {});
   ASSERT_TRUE(bridge.Says("Reading the rig."));
   const Port port(Link());
   EXPECT_TRUE(Eventually([&] { return IsReading(port.Ask(kReadMeter)); }));

@@ -54,6 +54,21 @@ TEST(DialWatch, ANewFrequencyBeginsAnew) {
   EXPECT_FALSE(watch.Elsewhere());
 }
 
+TEST(DialWatch, AShiftWithTheModeIsNoTurnOfTheDial) {
+  DialWatch watch;
+  watch.Sent(14200000, DialWatch::Taken::Yes);
+  watch.Read(14200000);
+  watch.ModeChanged();
+  watch.Read(14200700);
+  EXPECT_FALSE(watch.Elsewhere());
+  watch.Read(14201000);
+  EXPECT_TRUE(watch.Elsewhere());
+  watch.ModeChanged();  // does not forgive the turn before it
+  EXPECT_TRUE(watch.Elsewhere());
+  watch.Read(14201000);
+  EXPECT_TRUE(watch.Elsewhere());
+}
+
 TEST(RetrySchedule, PausesGrowUntilASuccess) {
   RetrySchedule schedule;
   for (const double pause_s : {0.5, 1.0, 2.0, 4.0, 8.0, 16.0, 30.0, 30.0})
