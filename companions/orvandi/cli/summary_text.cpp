@@ -16,12 +16,18 @@ QString Db(double value) {
   return QLatin1String(FixedNumber(value, 1));
 }
 
+// "1 record", "2 records".
+QString Counted(std::uint64_t count, const char* what) {
+  return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(what),
+                                                  count == 1 ? QString() : QStringLiteral("s"));
+}
+
 QString Item(const char* name, const QString& text) {
   return QStringLiteral("  %1%2\n").arg(QLatin1String(name), -16).arg(text);
 }
 
 QString RecordsText(const Summary& summary) {
-  QString text = QStringLiteral("%1 in %2 blocks").arg(summary.marks.records).arg(summary.blocks);
+  QString text = QStringLiteral("%1 in %2").arg(summary.marks.records).arg(Counted(summary.blocks, "block"));
   if (summary.pending > 0) text += QStringLiteral(", %1 of them not yet in the log").arg(summary.pending);
   return text;
 }
@@ -58,9 +64,8 @@ QString DroppedText(const NamedLog& named) {
   for (const DroppedLine& line : log.dropped) {
     if (told++ == kMostLinesTold) break;
     text += QStringLiteral("    %1 line %2: %3: %4\n")
-                .arg(ToQt(named.name))
-                .arg(line.line)
-                .arg(ToQt(ReasonText(line.reason)), ToQt(line.text));
+                .arg(ToQt(named.name), QString::number(line.line), ToQt(ReasonText(line.reason)),
+                     ToQt(line.text));
   }
   if (log.dropped_count > kMostLinesTold) {
     text += QStringLiteral("    and %1 more\n").arg(log.dropped_count - kMostLinesTold);
@@ -80,10 +85,9 @@ QString LayersText(std::span<const NamedLog> logs, const Recalibration* recalibr
     std::vector<double> levels;
     for (const Sample& sample : CollectSamples(logs, choice)) levels.push_back(sample.level_db);
     const Distribution level = Describe(std::move(levels));
-    text += QStringLiteral("    %1: %2 records, median %3 dB\u00B5V/m\n")
-                .arg(ToQt(layers.layers[index].name))
-                .arg(layers.layers[index].record_count)
-                .arg(level.count > 0 ? Db(level.median) : QStringLiteral("?"));
+    text += QStringLiteral("    %1: %2, median %3 dB\u00B5V/m\n")
+                .arg(ToQt(layers.layers[index].name), Counted(layers.layers[index].record_count, "record"),
+                     level.count > 0 ? Db(level.median) : QStringLiteral("?"));
   }
   return text;
 }
@@ -112,7 +116,7 @@ QString SummaryText(std::span<const NamedLog> logs, const Recalibration* recalib
   if (summary.law.kind != Law::Kind::kNone) text += Item("over distance", LawText(summary.law));
   const QString layers = LayersText(logs, recalibration);
   if (!layers.isEmpty()) text += QStringLiteral("  antennas\n") + layers;
-  text += Item("not understood", QStringLiteral("%1 lines").arg(summary.dropped_lines));
+  text += Item("not understood", Counted(summary.dropped_lines, "line"));
   for (const NamedLog& named : logs) text += DroppedText(named);
   return text;
 }

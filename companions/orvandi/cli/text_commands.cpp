@@ -71,10 +71,11 @@ int RunExport(const CommandLine& line, const OpenLogs& logs, const Recalibration
     Print(stderr, QStringLiteral("Orvandi: %1\n").arg(outcome.sentence));
     return 1;
   }
-  QString told = QStringLiteral("%1 records written").arg(outcome.written);
-  if (outcome.marked > 0) told += QStringLiteral(", %1 marked ones left out (--all)").arg(outcome.marked);
+  QString told = QStringLiteral("Records written: %1").arg(outcome.written);
+  if (outcome.marked > 0)
+    told += QStringLiteral("; left out for their marks: %1 (--all)").arg(outcome.marked);
   if (outcome.without_position > 0) {
-    told += QStringLiteral(", %1 without a position left out").arg(outcome.without_position);
+    told += QStringLiteral("; left out without a position: %1").arg(outcome.without_position);
   }
   Print(stderr, told + QLatin1Char('\n'));
   return logs.all_ok ? 0 : 1;

@@ -110,9 +110,9 @@ TEST(SummaryText, TellsTheDrive) {
       "little to say more\n"
       "  antennas\n"
       "    Loop: 3 records, median 85.2 dB\xC2\xB5V/m\n"
-      "    Yagi: 1 records, median 85.2 dB\xC2\xB5V/m\n"
-      "  not understood  1 lines\n"
-      "    drive.log line 12: Neither a header nor a record: left home\n");
+      "    Yagi: 1 record, median 85.2 dB\xC2\xB5V/m\n"
+      "  not understood  1 line\n"
+      "    drive.log line 11: Neither a header nor a record: left home\n");
 }
 
 TEST(SummaryText, ListsTwentyLinesAndCountsTheOthers) {

@@ -18,7 +18,7 @@ const std::string kLog =
                     {"01:55:31", "01:55:33", "01:55:34"}));
 
 // In a German session without any display.
-CommandResult Run(const std::string& arguments, const std::string& program = kProgram) {
+CommandResult RunProgram(const std::string& arguments, const std::string& program = kProgram) {
   return RunCommand("env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM LC_ALL=de_DE.UTF-8 TZ=UTC '" +
                     program + "' " + arguments + " 2>&1");
 }
@@ -28,9 +28,9 @@ TEST(Program, ExportsWithoutAWindow) {
   const std::string log = folder.Write("drive.log", kLog);
   for (const std::string format : {"kml", "gpx", "geojson", "csv"}) {
     const std::string path = folder.Path("drive." + format);
-    const auto result = Run("--export " + format + " '" + log + "' -o '" + path + "'");
+    const auto result = RunProgram("--export " + format + " '" + log + "' -o '" + path + "'");
     EXPECT_EQ(result.code, 0) << result.output;
-    EXPECT_EQ(result.output, "3 records written\n");
+    EXPECT_EQ(result.output, "Records written: 3\n");
     EXPECT_GT(std::filesystem::file_size(path), 300U) << format;
   }
   EXPECT_EQ(
@@ -59,17 +59,18 @@ TEST(Program, SummarisesTheLoggersLog) {
   const Folder folder;
   const std::string program = folder.Path("Orvandi");
   std::filesystem::copy_file(kProgram, program);
-  EXPECT_EQ(Run("--summary", program).code, 1);
+  EXPECT_EQ(RunProgram("--summary", program).code, 1);
   folder.Write("RSSI-GPS.log", kLog);
-  const auto result = Run("--summary", program);
+  const auto result = RunProgram("--summary", program);
   EXPECT_EQ(result.code, 0) << result.output;
-  EXPECT_THAT(result.output, StartsWith("RSSI-GPS.log\n  records         3 in 1 blocks\n"));
+  EXPECT_THAT(result.output, StartsWith("RSSI-GPS.log\n  records         3 in 1 block\n"));
   EXPECT_THAT(result.output, HasSubstr("median 85.2 dB"));
   std::vector<std::string> config(22, "");
   config[20] = "other.log";
   folder.Write("Kestrum.cfg", Text(config));
   folder.Write("other.log", kLog + kLog);
-  EXPECT_THAT(Run("--summary", program).output, StartsWith("other.log\n  records         6 in 2 blocks\n"));
+  EXPECT_THAT(RunProgram("--summary", program).output,
+              StartsWith("other.log\n  records         6 in 2 blocks\n"));
 }
 
 TEST(Program, TellsWhatItLeavesOutAndWhatItCannotRead) {
@@ -77,32 +78,32 @@ TEST(Program, TellsWhatItLeavesOutAndWhatItCannotRead) {
   RecordText lost;
   lost.fix = "No GPS";
   const std::string log = folder.Write("drive.log", kLog + Line(lost) + "\r\n");
-  EXPECT_EQ(Run("-e csv -o '" + folder.Path("a.csv") + "' '" + log + "'").output,
-            "3 records written, 1 marked ones left out (--all)\n");
-  EXPECT_EQ(Run("-e csv --all -o '" + folder.Path("a.csv") + "' '" + log + "'").output,
-            "4 records written\n");
-  const auto missing = Run("-e csv -o '" + folder.Path("b.csv") + "' /no/such.log");
+  EXPECT_EQ(RunProgram("-e csv -o '" + folder.Path("a.csv") + "' '" + log + "'").output,
+            "Records written: 3; left out for their marks: 1 (--all)\n");
+  EXPECT_EQ(RunProgram("-e csv --all -o '" + folder.Path("a.csv") + "' '" + log + "'").output,
+            "Records written: 4\n");
+  const auto missing = RunProgram("-e csv -o '" + folder.Path("b.csv") + "' /no/such.log");
   EXPECT_EQ(missing.code, 1);
   EXPECT_EQ(missing.output, "Orvandi: /no/such.log: There is no such file.\n");
   EXPECT_FALSE(std::filesystem::exists(folder.Path("b.csv")));
-  const auto calibration = Run("--summary -c /no/such.cfg '" + log + "'");
+  const auto calibration = RunProgram("--summary -c /no/such.cfg '" + log + "'");
   EXPECT_EQ(calibration.code, 1);
   EXPECT_THAT(calibration.output, HasSubstr("/no/such.cfg: "));
-  const auto nowhere = Run("-e csv -o /no/such/a.csv '" + log + "'");
+  const auto nowhere = RunProgram("-e csv -o /no/such/a.csv '" + log + "'");
   EXPECT_EQ(nowhere.code, 1);
   EXPECT_THAT(nowhere.output, HasSubstr("/no/such/a.csv could not be written"));
 }
 
 TEST(Program, TakesNoOptionItDoesNotKnow) {
-  const auto result = Run("--summary --colour x.log");
+  const auto result = RunProgram("--summary --colour x.log");
   EXPECT_EQ(result.code, 2);
   EXPECT_EQ(result.output, "Orvandi: unknown option --colour; see --help\n");
 }
 
 TEST(Program, AnswersWithoutADisplay) {
-  EXPECT_EQ(Run("--version").output, "Orvandi V1.02\n");
-  EXPECT_THAT(Run("--help").output, StartsWith("Usage: Orvandi [options] [LOG...]\n"));
-  const auto window = Run("");
+  EXPECT_EQ(RunProgram("--version").output, "Orvandi V1.02\n");
+  EXPECT_THAT(RunProgram("--help").output, StartsWith("Usage: Orvandi [options] [LOG...]\n"));
+  const auto window = RunProgram("");
   EXPECT_EQ(window.code, 1);
   EXPECT_THAT(window.output, HasSubstr("there is no display"));
 }
