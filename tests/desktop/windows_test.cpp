@@ -143,7 +143,7 @@ TEST_F(WindowsTest, EveryInputHasAnAccessibleName) {
   }
 }
 
-TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
+TEST_F(WindowsTest, TheMainWindowFitsASmallScreenWithItsLongestTexts) {
   Form1& form = forms.form1;
   form.lblFieldStrenght.caption = "49999.99 mV/m";
   form.lblFreq.caption = "430000.25 kHz";
