@@ -59,6 +59,7 @@ void Application::Wire() {
 // The factory settings are on the disk, and nothing may follow them: no reading, no record, no second save.
 void Application::EndsWithoutShutdown() {
   exiting_ = true;
+  ends_without_shutdown_ = true;
   forms.form1.tmrMain.Stop();
   forms.form1.tmrAverageRSSI.Stop();
   forms.form1.tmrLamps.Stop();

@@ -76,6 +76,7 @@ class Application {
   bool reader_loaded_ = false;  // the links to the GPS reader are ours to end
   bool started_ = false;
   bool exiting_ = false;
+  bool ends_without_shutdown_ = false;  // under the last boxes of DefaultConfig
 };
 
 }  // namespace kestrum

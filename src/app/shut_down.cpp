@@ -15,7 +15,13 @@ void CloseAllWindows(Forms& forms) {
 }  // namespace
 
 void Application::Shutdown(bool may_ask) {
-  if (exiting_ || ports_.program.Ended()) return;
+  if (ports_.program.Ended()) return;
+  if (ends_without_shutdown_) {
+    log.FinishWriting();
+    ports_.program.End();
+    return;
+  }
+  if (exiting_) return;
   exiting_ = true;
   if (!started_) {  // nothing of the user's can have changed, and half-loaded settings must not be saved
     // A refused second instance must not close the reader of the first.

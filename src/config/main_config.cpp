@@ -288,6 +288,7 @@ void MainConfig::mnuDefaultCfg_Click() {
   SaveCfg();
   if (ports_.program.Ended()) return;
   ports_.dialogs.Show(AppTitle, "Restart me", Icon::kInformation);
+  if (ports_.program.Ended()) return;
   Run(last_write);
   // Kept on purpose: no shutdown steps, so that nothing overwrites the defaults just written.
   ports_.program.End();

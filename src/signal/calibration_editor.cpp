@@ -12,6 +12,7 @@ namespace kestrum {
 namespace {
 
 constexpr int kLastPoint = 15;
+const std::string kOutOfRange = "Not stored: type a value above 0 and up to 50000 uV.";
 constexpr double kHighestMicrovolt = 50000;
 
 std::string DigitsAndPoints(std::string_view text) {
@@ -209,7 +210,9 @@ void CalibrationEditor::cmduVStore_Click() {
   if (standard) {
     ports_.beeper.Beep();
     edit.text.clear();
-    Note("Not stored: " + microvolt + " uV is a standard value. Choose its S point and press S-uV Store.");
+    Note(microvolt.empty() ? kOutOfRange
+                           : "Not stored: " + microvolt +
+                                 " uV is a standard value. Choose its S point and press S-uV Store.");
     return;
   }
   edit.text = microvolt;
@@ -220,7 +223,7 @@ void CalibrationEditor::cmduVStore_Click() {
 void CalibrationEditor::Store(const std::string& microvolt) {
   const double value = Val(microvolt);
   if (value <= 0 || value > kHighestMicrovolt) {
-    Note("Not stored: type a value above 0 and up to 50000 uV.");
+    Note(kOutOfRange);
     return;
   }
   ports_.beeper.Beep();
