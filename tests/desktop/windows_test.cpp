@@ -304,7 +304,7 @@ TEST_F(WindowsTest, AReadoutKeepsItsSizeWhateverTheSignal) {
   }
 }
 
-TEST_F(WindowsTest, TheMainWindowFitsASmallCarDisplay) {
+TEST_F(WindowsTest, TheMainWindowFits800x480WithAnElevenPointFont) {
   QFont eleven = QApplication::font();
   const QFont usual = eleven;
   eleven.setPointSizeF(11);

@@ -13,6 +13,7 @@
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
 #include "desktop/widgets/list_box.h"
+#include "desktop/widgets/panel_frame.h"
 #include "desktop/widgets/readout.h"
 
 namespace kestrum {
@@ -49,7 +50,7 @@ void Form3Window::BuildMenus() {
 }
 
 QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
-  auto* frame = new QGroupBox(parent);
+  auto* frame = new PanelFrame(parent);
   const Panel panel(binder_, frame);
   const auto readout = [&panel](Label& label, const QString& room) {
     return panel.Readout(label, kSecondScale, room);
@@ -103,7 +104,7 @@ ListBox* Form3Window::List(Label& label, QWidget* parent) {
 }
 
 QWidget* Form3Window::BuildLists(QWidget* parent) {
-  auto* panel = new QGroupBox(parent);
+  auto* panel = new PanelFrame(parent);
   auto* columns = new QHBoxLayout(panel);
   ListBox* defaults = List(form_.Label1, panel);
   defaults->setAccessibleName(tr("Default values"));

@@ -9,6 +9,7 @@
 
 #include "desktop/forms/layout_parts.h"
 #include "desktop/forms/panel.h"
+#include "desktop/widgets/panel_frame.h"
 #include "desktop/widgets/readout.h"
 
 namespace kestrum {
@@ -31,7 +32,7 @@ Form4Window::Form4Window(Form4& form, Binder& binder, QWidget* owner) : FormWind
 }
 
 QGroupBox* Form4Window::BuildEntry(const Entry& entry, QWidget* parent) {
-  auto* panel = new QGroupBox(parent);
+  auto* panel = new PanelFrame(parent);
   auto* line = new QHBoxLayout(panel);
   auto* edit = new QLineEdit(panel);
   edit->setMaxLength(kMostOfNumber);
@@ -50,7 +51,7 @@ QGroupBox* Form4Window::BuildEntry(const Entry& entry, QWidget* parent) {
 }
 
 QGroupBox* Form4Window::BuildChoice(Form4& form, QWidget* parent) {
-  auto* panel = new QGroupBox(parent);
+  auto* panel = new PanelFrame(parent);
   auto* rows = new QVBoxLayout(panel);
   const std::array options = {&form.Option1, &form.Option2};
   for (QRadioButton* option : Panel(binder_, panel).Group(options)) rows->addWidget(option);
