@@ -54,7 +54,8 @@ std::string TxSite::AskCoordinate(const CoordinateDialog& dialog, const std::str
     std::string checked = CheckLatLong(answer, dialog.kind);
     if (!checked.empty()) return checked;
     const std::string question = std::string(dialog.complaint) + "\r\n\r\nTry Again";
-    if (!ports_.dialogs.AskYesNo(AppTitle, question, Icon::kQuestion)) return {};
+    const bool again = ports_.dialogs.AskYesNo(AppTitle, question, Icon::kQuestion);
+    if (ports_.program.Ended() || !again) return {};
   }
 }
 

@@ -149,7 +149,7 @@ TEST_F(CockpitOnScreen, ASwitchedOffSetAndAFullDiskAreSeen) {
 TEST_F(CockpitOnScreen, TheBadgeTellsTheAge) {
   Drive();
   Do([this] { car.world.links.Send("lblVal1", "V"); });
-  Pass(14500ms);
+  Pass(15000ms);
   EXPECT_EQ(On<PelorusWidget>("Form1", "Picture1")->Badge(), QStringLiteral("14 s old"));
   EXPECT_EQ(On<PictureWidget>("Form5", "Picture1")->Badge(), QStringLiteral("14 s old"));
 }
@@ -231,6 +231,7 @@ TEST_F(CockpitOnScreen, AScreenReaderHearsValuesLampsAndAngles) {
   Do([this] { car.form1.Picture1.needle = "32768"; });
   EXPECT_EQ(spoken(On<QWidget>("Form1", "Picture1")), "Needle, no direction");
   Do([this] { car.form1.mnuMinimalDisplay.click(); });
+  for (int turn = 0; turn < 10; ++turn) QApplication::processEvents();  // its coming to the front
   Do([this] { car.app.minimal.ShowPelorusMinimized("270"); });
   EXPECT_EQ(spoken(On<QWidget>("Form5", "Picture1")), "Needle 270 degrees");
 }
@@ -240,6 +241,7 @@ TEST_F(CockpitOnScreen, F2TurnsDayIntoNight) {
   QWidget* const window = On<QWidget>("Form1", "lblRSSI")->window();
   QTest::keyClick(window, Qt::Key_F2);
   EXPECT_EQ(&SchemeOf(QApplication::palette()), &NightScheme());
+  QApplication::processEvents();
   const QImage image = window->grab().toImage();
   qint64 light = 0;
   for (int y = 0; y < image.height(); ++y) {

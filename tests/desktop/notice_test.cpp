@@ -51,12 +51,15 @@ TEST_F(NoticeTest, StandsThereWhileTheProgramGoesOn) {
 
 TEST_F(NoticeTest, AnOpenOneTakesTheNewText) {
   dialogs_.Notify("t", "first", Icon::kCritical);
-  dialogs_.Notify("t", "second", Icon::kInformation);
+  dialogs_.Notify("t", "second", Icon::kCritical);
   ASSERT_EQ(Boxes().size(), 1U);
   EXPECT_EQ(Boxes().front()->text(), QStringLiteral("second"));
-  EXPECT_EQ(Boxes().front()->icon(), QMessageBox::Information);
-  dialogs_.Notify("another", "third", Icon::kInformation);
+  EXPECT_EQ(Boxes().front()->icon(), QMessageBox::Critical);
+  // A lesser notice does not take the place of a loss.
+  dialogs_.Notify("t", "third", Icon::kExclamation);
   EXPECT_EQ(Boxes().size(), 2U);
+  dialogs_.Notify("another", "fourth", Icon::kCritical);
+  EXPECT_EQ(Boxes().size(), 3U);
 }
 
 TEST_F(NoticeTest, OneThatWasAnsweredOpensAnew) {

@@ -99,6 +99,7 @@ void Binder::Bind(Label& label, TextLine* widget) {
 
 void Binder::Bind(Lamp& lamp, LampWidget* widget) {
   BindCommon(lamp, widget);
+  widget->setAccessibleName(QLatin1String(lamp.name).mid(3));  // until it says more
   Follow<LampText>(lamp.says, [widget](const LampText& says) {
     widget->Show(says);
     const QString advice = ToolTip(says.advice);
@@ -218,6 +219,10 @@ void Binder::Bind(MenuItem& item, QAction* action) {
   Follow<bool>(item.checked, [action](const bool& checked) {
     if (checked) action->setCheckable(true);
     action->setChecked(checked);
+  });
+  // A group of choices clears the others by itself, also when the program then takes none of it.
+  connect(action, &QAction::toggled, this, [this, &item, action](bool checked) {
+    if (!program_.Ended() && checked != item.checked) action->setChecked(item.checked);
   });
   connect(action, &QAction::triggered, this, [this, &item, action] {
     // The check mark is the program's to set: the click alone does not turn it.
