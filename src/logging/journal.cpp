@@ -157,7 +157,7 @@ FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::s
   const std::uint64_t size = files.Size(log_path).value_or(0);
   files.Replace(journal, WithCommit(block, size));
   const std::string bytes = Healing(files, log_path, size) + BlockHead(block.header) + block.records;
-  const FileFault fault = files.Append(log_path, bytes);
+  FileFault fault = files.Append(log_path, bytes);
   files.Remove(journal);
   if (!other_journal.empty()) files.Remove(other_journal);
   return fault;

@@ -41,7 +41,8 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   for (const Level& level : {Level{"010", "0.15"}, {"140", "33"}, {"200", "700"}}) {
     TellDrive(std::string("smeter ") + level.raw);
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw); }, 20000))
+        [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw); },
+        20000))
         << level.raw;
     InEditor<QLineEdit>("txtEdit")->setText(QString());
     QTest::keyClicks(InEditor<QLineEdit>("txtEdit"), QLatin1String(level.microvolt));
@@ -49,8 +50,9 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   }
   PressInEditor("cmdSup");
   TellDrive("smeter 40");
-  ASSERT_TRUE(
-      QTest::qWaitFor([&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); },
+      20000));
   PressInEditor("cmdSstore");
 
   InEditor<QAction>("mnuSave1")->trigger();
