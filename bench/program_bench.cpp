@@ -12,8 +12,8 @@
 
 #include "app/application.h"
 #include "desktop/desktop.h"
-#include "desktop/ports/system_clock.h"
 #include "desktop/forms/windows.h"
+#include "desktop/ports/system_clock.h"
 #include "instant_rig.h"
 #include "measured_car.h"
 #include "rows.h"

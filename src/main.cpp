@@ -12,8 +12,8 @@
 #include "common/descriptor_guard.h"
 #include "common/toolkit_start.h"
 #include "desktop/desktop.h"
-#include "desktop/platform_factory.h"
 #include "desktop/forms/windows.h"
+#include "desktop/platform_factory.h"
 
 namespace {
 

@@ -24,8 +24,8 @@ struct Form3 : Form {
   Label Label2{"Label2"};
   Label Label3{"Label3"};
   Label lblNote{"lblNote"};  // what became of the last press of a store button, in one line
-  int stored_line = -1;        // line of the table list that was stored last, to be marked; -1 for none
-  int selected_point = 0;  // 0 to 15: the row of the default list that the desktop marks
+  int stored_line = -1;      // line of the table list that was stored last, to be marked; -1 for none
+  int selected_point = 0;    // 0 to 15: the row of the default list that the desktop marks
   Slider sldIndex{"sldIndex", 0, 255};
   Button cmdSup{"cmdSup", "S &Up"};
   Button cmdSdown{"cmdSdown", "S &Down"};

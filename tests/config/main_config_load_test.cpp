@@ -160,8 +160,8 @@ TEST_F(MainConfigTest, AFileOfOneMegabyteIsLoadedAndNotMovedAside) {
 }
 
 TEST_F(MainConfigTest, ATextLongerThanItsFieldRejectsTheFile) {
-  const std::vector<std::pair<std::size_t, std::size_t>> longest = {{15, 72}, {16, 72},
-      {17, 4096}, {18, 72}, {19, 4096}, {20, 4096}, {22, 4096}, {24, 4096}};
+  const std::vector<std::pair<std::size_t, std::size_t>> longest = {
+      {15, 72}, {16, 72}, {17, 4096}, {18, 72}, {19, 4096}, {20, 4096}, {22, 4096}, {24, 4096}};
   for (const auto& [line, length] : longest) {
     SCOPED_TRACE(line);
     auto lines = GoodLines();

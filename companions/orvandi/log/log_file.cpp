@@ -264,7 +264,8 @@ std::string OddityOf(const Log& log, const FileState& file, bool utf16) {
   const auto binary = static_cast<std::size_t>(
       std::count_if(log.dropped.begin(), log.dropped.end(),
                     [](const DroppedLine& line) { return line.reason == DropReason::kBinary; }));
-  if (binary * 3 >= log.dropped.size() && binary > 0) return "This is no log: it holds binary data and no record.";
+  if (binary * 3 >= log.dropped.size() && binary > 0)
+    return "This is no log: it holds binary data and no record.";
   if (!log.blocks.empty()) return "The log has a header, but no record yet.";
   return "This is no log: none of its lines is a record.";
 }
