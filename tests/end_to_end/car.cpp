@@ -152,7 +152,13 @@ bool Car::WaitForReader() {
 }
 
 bool Car::WaitForCommands(const std::string& command, std::size_t count) const {
-  return process::Eventually([&] { return rig_.Count(command) >= count; });
+  // A busy machine is slow, but it gets on.
+  std::size_t so_far = rig_.Count(command);
+  while (so_far < count) {
+    if (!process::Eventually([&] { return rig_.Count(command) > so_far; })) return false;
+    so_far = rig_.Count(command);
+  }
+  return true;
 }
 
 bool Car::NothingLeft() const {

@@ -80,6 +80,7 @@ class Car {
   // One of the reader's texts as the bus has it; empty when nobody answers.
   std::string AskReader(const std::string& item) const;
   std::vector<pid_t> Readers() const { return process::ProcessesOf(File("Posdex")); }
+  // False when none has come for 20 s.
   bool WaitForCommands(const std::string& command, std::size_t count) const;
   // Everything that runs from the folder, the drive left out.
   bool NothingLeft() const;
