@@ -207,6 +207,7 @@ void MapView::PaintMarks(QPainter& painter, const Camera& camera) {
   }
   if (hovered_ < 0) return;
   const QPointF at = camera.ToScreen(index_.World(static_cast<std::uint32_t>(hovered_)));
+  if (!screen.contains(at)) return;
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(InkOf(palette()).ground, 4));
   painter.drawEllipse(at, radius + 2, radius + 2);

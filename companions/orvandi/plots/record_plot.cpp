@@ -27,6 +27,9 @@ Plot::Plot(QWidget* parent) : QCustomPlot(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setMinimumSize(200, 120);
+  QLocale numbers = QLocale::c();
+  numbers.setNumberOptions(QLocale::OmitGroupSeparator);
+  setLocale(numbers);
 }
 
 void Plot::changeEvent(QEvent* event) {

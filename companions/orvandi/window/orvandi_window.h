@@ -116,6 +116,7 @@ class OrvandiWindow final : public QMainWindow {
   void ShowPlots();
   void ShowComparison();
   void ShowChosen();
+  void TellChosen();
   void ShowHovered(qint64 record);
   void ShowCounts();
   void StepRecord(int by);

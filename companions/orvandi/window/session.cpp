@@ -141,7 +141,8 @@ Session::PlaceChange Session::RebuildPlaces() {
     const Log& content = log.file->Content();
     log.hidden.resize(content.records.size(), 0);
     for (const Record& record : content.records) {
-      places_.push_back({record.latitude_deg, record.longitude_deg});
+      places_.push_back(record.HasPosition() ? Place{record.latitude_deg, record.longitude_deg}
+                                             : Place{kUnknownDegrees, kUnknownDegrees});
       view_.time_s.push_back(static_cast<double>(record.time_s));
       view_.log_distance.push_back(record.distance_km > 0 ? std::log10(record.distance_km) : kUnknown);
       view_.bearing_deg.push_back(record.bearing_deg);

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QSvgRenderer>
+#include <QToolTip>
 
 // Resources of a static library are found only when somebody asks for them; the macro wants no namespace.
 static void LoadIcons() {
@@ -73,7 +74,9 @@ void ApplyTheme(Theme theme) {
   static const bool styled = QApplication::setStyle(QStringLiteral("Fusion")) != nullptr;
   (void)styled;
   const bool dark = theme == Theme::kDark || (theme == Theme::kDesktop && desktop_is_dark);
-  QApplication::setPalette(dark ? DarkPalette() : LightPalette());
+  const QPalette palette = dark ? DarkPalette() : LightPalette();
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
 }
 
 QIcon IconFor(const QString& name, const QPalette& palette) {

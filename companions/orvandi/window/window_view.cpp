@@ -75,6 +75,7 @@ void OrvandiWindow::ShowView(Session::PlaceChange places) {
   const bool empty = session_.Logs().empty();
   left_->setCurrentWidget(empty ? static_cast<QWidget*>(start_page_) : map_);
   right_split_->setVisible(!empty);
+  map_->SetHovered(-1);  // records may have other numbers now
   ShowMap(places);
   ShowComparison();
   ShowPlots();
@@ -177,10 +178,18 @@ void OrvandiWindow::ShowPlots() {
 }
 
 void OrvandiWindow::ShowChosen() {
+  std::vector<std::uint32_t> visible;
+  for (const std::uint32_t record : session_.ChosenRecords()) {
+    if (session_.View().Shows(record)) visible.push_back(record);
+  }
+  map_->SetChosen(visible);
+  for (Plot* plot : plots_->All()) plot->SetChosen(visible);
+  actions_.value(QStringLiteral("hide"))->setEnabled(!session_.ChosenRecords().empty());
+  TellChosen();
+}
+
+void OrvandiWindow::TellChosen() {
   const std::vector<std::uint32_t>& chosen = session_.ChosenRecords();
-  map_->SetChosen(chosen);
-  for (Plot* plot : plots_->All()) plot->SetChosen(chosen);
-  actions_.value(QStringLiteral("hide"))->setEnabled(!chosen.empty());
   if (chosen.size() == 1) told_->SetFullText(RecordLine(session_, chosen.front()));
   if (chosen.empty()) told_->SetFullText(QString());
   if (chosen.size() < 2) return;
@@ -200,7 +209,7 @@ void OrvandiWindow::ShowHovered(qint64 record) {
   for (Plot* plot : plots_->All()) plot->SetHovered(record);
   if (record < 0) {
     QToolTip::hideText();
-    ShowChosen();
+    TellChosen();
     return;
   }
   const auto number = static_cast<std::uint32_t>(record);
