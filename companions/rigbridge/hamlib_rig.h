@@ -22,7 +22,7 @@ class HamlibRig : public RigDriver {
  public:
   /// `rigs` as ListRigs gave them; they must outlive the driver.
   explicit HamlibRig(const std::vector<RigModel>& rigs) : rigs_(rigs) {}
-  ~HamlibRig() override { Close(); }
+  ~HamlibRig() override { HamlibRig::Close(); }
   HamlibRig(const HamlibRig&) = delete;
   HamlibRig& operator=(const HamlibRig&) = delete;
 

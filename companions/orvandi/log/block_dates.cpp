@@ -6,10 +6,10 @@
 namespace orvandi {
 namespace {
 
-constexpr std::int64_t kDay_s = 24 * 3600;
+constexpr std::int64_t kDay_s = std::int64_t{24} * 3600;
 // The clock may be set back under way, by an hour at the end of summer time; a larger step back is a
 // midnight.
-constexpr std::int64_t kSetBack_s = 2 * 3600;
+constexpr std::int64_t kSetBack_s = std::int64_t{2} * 3600;
 // A header that was written first stands at most this long before its first record.
 constexpr std::int64_t kAtOnce_s = 120;
 

@@ -87,8 +87,9 @@ void DotPainter::VisitDots(const Square& square, double margin_squares, Visit vi
                            .adjusted(-margin_squares * side, -margin_squares * side, margin_squares * side,
                                      margin_squares * side);
   const auto last = static_cast<std::int64_t>(std::exp2(square.zoom)) - 1;
-  for (std::int64_t y = std::int64_t{square.y} - 1; y <= std::int64_t{square.y} + 1; ++y) {
-    for (std::int64_t x = std::int64_t{square.x} - 1; x <= std::int64_t{square.x} + 1; ++x) {
+  const auto to_signed = [](std::uint32_t number) { return static_cast<std::int64_t>(number); };
+  for (std::int64_t y = to_signed(square.y) - 1; y <= to_signed(square.y) + 1; ++y) {
+    for (std::int64_t x = to_signed(square.x) - 1; x <= to_signed(square.x) + 1; ++x) {
       if (x < 0 || y < 0 || x > last || y > last) continue;
       for (const Dot& dot : index_.DotsOfSquare(square.zoom, static_cast<std::uint32_t>(x),
                                                 static_cast<std::uint32_t>(y), square.zoom + kDetail)) {

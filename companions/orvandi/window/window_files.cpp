@@ -111,7 +111,7 @@ void OrvandiWindow::FollowTick() {
   for (const OpenLog& log : session_.Logs()) {
     const QFileInfo info(log.path);
     const qint64 before = std::exchange(sizes_[log.path], info.size());
-    const bool shrunk = info.exists() && info.size() < before && before > kReadAtOnceBytes;
+    const bool shrunk = info.exists() && before > info.size() && before > kReadAtOnceBytes;
     if (shrunk || info.size() - before > kReadAtOnceBytes) large << log.path;
   }
   if (large.isEmpty()) {
