@@ -22,11 +22,12 @@ float SingleVal(const std::string& text) {
 }
 
 void CheckRises(const S2FtableRows& rows) {
-  float last = SingleVal(rows[0][1]);
+  float last = SingleVal(rows[0].microvolt);
   for (std::size_t row = 1; row < kCurrentRow; ++row) {
-    if (rows[row][1].empty()) continue;
-    Require(SingleVal(rows[row][1]) > last, "the table rises", std::to_string(row) + ": " + rows[row][1]);
-    last = SingleVal(rows[row][1]);
+    if (rows[row].microvolt.empty()) continue;
+    Require(SingleVal(rows[row].microvolt) > last, "the table rises",
+            std::to_string(row) + ": " + rows[row].microvolt);
+    last = SingleVal(rows[row].microvolt);
   }
 }
 
@@ -34,7 +35,7 @@ void CheckRises(const S2FtableRows& rows) {
 void CheckBetween(const S2FtableRows& rows, std::size_t raw, const std::string& result) {
   Require(MadeOf(result, " 0123456789.-"), "an interpolated voltage is a plain number", result);
   float low = 0;
-  for (std::size_t row = raw + 1; row-- > 0 && low <= 0;) low = std::max(low, SingleVal(rows[row][1]));
+  for (std::size_t row = raw + 1; row-- > 0 && low <= 0;) low = std::max(low, SingleVal(rows[row].microvolt));
   std::size_t above = raw + 1;
   while (above < kCurrentRow && SingleVal(rows[above].microvolt) <= low) ++above;
   Require(above < kCurrentRow, "no interpolation without an upper point", result);
@@ -52,15 +53,17 @@ void CheckConversion(CalibrationTable& table, std::size_t first) {
     table.S2Ftable[kCurrentRow] = kUntouched;
     table.ConvertRSSI(static_cast<int>(raw));
     const TableRow& current = table.Current();
-    if (!before[raw][0].empty()) {
-      Require(current == before[raw], "a calibration point is copied", current[0]);
+    if (!before[raw].s.empty()) {
+      Require(current == before[raw], "a calibration point is copied", current.s);
       continue;
     }
-    const bool computed = current[1] != "#" && current[1] != "???";
-    if (computed) CheckBetween(before, raw, current[1]);
-    const bool field_computed = current[2] != "#" && current[2] != "???" && current[2] != "??x";
+    const bool computed = current.microvolt != "#" && current.microvolt != "???";
+    if (computed) CheckBetween(before, raw, current.microvolt);
+    const bool field_computed = current.millivolt_per_metre != "#" && current.millivolt_per_metre != "???" &&
+                                current.millivolt_per_metre != "??x";
     if (field_computed)
-      Require(MadeOf(current[2], " 0123456789.-"), "an interpolated field is a plain number", current[2]);
+      Require(MadeOf(current.millivolt_per_metre, " 0123456789.-"), "an interpolated field is a plain number",
+              current.millivolt_per_metre);
   }
   table.S2Ftable[kCurrentRow] = before[kCurrentRow];
   Require(table.S2Ftable == before, "a conversion changes the current row only");

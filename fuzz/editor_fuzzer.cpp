@@ -19,9 +19,9 @@ const TableRow kNoSignal = {"S0", "0", "0"};
 void CheckTable(const S2FtableRows& rows) {
   float last = -1;
   for (std::size_t row = 0; row < kCurrentRow; ++row) {
-    const std::string& text = rows[row][1];
+    const std::string& text = rows[row].microvolt;
     if (text.empty()) {
-      const bool empty = rows[row][0].empty() && rows[row][2].empty();
+      const bool empty = rows[row].s.empty() && rows[row].millivolt_per_metre.empty();
       Require(empty, "a row without a voltage is empty", std::to_string(row));
       continue;
     }
