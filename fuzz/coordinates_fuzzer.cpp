@@ -99,7 +99,8 @@ void CheckOpticalDistance(const std::string& tx, const std::string& rx) {
   if (text == "??.?") return;
   Require(text.size() >= 2 && MadeOf(text, "0123456789."), "an optical distance", text);
   Require(text[text.size() - 2] == '.', "an optical distance has one decimal", text);
-  if (ContainsText(rx, "32768")) return;
+  // Only the transmitter's height is typed, so only there a comma is a point.
+  if (ContainsText(rx, "32768") || ContainsText(tx + rx, ",")) return;
   Require(OpticalDistanceText(rx, tx) == text, "the optical distance is the same both ways", text);
 }
 

@@ -57,8 +57,8 @@ std::optional<int> SatellitesOf(const QJsonObject& sky) {
   const QJsonValue list = sky[QLatin1String("satellites")];
   if (!list.isArray()) return std::nullopt;
   int used = 0;
-  for (const QJsonValue& satellite : list.toArray())
-    used += satellite[QLatin1String("used")].toBool() ? 1 : 0;
+  const QJsonArray satellites = list.toArray();
+  for (const auto& satellite : satellites) used += satellite[QLatin1String("used")].toBool() ? 1 : 0;
   return used;
 }
 

@@ -1,6 +1,7 @@
 #include "log/block_dates.h"
 
 #include <cstdint>
+#include <ranges>
 #include <span>
 
 namespace orvandi {
@@ -36,10 +37,10 @@ void SettleForward(std::span<Record> records, std::int64_t header_s) {
 void SettleBackward(std::span<Record> records, std::int64_t header_s) {
   std::int64_t midnight = Midnight(header_s);
   std::int64_t after = TimeOfDay(header_s);
-  for (auto record = records.rbegin(); record != records.rend(); ++record) {
-    const std::int64_t time = TimeOfDay(record->time_s);
+  for (Record& record : std::views::reverse(records)) {
+    const std::int64_t time = TimeOfDay(record.time_s);
     if (time - after > kSetBack_s) midnight -= kDay_s;
-    record->time_s = midnight + time;
+    record.time_s = midnight + time;
     after = time;
   }
 }

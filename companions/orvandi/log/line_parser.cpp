@@ -102,7 +102,8 @@ std::optional<double> ParseCoordinate(std::string_view text, char positive, char
     fraction = fraction * 10 + (digit - '0');
   }
   const double minutes = packed % 100 + fraction / weight;
-  const double degrees = packed / 100 + minutes / 60;
+  const int whole_degrees = packed / 100;
+  const double degrees = whole_degrees + minutes / 60;
   if (minutes >= 60 || degrees > largest) return {};
   return hemisphere == positive ? degrees : -degrees;
 }
