@@ -1,7 +1,7 @@
 #include "log/block_dates.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <ranges>
 #include <span>
 
 namespace orvandi {
@@ -37,7 +37,8 @@ void SettleForward(std::span<Record> records, std::int64_t header_s) {
 void SettleBackward(std::span<Record> records, std::int64_t header_s) {
   std::int64_t midnight = Midnight(header_s);
   std::int64_t after = TimeOfDay(header_s);
-  for (Record& record : std::views::reverse(records)) {
+  for (std::size_t left = records.size(); left > 0; --left) {
+    Record& record = records[left - 1];
     const std::int64_t time = TimeOfDay(record.time_s);
     if (time - after > kSetBack_s) midnight -= kDay_s;
     record.time_s = midnight + time;
