@@ -171,18 +171,19 @@ void MainConfig::LoadCfg() {
     RejectFile(path);
     return;
   }
-  std::string bytes;
-  if (const FileFault fault = ports_.files.Read(path, bytes, kLargestFile)) {
-    TellUnreadable(path, *fault);
+  const Result<std::string> bytes = ports_.files.Read(path, kLargestFile);
+  if (!bytes) {
+    TellUnreadable(bytes.fault());
     return;
   }
-  const auto lines = SplitLines(WithoutUtf8Mark(bytes));
+  const auto lines = SplitLines(WithoutUtf8Mark(bytes.value()));
   Settings loaded = state_.settings;
   const bool good = !lines.empty() && SameText(lines.front(), VersionedTitle) &&
-                    ReadSettings(lines, loaded) && !CutInPowerCaption(bytes, lines) && FieldsFit(loaded);
+                    ReadSettings(lines, loaded) && !CutInPowerCaption(bytes.value(), lines) &&
+                    FieldsFit(loaded);
   if (!good) {
     // What cannot be copied now is moved aside by the first save.
-    keep_before_save_ = ports_.files.Replace(path + kKept, bytes).has_value();
+    keep_before_save_ = !ports_.files.Replace(path + kKept, bytes.value());
     RejectFile(path);
     return;
   }
@@ -199,10 +200,10 @@ void MainConfig::RejectFile(const std::string& path) {
                       Icon::kExclamation);
 }
 
-void MainConfig::TellUnreadable(const std::string& path, const std::string& reason) {
+void MainConfig::TellUnreadable(const Fault& fault) {
   SetDefaults();
   unreadable_ = true;
-  ports_.dialogs.Show(AppTitle, "LoadCfg\r\n" + path + "\r\n" + reason, Icon::kExclamation);
+  ports_.dialogs.Show(AppTitle, "LoadCfg\r\n" + fault.what + "\r\n" + fault.reason, Icon::kExclamation);
 }
 
 void MainConfig::SaveAtEnd() {
@@ -239,15 +240,17 @@ void MainConfig::SaveCfg() {
   std::copy_if(settings.TxAntennas.begin(), settings.TxAntennas.end(), std::back_inserter(lines),
                [](const std::string& antenna) { return !antenna.empty(); });
   const std::string path = ports_.program.PathOf(kFileName);
-  FileFault fault;
-  if (keep_before_save_) fault = ports_.files.Rename(path, path + kKept);
-  if (!fault) keep_before_save_ = false;
-  if (!fault) fault = ports_.files.Replace(path, JoinLines(lines));
-  if (!fault) {
+  Outcome saved = Done{};
+  if (keep_before_save_) saved = ports_.files.Rename(path, path + kKept);
+  if (saved) {
+    keep_before_save_ = false;
+    saved = ports_.files.Replace(path, JoinLines(lines));
+  }
+  if (saved) {
     unreadable_ = false;
     return;
   }
-  ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + *fault, Icon::kCritical);
+  ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + saved.fault().reason, Icon::kCritical);
 }
 
 void MainConfig::SetDefaults() {

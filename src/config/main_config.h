@@ -36,7 +36,7 @@ class MainConfig {
 
  private:
   void RejectFile(const std::string& path);
-  void TellUnreadable(const std::string& path, const std::string& reason);
+  void TellUnreadable(const Fault& fault);
 
   State& state_;
   Form1& form_;

@@ -26,9 +26,13 @@ constexpr std::chrono::seconds kLongestEnd{30};
 // What must stand between the first `size` bytes of a file and a new line.
 std::string Healing(const FileStore& files, const std::string& path, std::uint64_t size) {
   if (size == 0) return {};
-  std::string last;
-  if (files.ReadFrom(path, size - 1, last, 1)) return {};
-  return last == "\n" ? std::string() : std::string(kLineEnd);
+  const Result<std::string> last = files.ReadFrom(path, size - 1, 1);
+  const bool ends_open = last && last.value() != "\n";
+  return ends_open ? std::string(kLineEnd) : std::string();
+}
+
+Outcome Append(FileStore& files, const std::string& log_path, std::uint64_t size, const Block& block) {
+  return files.Append(log_path, Healing(files, log_path, size) + BlockHead(block.header) + block.records);
 }
 
 std::string CommitLine(std::uint64_t log_size, const std::string& header) {
@@ -84,10 +88,9 @@ std::string Missing(const FileStore& files, const std::string& path, const LeftJ
   const std::string block = BlockHead(journal.block.header) + journal.block.records;
   const std::uint64_t size = files.Size(path).value_or(0);
   if (size >= journal.log_size) {
-    std::string there;
     const std::string wanted = Healing(files, path, journal.log_size) + block;
-    const FileFault fault = files.ReadFrom(path, journal.log_size, there, wanted.size());
-    if (!fault && wanted.starts_with(there)) return wanted.substr(there.size());
+    const Result<std::string> there = files.ReadFrom(path, journal.log_size, wanted.size());
+    if (there && wanted.starts_with(there.value())) return wanted.substr(there.value().size());
   }
   return Healing(files, path, size) + block;
 }
@@ -95,26 +98,26 @@ std::string Missing(const FileStore& files, const std::string& path, const LeftJ
 // One left journal file of a log.
 Recovery RecoverFile(FileStore& files, const std::string& log_path, const std::string& path) {
   if (!files.Exists(path)) return {};
-  std::string bytes;
-  if (FileFault fault = files.Read(path, bytes, kLargestJournal)) return {0, fault, path};
-  LeftJournal journal = ReadJournal(bytes);
-  if (!journal.readable) return {0, "Not a journal of records", path};
+  const Result<std::string> bytes = files.Read(path, kLargestJournal);
+  if (!bytes) return {0, bytes.fault()};
+  LeftJournal journal = ReadJournal(bytes.value());
+  if (!journal.readable) return {0, Fault{path, "Not a journal of records"}};
   Recovery result;
   if (journal.committed || journal.records > 0) {
     if (!journal.committed) {
       // From here on a second cut repeats nothing.
       journal.log_size = files.Size(log_path).value_or(0);
-      if (FileFault fault = files.Replace(path, WithCommit(journal.block, journal.log_size))) {
-        return {0, fault, path};
-      }
+      const Outcome begun = files.Replace(path, WithCommit(journal.block, journal.log_size));
+      if (!begun) return {0, begun.fault()};
     }
     const std::string missing = Missing(files, log_path, journal);
     if (!missing.empty()) {
-      if (FileFault fault = files.Append(log_path, missing)) return {0, fault, path};
+      const Outcome appended = files.Append(log_path, missing);
+      if (!appended) return {0, Fault{path, appended.fault().reason}};
       result.records = journal.records;
     }
   }
-  files.Remove(path);  // one that stays is found complete the next time
+  (void)files.Remove(path);  // one that stays is found complete the next time
   return result;
 }
 
@@ -123,18 +126,28 @@ std::string SetAsidePath(const std::string& path, int number) {
 }
 
 // A left journal that cannot be recovered now keeps its records under a name of its own.
-void SetAside(FileStore& files, const std::string& path) {
+Outcome SetAside(FileStore& files, const std::string& path) {
   for (int number = 1; number <= kMostSetAside; ++number) {
-    if (files.Exists(SetAsidePath(path, number))) continue;
-    files.Rename(path, SetAsidePath(path, number));
-    return;
+    if (!files.Exists(SetAsidePath(path, number))) return files.Rename(path, SetAsidePath(path, number));
   }
+  return Fault{path, "Too many journals of earlier drives wait here"};
+}
+
+// Makes room for the journal of a log. One that an earlier drive has left is recovered or set aside; where
+// neither works it stays, and is a fault.
+Result<Recovery> MakeRoom(FileStore& files, const std::string& log_path) {
+  const std::string path = JournalPath(log_path);
+  if (!files.Exists(path)) return Recovery();
+  Recovery recovery = RecoverJournal(files, log_path);
+  if (files.Exists(path)) {
+    if (const Outcome aside = SetAside(files, path); !aside) return aside.fault();
+  }
+  return recovery;
 }
 
 std::vector<std::string> ReadPointer(const FileStore& files, const std::string& pointer) {
-  std::string bytes;
-  if (files.Read(pointer, bytes, kLargestPointer)) return {};
-  return SplitLines(bytes);
+  const Result<std::string> bytes = files.Read(pointer, kLargestPointer);
+  return bytes ? SplitLines(bytes.value()) : std::vector<std::string>();
 }
 
 void AddToPointer(FileStore& files, const std::string& pointer, const std::string& log_path) {
@@ -142,7 +155,8 @@ void AddToPointer(FileStore& files, const std::string& pointer, const std::strin
   if (std::find(logs.begin(), logs.end(), log_path) != logs.end()) return;
   logs.push_back(log_path);
   if (logs.size() > kMostPointers) logs.erase(logs.begin());
-  files.Replace(pointer, JoinLines(logs));
+  // Without the pointer the journal is found when its log is named again.
+  (void)files.Replace(pointer, JoinLines(logs));
 }
 
 }  // namespace
@@ -151,16 +165,16 @@ std::string JournalPath(const std::string& log_path) {
   return log_path + ".pending";
 }
 
-FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
-                     const Block& block) {
+Outcome WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
+                   const Block& block) {
   const std::string journal = JournalPath(log_path);
   const std::uint64_t size = files.Size(log_path).value_or(0);
-  files.Replace(journal, WithCommit(block, size));
-  const std::string bytes = Healing(files, log_path, size) + BlockHead(block.header) + block.records;
-  FileFault fault = files.Append(log_path, bytes);
-  files.Remove(journal);
-  if (!other_journal.empty()) files.Remove(other_journal);
-  return fault;
+  // Neither a journal that cannot be written nor one that stays is a fault of the block.
+  (void)files.Replace(journal, WithCommit(block, size));
+  Outcome appended = Append(files, log_path, size, block);
+  (void)files.Remove(journal);
+  if (!other_journal.empty()) (void)files.Remove(other_journal);
+  return appended;
 }
 
 Recovery RecoverJournal(FileStore& files, const std::string& log_path) {
@@ -171,9 +185,7 @@ Recovery RecoverJournal(FileStore& files, const std::string& log_path) {
     const bool own = number > kMostSetAside;
     const Recovery one = RecoverFile(files, log_path, own ? path : SetAsidePath(path, number));
     result.records += one.records;
-    if (!one.fault) continue;
-    result.fault = one.fault;
-    result.path = one.path;
+    if (one.fault) result.fault = one.fault;
   }
   return result;
 }
@@ -189,6 +201,7 @@ void Journal::Begin(const std::string& log_path, const std::string& header) {
   log_path_ = log_path;
   text_ = BlockHead(header);
   first_ = whole_ = true;
+  ours_ = std::make_shared<bool>(false);
 }
 
 void Journal::Close() {
@@ -196,6 +209,7 @@ void Journal::Close() {
   text_.clear();
   sent_ = 0;
   first_ = whole_ = false;
+  ours_ = std::make_shared<bool>(false);
   ++generation_;
 }
 
@@ -207,27 +221,33 @@ void Journal::Add(const std::string& record) {
 void Journal::Send() {
   if (busy_ || sent_ == text_.size()) return;
   busy_ = true;
-  auto fault = std::make_shared<FileFault>();
+  auto outcome = std::make_shared<Outcome>(Done{});
   auto left = std::make_shared<Recovery>();
   const bool whole = std::exchange(whole_, false);
   const bool first = std::exchange(first_, false);
   const std::string pointer = log_path_ == usual_log_path_ ? std::string() : pointer_path_;
   const auto write = [&files = files_, log_path = log_path_, bytes = whole ? text_ : text_.substr(sent_),
-                      fault, left, whole, first, pointer] {
+                      outcome, left, ours = ours_, whole, first, pointer] {
     const std::string path = JournalPath(log_path);
     if (first && !pointer.empty()) AddToPointer(files, pointer, log_path);
-    if (first && files.Exists(path)) {
-      *left = RecoverJournal(files, log_path);
-      if (files.Exists(path)) SetAside(files, path);
+    if (!*ours) {
+      const Result<Recovery> room = MakeRoom(files, log_path);
+      if (!room) {
+        *outcome = room.fault();
+        return;
+      }
+      *left = room.value();
     }
-    *fault = whole ? files.Replace(path, bytes) : files.Append(path, bytes);
+    *ours = true;
+    *outcome = whole ? files.Replace(path, bytes) : files.Append(path, bytes);
   };
   sent_ = text_.size();
-  worker_.Post(write, [this, fault, left, generation = generation_] {
+  worker_.Post(write, [this, outcome, left, generation = generation_] {
     busy_ = false;
-    fault_ = *fault;
+    fault_.reset();
+    if (!*outcome) fault_ = outcome->fault();
     if (left->records > 0 && recovered_late) recovered_late(*left);
-    if (*fault && generation == generation_) {
+    if (fault_ && generation == generation_) {
       // With the next record all of it is written once more: a journal has no holes.
       whole_ = true;
       sent_ = 0;
@@ -237,29 +257,27 @@ void Journal::Send() {
   });
 }
 
-void Journal::Write(const std::string& log_path, Block block, std::function<void(const FileFault&)> written) {
+void Journal::Write(const std::string& log_path, Block block, std::function<void(const Outcome&)> written) {
   if (blocks_waiting_ >= kMostBlocks) {
     Close();
-    written("The disk does not keep up");
+    written(Fault{log_path, "The disk does not keep up"});
     return;
   }
   ++blocks_waiting_;
-  auto fault = std::make_shared<FileFault>();
+  auto outcome = std::make_shared<Outcome>(Done{});
   const bool elsewhere = !log_path_.empty() && log_path_ != log_path;
-  const bool has_journal = !log_path_.empty() && !elsewhere;
-  const auto write = [&files = files_, log_path, other = elsewhere ? JournalPath(log_path_) : std::string(),
-                      has_journal, fault, block = std::move(block)] {
-    if (!has_journal && files.Exists(JournalPath(log_path))) {
-      // One that was left by an earlier drive into this file.
-      RecoverJournal(files, log_path);
-      if (files.Exists(JournalPath(log_path))) SetAside(files, JournalPath(log_path));
-    }
-    *fault = WriteBlock(files, log_path, other, block);
+  const auto write = [&files = files_, log_path, other_log = elsewhere ? log_path_ : std::string(),
+                      ours = ours_, outcome, block = std::move(block)] {
+    const std::string other = *ours && !other_log.empty() ? JournalPath(other_log) : std::string();
+    const bool journal_is_ours = *ours && other_log.empty();
+    const bool room = journal_is_ours || MakeRoom(files, log_path).ok();
+    *outcome = room ? WriteBlock(files, log_path, other, block)
+                    : Append(files, log_path, files.Size(log_path).value_or(0), block);
   };
   Close();
-  worker_.Post(write, [this, fault, written = std::move(written)] {
+  worker_.Post(write, [this, outcome, written = std::move(written)] {
     --blocks_waiting_;
-    written(*fault);
+    written(*outcome);
   });
 }
 
@@ -269,10 +287,7 @@ void Journal::Recover(const std::string& log_path, std::function<void(const Reco
     const auto recover_one = [&files, &result](const std::string& log) {
       Recovery one = RecoverJournal(files, log);
       result->records += one.records;
-      if (one.fault) {
-        result->fault = one.fault;
-        result->path = one.path;
-      }
+      if (one.fault) result->fault = one.fault;
       return !one.fault;
     };
     recover_one(usual);
@@ -285,11 +300,8 @@ void Journal::Recover(const std::string& log_path, std::function<void(const Reco
       if (!recover_one(log) || !reachable) open.push_back(log);
     }
     if (open == named) return;
-    if (open.empty()) {
-      files.Remove(pointer);
-    } else {
-      files.Replace(pointer, JoinLines(open));
-    }
+    // A pointer that stays as it was is followed once more the next time.
+    (void)(open.empty() ? files.Remove(pointer) : files.Replace(pointer, JoinLines(open)));
   };
   worker_.Post(recover, [result, recovered = std::move(recovered)] { recovered(*result); });
 }

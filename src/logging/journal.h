@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/file_store.h"
@@ -27,13 +28,12 @@ struct Block {
 // Appends a block with its head. A log file that does not end in a line end gets one first. Both its journal
 // and the one that the records came from (empty for the same) go when it is written; a journal that cannot be
 // written is no fault of the block.
-FileFault WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
-                     const Block& block);
+Outcome WriteBlock(FileStore& files, const std::string& log_path, const std::string& other_journal,
+                   const Block& block);
 
 struct Recovery {
-  std::size_t records = 0;  // appended to the log, or completed there
-  FileFault fault;          // the journal then stays for the next time
-  std::string path;         // of the journal with the fault
+  std::size_t records = 0;     // appended to the log, or completed there
+  std::optional<Fault> fault;  // of a journal, which then stays for the next time
 };
 // Appends what left journals of a log file hold to it, each as a block without a torn last line, and removes
 // them.
@@ -59,12 +59,12 @@ class Journal {
   void Add(const std::string& record);
   // Writes a block and ends its journal; `written` is told how it went, as a window event. Too many blocks
   // that wait for a disk are a fault.
-  void Write(const std::string& log_path, Block block, std::function<void(const FileFault&)> written);
+  void Write(const std::string& log_path, Block block, std::function<void(const Outcome&)> written);
   // Recovers the journals of the usual log file, of this one and of those that the pointer names.
   void Recover(const std::string& log_path, std::function<void(const Recovery&)> recovered);
 
   // Why the last record could not be written; nothing when all is well.
-  const FileFault& fault() const { return fault_; }
+  const std::optional<Fault>& fault() const { return fault_; }
   // Waits until everything is written; false when the disk does not answer.
   bool Finish();
 
@@ -83,8 +83,10 @@ class Journal {
   bool whole_ = false;       // the next write replaces the file
   bool busy_ = false;        // a write is on its way
   unsigned generation_ = 0;  // rises with every journal
+  // Known to the worker alone: what stands at the journal's place is of the present block.
+  std::shared_ptr<bool> ours_ = std::make_shared<bool>(false);
   std::size_t blocks_waiting_ = 0;
-  FileFault fault_;
+  std::optional<Fault> fault_;
 };
 
 }  // namespace kestrum

@@ -18,8 +18,8 @@ namespace {
 constexpr int kRecordsPerBlock = 100;
 constexpr const char* kDefaultFile = "\\RSSI-GPS.log";
 
-std::string FaultText(const std::string& description, const std::string& path) {
-  return "Error saving data \r\n" + description + "\r\n" + path;
+std::string FaultText(const std::string& reason, const std::string& path) {
+  return "Error saving data \r\n" + reason + "\r\n" + path;
 }
 
 std::string WithKhz(const std::string& frequency) {
@@ -112,15 +112,16 @@ void LogFile::Flush(const std::string& file_name, const BlockHeading& heading) {
 void LogFile::WriteRecords(const std::string& path, const std::string& header,
                            const std::vector<std::string>& records) {
   journal_.Write(ports_.program.PathOf(path), {header, JoinLines(records)},
-                 [this, path, count = records.size()](const FileFault& fault) {
-                   Written(count, fault);
-                   if (fault) ReportFault(*fault, path);
+                 [this, path, count = records.size()](const Outcome& outcome) {
+                   Written(count, outcome);
+                   if (!outcome) ReportFault(outcome.fault().reason, path);
                  });
 }
 
-void LogFile::Written(std::size_t records, const FileFault& fault) {
-  folder_fault_ = fault;
-  if (fault) {
+void LogFile::Written(std::size_t records, const Outcome& outcome) {
+  folder_fault_.reset();
+  if (!outcome) {
+    folder_fault_ = outcome.fault();
     lost_ += records;
     lost_at_ = ports_.clock.Now();
   } else {
@@ -146,10 +147,11 @@ LogFacts LogFile::Facts() const {
 }
 
 void LogFile::CheckFolder() {
-  auto fault = std::make_shared<FileFault>();
-  ports_.worker.Post([&files = ports_.files, path = Path(), fault] { *fault = files.WhyNotAppend(path); },
-                     [this, fault] {
-                       folder_fault_ = *fault;
+  auto outcome = std::make_shared<Outcome>(Done{});
+  ports_.worker.Post([&files = ports_.files, path = Path(), outcome] { *outcome = files.CheckAppend(path); },
+                     [this, outcome] {
+                       folder_fault_.reset();
+                       if (!*outcome) folder_fault_ = outcome->fault();
                        Run(health_changed);
                      });
 }
@@ -183,7 +185,8 @@ void LogFile::RecoverLastDrive() {
     ShowHint(state_, forms_.form1);
     if (recovery.fault) {
       // Nothing is lost yet: the journal stays for the next time.
-      ports_.dialogs.Notify(VersionedTitle, FaultText(*recovery.fault, recovery.path), Icon::kExclamation);
+      ports_.dialogs.Notify(VersionedTitle, FaultText(recovery.fault->reason, recovery.fault->what),
+                            Icon::kExclamation);
     }
   });
 }
@@ -248,8 +251,8 @@ void LogFile::ShowCount() {
   forms_.form1.lblCatCount.caption = ShortNumber(LogCount);
 }
 
-void LogFile::ReportFault(const std::string& description, const std::string& file_name) {
-  const std::string text = FaultText(description, file_name);
+void LogFile::ReportFault(const std::string& reason, const std::string& file_name) {
+  const std::string text = FaultText(reason, file_name);
   if (finishing_) {
     ports_.program.ReportLoss(text);
     ports_.dialogs.Show(VersionedTitle, text, Icon::kCritical);

@@ -70,12 +70,12 @@ class LogFile {
   // With the frequency sent last and the antenna taken over last, whatever the boxes hold already.
   BlockHeading HeadingInForce() const;
   void Flush(const std::string& file_name, const BlockHeading& heading);
-  void Written(std::size_t records, const FileFault& fault);
+  void Written(std::size_t records, const Outcome& outcome);
   void WriteRecords(const std::string& path, const std::string& header,
                     const std::vector<std::string>& records);
   std::vector<std::string> Records() const;
   void AddToJournal(const std::string& record);
-  void ReportFault(const std::string& description, const std::string& file_name);
+  void ReportFault(const std::string& reason, const std::string& file_name);
 
   State& state_;
   Forms& forms_;
@@ -89,7 +89,7 @@ class LogFile {
   std::optional<DateTime> last_written_;
   std::uint64_t lost_ = 0;  // records, since a block was written last
   std::optional<DateTime> lost_at_;
-  FileFault folder_fault_;
+  std::optional<Fault> folder_fault_;
 };
 
 }  // namespace kestrum

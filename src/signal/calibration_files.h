@@ -4,6 +4,7 @@
 
 #include "cat/front_panel.h"
 #include "signal/calibration_table.h"
+#include "signal/calibration_text.h"
 
 namespace kestrum {
 
@@ -28,8 +29,9 @@ class CalibrationFiles {
   void mnuLoad_Click();
 
  private:
-  // The file's content into table and rig; what went wrong, or nothing.
-  FileFault ReadTable(const std::string& path);
+  // The file's content into table and rig.
+  Outcome ReadTable(const std::string& path);
+  void Apply(const CalibrationHeader& header);
 
   State& state_;
   Forms& forms_;

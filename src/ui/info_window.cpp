@@ -40,11 +40,11 @@ void InfoWindow::LoadInfo(const std::string& file_name) {
   Form2& form = forms_.form2;
   form.caption = file_name;
   form.Text1.text.clear();
-  std::string bytes;
-  if (ports_.files.Read(ports_.program.PathOf("\\" + file_name), bytes)) return;
-  const double kilobytes = static_cast<double>(bytes.size()) / 1024;
+  const Result<std::string> bytes = ports_.files.Read(ports_.program.PathOf("\\" + file_name));
+  if (!bytes) return;
+  const double kilobytes = static_cast<double>(bytes.value().size()) / 1024;
   form.caption += " (" + NumberText(RoundHalfEven(kilobytes, 3)) + " kb).";
-  auto lines = SplitLines(bytes);
+  auto lines = SplitLines(bytes.value());
   for (auto& line : lines) line.insert(0, kIndent);
   form.Text1.text = JoinLines(lines);
 }

@@ -62,7 +62,7 @@ LampText LogLamp(const LogFacts& log) {
   if (log.folder_fault || log.journal_fault) {
     says.state = LampState::kNote;
     says.words = "Check disk";
-    says.detail = log.folder_fault ? *log.folder_fault : *log.journal_fault;
+    says.detail = (log.folder_fault ? log.folder_fault : log.journal_fault)->reason;
     says.advice =
         so_far + (log.folder_fault ? "The next block cannot be written. Press to look again."
                                    : "The records that wait for their block are not yet on the disk.");

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "common/fault.h"
 #include "forms/indicators.h"
 #include "platform/clock.h"
 
@@ -24,8 +25,8 @@ struct LogFacts {
   std::optional<DateTime> last_written;
   std::uint64_t lost = 0;  // records since a block was written last
   std::optional<DateTime> lost_at;
-  std::optional<std::string> journal_fault;  // why the waiting records are not safe, in the system's words
-  std::optional<std::string> folder_fault;   // why the next block could not be written
+  std::optional<Fault> journal_fault;  // why the waiting records are not safe
+  std::optional<Fault> folder_fault;   // why the next block could not be written
 };
 LampText LogLamp(const LogFacts& log);
 

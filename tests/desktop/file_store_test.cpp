@@ -16,14 +16,18 @@
 #include <clocale>
 #include <csignal>
 #include <fstream>
+#include <system_error>
 #include <thread>
 
 #include "desktop/linux/posix_file.h"
 #include "desktop/linux/posix_file_store.h"
 #include "desktop/text_convert.h"
+#include "support/reason_of.h"
 
 namespace kestrum {
 namespace {
+
+using test::ReasonOf;
 
 class FileStoreTest : public ::testing::Test {
  protected:
@@ -47,18 +51,18 @@ class FileStoreTest : public ::testing::Test {
 TEST_F(FileStoreTest, ReplacesAndReadsAllBytes) {
   std::string bytes("\r\n\0\xB0\xFF", 5);
   EXPECT_FALSE(store_.Exists(Path("a.cfg")));
-  EXPECT_EQ(store_.Replace(Path("a.cfg"), bytes), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("a.cfg"), bytes)), "");
   EXPECT_TRUE(store_.Exists(Path("a.cfg")));
-  std::string read;
-  EXPECT_EQ(store_.Read(Path("a.cfg"), read), std::nullopt);
-  EXPECT_EQ(read, bytes);
+  const auto read = store_.Read(Path("a.cfg"));
+  ASSERT_TRUE(read) << ReasonOf(read);
+  EXPECT_EQ(read.value(), bytes);
   EXPECT_EQ(FilesInFolder(), 1) << "no temporary file is left";
 }
 
 TEST_F(FileStoreTest, ReplacingKeepsTheRightsOfTheOldFile) {
   Put(Path("a.cfg"), "old");
   ::chmod(Path("a.cfg").c_str(), 0640);
-  EXPECT_EQ(store_.Replace(Path("a.cfg"), "new"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("a.cfg"), "new")), "");
   struct stat about {};
   ASSERT_EQ(::stat(Path("a.cfg").c_str(), &about), 0);
   EXPECT_EQ(about.st_mode & 0777U, 0640U);
@@ -66,7 +70,7 @@ TEST_F(FileStoreTest, ReplacingKeepsTheRightsOfTheOldFile) {
 
 TEST_F(FileStoreTest, ANewFileHasTheUsualRights) {
   const mode_t mask = ::umask(022);
-  EXPECT_EQ(store_.Replace(Path("a.cfg"), "new"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("a.cfg"), "new")), "");
   ::umask(mask);
   struct stat about {};
   ASSERT_EQ(::stat(Path("a.cfg").c_str(), &about), 0);
@@ -76,27 +80,25 @@ TEST_F(FileStoreTest, ANewFileHasTheUsualRights) {
 TEST_F(FileStoreTest, ReplacingThroughALinkReplacesItsTarget) {
   Put(Path("target"), "old");
   ASSERT_TRUE(QFile::link(QString::fromStdString(Path("target")), QString::fromStdString(Path("link"))));
-  EXPECT_EQ(store_.Replace(Path("link"), "new"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("link"), "new")), "");
   EXPECT_EQ(Content(Path("target")), "new");
   EXPECT_TRUE(QFileInfo(QString::fromStdString(Path("link"))).isSymLink());
 }
 
 TEST_F(FileStoreTest, AFaultTellsTheSystemsWordsAndLeavesWhatWasThere) {
-  std::string read = "untouched";
-  EXPECT_EQ(store_.Read(Path("missing"), read), "No such file or directory");
-  EXPECT_EQ(store_.Read(dir_.path().toStdString(), read), "Is a directory");
-  EXPECT_EQ(read, "untouched");
-  EXPECT_EQ(store_.Replace(dir_.path().toStdString(), "x"), "Is a directory");
-  EXPECT_EQ(store_.Append(dir_.path().toStdString(), "x"), "Is a directory");
-  EXPECT_EQ(store_.Replace(Path("no/such/folder"), "x"), "No such file or directory");
-  EXPECT_EQ(store_.Append(Path("no/such/folder"), "x"), "No such file or directory");
-  EXPECT_EQ(store_.Append("", "x"), "No such file or directory");
+  EXPECT_EQ(store_.Read(Path("missing")).fault(), (Fault{Path("missing"), "No such file or directory"}));
+  EXPECT_EQ(ReasonOf(store_.Read(dir_.path().toStdString())), "Is a directory");
+  EXPECT_EQ(ReasonOf(store_.Replace(dir_.path().toStdString(), "x")), "Is a directory");
+  EXPECT_EQ(ReasonOf(store_.Append(dir_.path().toStdString(), "x")), "Is a directory");
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("no/such/folder"), "x")), "No such file or directory");
+  EXPECT_EQ(ReasonOf(store_.Append(Path("no/such/folder"), "x")), "No such file or directory");
+  EXPECT_EQ(ReasonOf(store_.Append("", "x")), "No such file or directory");
 }
 
 TEST_F(FileStoreTest, AFullDeviceIsReported) {
-  EXPECT_EQ(store_.Append("/dev/full", "x"), "No space left on device");
-  EXPECT_EQ(store_.Replace("/dev/full", "x"), "No space left on device");
-  EXPECT_EQ(store_.Append("/dev/null", "x"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Append("/dev/full", "x")), "No space left on device");
+  EXPECT_EQ(ReasonOf(store_.Replace("/dev/full", "x")), "No space left on device");
+  EXPECT_EQ(ReasonOf(store_.Append("/dev/null", "x")), "");
 }
 
 // What is no file at all stands in its place: every answer comes at once, also without anybody at the other
@@ -120,18 +122,15 @@ TEST_F(FileStoreTest, WhatIsNoFileIsRefusedAtOnce) {
                       {Path("loop"), "Too many levels of symbolic links"},
                       {dir_.path().toStdString(), "Is a directory"}};
   for (const Row& row : rows) {
-    std::string read = "untouched";
     EXPECT_TRUE(store_.Exists(row.path)) << row.path;
     EXPECT_EQ(store_.Size(row.path), std::nullopt) << row.path;
-    EXPECT_EQ(store_.Read(row.path, read), row.reason) << row.path;
-    EXPECT_EQ(store_.ReadFrom(row.path, 1, read, 10), row.reason) << row.path;
-    EXPECT_EQ(store_.Replace(row.path, "x"), row.reason) << row.path;
-    EXPECT_EQ(store_.Append(row.path, "x"), row.reason) << row.path;
-    EXPECT_EQ(read, "untouched");
+    EXPECT_EQ(ReasonOf(store_.Read(row.path)), row.reason) << row.path;
+    EXPECT_EQ(ReasonOf(store_.ReadFrom(row.path, 1, 10)), row.reason) << row.path;
+    EXPECT_EQ(ReasonOf(store_.Replace(row.path, "x")), row.reason) << row.path;
+    EXPECT_EQ(ReasonOf(store_.Append(row.path, "x")), row.reason) << row.path;
   }
-  std::string read;
-  EXPECT_EQ(store_.Read("/dev/zero", read), "Not a regular file");
-  EXPECT_EQ(store_.Read("/dev/tty", read), "Not a regular file");
+  EXPECT_EQ(ReasonOf(store_.Read("/dev/zero")), "Not a regular file");
+  EXPECT_EQ(ReasonOf(store_.Read("/dev/tty")), "Not a regular file");
   ::close(socket);
 }
 
@@ -139,8 +138,8 @@ TEST_F(FileStoreTest, APipeWithAFullBufferIsRefusedToo) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0666), 0);
   const int reader = ::open(Path("pipe").c_str(), O_RDONLY | O_NONBLOCK);
   ASSERT_GE(reader, 0);
-  EXPECT_EQ(store_.Append(Path("pipe"), std::string(200000, 'x')), "Not a regular file");
-  EXPECT_EQ(store_.Replace(Path("pipe"), "x"), "Not a regular file");
+  EXPECT_EQ(ReasonOf(store_.Append(Path("pipe"), std::string(200000, 'x'))), "Not a regular file");
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("pipe"), "x")), "Not a regular file");
   std::array<char, 4> got{};
   EXPECT_EQ(::read(reader, got.data(), got.size()), 0) << "nothing has been written";
   ::close(reader);
@@ -149,9 +148,9 @@ TEST_F(FileStoreTest, APipeWithAFullBufferIsRefusedToo) {
 TEST_F(FileStoreTest, ALinkThatLeadsNowhereIsNothingYet) {
   ASSERT_EQ(::symlink("target", Path("link").c_str()), 0);
   EXPECT_FALSE(store_.Exists(Path("link")));
-  EXPECT_EQ(store_.Replace(Path("link"), "new"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Replace(Path("link"), "new")), "");
   EXPECT_EQ(Content(Path("target")), "new");
-  EXPECT_EQ(store_.Append(Path("link"), "er"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Append(Path("link"), "er")), "");
   EXPECT_EQ(Content(Path("target")), "newer");
 }
 
@@ -166,29 +165,27 @@ TEST_F(FileStoreTest, ReadsAsMuchAsIsAskedForAndNoMore) {
   };
   for (const Row& row : {Row{0, 10, "0123456789"}, Row{0, 9, "012345678"}, Row{9, 1, "9"}, Row{8, 1, "8"},
                          Row{9, 100, "9"}, Row{10, 0, ""}, Row{11, 0, ""}, Row{1000, 5, ""}}) {
-    std::string bytes = "untouched";
-    EXPECT_EQ(store_.ReadFrom(Path("log"), row.offset, bytes, row.most), FileFault()) << row.offset;
-    EXPECT_EQ(bytes, row.bytes) << row.offset;
+    const auto read = store_.ReadFrom(Path("log"), row.offset, row.most);
+    ASSERT_TRUE(read) << row.offset << ": " << ReasonOf(read);
+    EXPECT_EQ(read.value(), row.bytes) << row.offset;
   }
-  std::string bytes;
-  EXPECT_EQ(store_.Read(Path("log"), bytes, 9), "File too large");
+  EXPECT_EQ(ReasonOf(store_.Read(Path("log"), 9)), "File too large");
   // Its size is told as nothing.
-  EXPECT_EQ(store_.Read("/proc/self/maps", bytes, 100), "File too large");
-  EXPECT_EQ(bytes, "");
+  EXPECT_EQ(ReasonOf(store_.Read("/proc/self/maps", 100)), "File too large");
 }
 
 TEST_F(FileStoreTest, RemovesAndRenames) {
   Put(Path("a"), "one");
   Put(Path("b"), "two");
-  EXPECT_EQ(store_.Rename(Path("a"), Path("b")), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Rename(Path("a"), Path("b"))), "");
   EXPECT_EQ(Content(Path("b")), "one");
   EXPECT_FALSE(store_.Exists(Path("a")));
-  EXPECT_EQ(store_.Remove(Path("b")), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Remove(Path("b"))), "");
   EXPECT_FALSE(store_.Exists(Path("b")));
-  EXPECT_EQ(store_.Remove(Path("b")), std::nullopt) << "it is gone already";
-  EXPECT_EQ(store_.Rename(Path("a"), Path("b")), "No such file or directory");
-  EXPECT_EQ(store_.Remove(dir_.path().toStdString()), "Is a directory");
-  EXPECT_EQ(store_.Rename(Path("a"), Path("no/such/folder")), "No such file or directory");
+  EXPECT_EQ(ReasonOf(store_.Remove(Path("b"))), "") << "it is gone already";
+  EXPECT_EQ(ReasonOf(store_.Rename(Path("a"), Path("b"))), "No such file or directory");
+  EXPECT_EQ(ReasonOf(store_.Remove(dir_.path().toStdString())), "Is a directory");
+  EXPECT_EQ(ReasonOf(store_.Rename(Path("a"), Path("no/such/folder"))), "No such file or directory");
 }
 
 // The mask belongs to the whole process: a file that another thread makes meanwhile must not come out open to
@@ -198,7 +195,7 @@ TEST_F(FileStoreTest, TheUsersMaskStandsAllTheTime) {
   std::atomic<bool> through = false;
   std::thread writer([&] {
     for (int i = 0; i < 300; ++i) {
-      EXPECT_EQ(store_.Replace(Path("new" + std::to_string(i)), "x"), std::nullopt);
+      EXPECT_EQ(ReasonOf(store_.Replace(Path("new" + std::to_string(i)), "x")), "");
     }
     through = true;
   });
@@ -248,16 +245,17 @@ TEST_F(FileStoreTest, AReasonHasItsLettersInEveryLocale) {
   qputenv("LANGUAGE", "fr");
   const std::string domain = ::bindtextdomain("libc", nullptr);
   ::bindtextdomain("libc", dir_.path().toLocal8Bit().constData());
-  EXPECT_EQ(posix::Reason(ENODEV), "Aucun p\xE9riph\xE9rique");
-  EXPECT_EQ(posix::Reason(ENOENT), "No such file or directory");
+  EXPECT_EQ(posix::Reason(std::make_error_code(std::errc::no_such_device)), "Aucun p\xE9riph\xE9rique");
+  EXPECT_EQ(posix::Reason(std::make_error_code(std::errc::no_such_file_or_directory)),
+            "No such file or directory");
   ::bindtextdomain("libc", domain.c_str());
   qunsetenv("LANGUAGE");
   std::setlocale(LC_MESSAGES, before.c_str());
 }
 
 TEST_F(FileStoreTest, AppendsAndCreates) {
-  EXPECT_EQ(store_.Append(Path("log"), "one\r\n"), std::nullopt);
-  EXPECT_EQ(store_.Append(Path("log"), "two\r\n"), std::nullopt);
+  EXPECT_EQ(ReasonOf(store_.Append(Path("log"), "one\r\n")), "");
+  EXPECT_EQ(ReasonOf(store_.Append(Path("log"), "two\r\n")), "");
   EXPECT_EQ(Content(Path("log")), "one\r\ntwo\r\n");
 }
 
@@ -270,8 +268,8 @@ TEST_F(FileStoreTest, AnAppendThatFailsHalfWayLeavesOnlyWholeBlocks) {
     ::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{10, 10};
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    const FileFault fault = store_.Append(Path("log"), "a long second block\r\n");
-    ::_exit(fault == "File too large" ? 0 : 1);
+    const Outcome appended = store_.Append(Path("log"), "a long second block\r\n");
+    ::_exit(ReasonOf(appended) == "File too large" ? 0 : 1);
   }
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
@@ -287,7 +285,7 @@ TEST_F(FileStoreTest, AReplaceThatFailsKeepsTheOldFile) {
     ::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{5, 5};
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    ::_exit(store_.Replace(Path("a.cfg"), "a longer new one") == "File too large" ? 0 : 1);
+    ::_exit(ReasonOf(store_.Replace(Path("a.cfg"), "a longer new one")) == "File too large" ? 0 : 1);
   }
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
@@ -306,8 +304,8 @@ TEST_F(FileStoreTest, AReadOnlyFolderIsWrittenInPlace) {
   ASSERT_GE(child, 0);
   if (child == 0) {
     if (::getuid() == 0 && ::setuid(65534) != 0) ::_exit(2);
-    const bool replaced = store_.Replace(Path("a.cfg"), "new") == std::nullopt;
-    const bool refused = store_.Append(Path("new.log"), "x") == "Permission denied";
+    const bool replaced = store_.Replace(Path("a.cfg"), "new").ok();
+    const bool refused = ReasonOf(store_.Append(Path("new.log"), "x")) == "Permission denied";
     ::_exit(replaced && refused ? 0 : 1);
   }
   int status = 0;
@@ -323,10 +321,10 @@ TEST_F(FileStoreTest, AFolderOutsideTheCodePageIsFound) {
   PosixFileStore store(folder);
   const std::string shown = FromQt(folder);
   ASSERT_NE(shown.find("/?? \xE9"), std::string::npos);
-  EXPECT_EQ(store.Replace(shown + "/stra\xDF"
-                                  "e.cfg",
-                          "x"),
-            std::nullopt);
+  EXPECT_EQ(ReasonOf(store.Replace(shown + "/stra\xDF"
+                                           "e.cfg",
+                                   "x")),
+            "");
   EXPECT_TRUE(QFile::exists(folder + QStringLiteral(u"/stra\u00DFe.cfg")));
   EXPECT_TRUE(store.Exists(shown + "/stra\xDF"
                                    "e.cfg"));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/reason_of.h"
 #include "support/scripted_ports.h"
 #include "text/text_file.h"
 
@@ -23,9 +24,9 @@ struct JournalBench : testing::Test {
   std::vector<Recovery> recoveries;
 
   void Write(const std::string& path, Block block) {
-    journal.Write(path, std::move(block), [this](const FileFault& fault) {
+    journal.Write(path, std::move(block), [this](const Outcome& outcome) {
       ++written;
-      if (fault) faults.push_back(*fault);
+      if (!outcome) faults.push_back(outcome.fault().reason);
     });
   }
   Recovery Recover(const std::string& path = kLog) {
@@ -115,9 +116,29 @@ TEST_F(JournalBench, ABlockWithoutRecordsIsCommittedToo) {
 TEST_F(JournalBench, AFileThatIsNoJournalIsLeftAlone) {
   files[kPending] = "somebody's\r\nown\r\ntext\r\nhere\r\n";
   const Recovery recovery = Recover();
-  EXPECT_EQ(recovery.fault, "Not a journal of records");
-  EXPECT_EQ(recovery.path, kPending);
+  EXPECT_EQ(recovery.fault, (Fault{kPending, "Not a journal of records"}));
   EXPECT_TRUE(files.contains(kPending));
+}
+
+// Neither readable nor movable: the records of this drive do without a journal rather than write over it.
+TEST_F(JournalBench, WhatCannotBeSetAsideStaysAndTheBlockIsWrittenWithoutAJournal) {
+  files[kPending] = "somebody's\r\nown\r\ntext\r\nhere\r\n";
+  world.files.write_fault = "Operation not permitted";
+  world.files.faulty_path = std::string(kPending) + ".1";
+  journal.Begin(kLog, "header");
+  journal.Add("one");
+  EXPECT_EQ(ReasonOf(journal.fault()), "Operation not permitted");
+  EXPECT_EQ(files[kPending], "somebody's\r\nown\r\ntext\r\nhere\r\n");
+  Write(kLog, {"final", "one\r\n"});
+  EXPECT_TRUE(faults.empty());
+  EXPECT_EQ(files[kLog], kFinalHead + "one\r\n");
+  EXPECT_EQ(files[kPending], "somebody's\r\nown\r\ntext\r\nhere\r\n");
+  // Once it can be moved, the next journal stands in its place.
+  world.files.write_fault.clear();
+  journal.Begin(kLog, "header");
+  journal.Add("two");
+  EXPECT_EQ(files[kPending], kHead + "two\r\n");
+  EXPECT_EQ(files[std::string(kPending) + ".1"], "somebody's\r\nown\r\ntext\r\nhere\r\n");
 }
 
 // Whenever the power goes during a recovery, the next one repeats nothing.
@@ -184,7 +205,7 @@ TEST_F(JournalBench, AFaultIsToldAndAJournalThatCannotBeWrittenIsNoneOfTheBlock)
   world.files.write_fault = "No space left on device";
   journal.Begin(kLog, "header");
   journal.Add("one");
-  EXPECT_EQ(journal.fault(), "No space left on device");
+  EXPECT_EQ(ReasonOf(journal.fault()), "No space left on device");
   world.files.faulty_path = kPending;
   Write(kLog, {"final", "one\r\n"});
   EXPECT_TRUE(faults.empty());
@@ -195,7 +216,7 @@ TEST_F(JournalBench, AFaultIsToldAndAJournalThatCannotBeWrittenIsNoneOfTheBlock)
   world.files.write_fault = "";
   journal.Begin(kLog, "header");
   journal.Add("three");
-  EXPECT_EQ(journal.fault(), FileFault());
+  EXPECT_EQ(journal.fault(), std::nullopt);
 }
 
 TEST_F(JournalBench, ADiskThatNeverAnswersIsNotWaitedForWithoutEnd) {
@@ -226,7 +247,7 @@ TEST_P(LeftJournal, BecomesABlockOfItsLog) {
   files[kPending] = row.pending;
   const Recovery recovery = Recover();
   EXPECT_EQ(recovery.records, row.records);
-  EXPECT_EQ(recovery.fault, FileFault());
+  EXPECT_EQ(recovery.fault, std::nullopt);
   EXPECT_EQ(files[kLog], row.recovered);
   EXPECT_FALSE(files.contains(kPending));
 }
@@ -283,7 +304,7 @@ TEST_F(JournalBench, AJournalCutAtAnyByteLosesAtMostItsLastLine) {
 TEST_F(JournalBench, ALogThatCannotBeWrittenKeepsTheJournalForTheNextTime) {
   files[kPending] = kHead + kTwo;
   world.files.write_fault = "Read-only file system";
-  EXPECT_EQ(Recover().fault, "Read-only file system");
+  EXPECT_EQ(ReasonOf(Recover().fault), "Read-only file system");
   EXPECT_TRUE(files.contains(kPending));
   world.files.write_fault = "";
   EXPECT_EQ(Recover().records, 2U);

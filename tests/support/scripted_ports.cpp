@@ -144,57 +144,57 @@ std::optional<std::uint64_t> MemoryFiles::Size(const std::string& path) const {
   return file->second.size();
 }
 
-FileFault MemoryFiles::Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const {
-  if (Size(path).value_or(0) > most_bytes) return "File too large";
-  return ReadFrom(path, 0, bytes, std::numeric_limits<std::uint64_t>::max());
+Result<std::string> MemoryFiles::Read(const std::string& path, std::uint64_t most_bytes) const {
+  if (Size(path).value_or(0) > most_bytes) return Fault{path, "File too large"};
+  return ReadFrom(path, 0, std::numeric_limits<std::uint64_t>::max());
 }
 
-FileFault MemoryFiles::ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
-                                std::uint64_t most_bytes) const {
-  if (!read_fault.empty()) return read_fault;
+Result<std::string> MemoryFiles::ReadFrom(const std::string& path, std::uint64_t offset,
+                                          std::uint64_t most_bytes) const {
+  if (!read_fault.empty()) return Fault{path, read_fault};
   const auto file = files.find(path);
-  if (file == files.end()) return "No such file or directory";
+  if (file == files.end()) return Fault{path, "No such file or directory"};
   const std::string& content = file->second;
-  bytes = offset < content.size() ? content.substr(offset, most_bytes) : std::string();
-  return {};
+  return offset < content.size() ? content.substr(offset, most_bytes) : std::string();
 }
 
-FileFault MemoryFiles::WriteFault(const std::string& path) const {
+Outcome MemoryFiles::TryWrite(const std::string& path) const {
   const bool fails = !write_fault.empty() && (faulty_path.empty() || faulty_path == path);
-  return fails ? FileFault(write_fault) : FileFault();
+  if (fails) return Fault{path, write_fault};
+  return Done{};
 }
 
-FileFault MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
+Outcome MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
   if (on_write) on_write(path);
   if (!path.ends_with(".pending")) ++replaces;
-  if (FileFault fault = WriteFault(path)) return fault;
+  if (Outcome tried = TryWrite(path); !tried) return tried;
   files[path] = bytes;
-  return {};
+  return Done{};
 }
 
-FileFault MemoryFiles::Append(const std::string& path, std::string_view bytes) {
+Outcome MemoryFiles::Append(const std::string& path, std::string_view bytes) {
   if (on_write) on_write(path);
   if (on_append) on_append(path);
   const bool journal = path.ends_with(".pending");
   if (!journal) ++appends;
-  if (FileFault fault = WriteFault(path)) return fault;
+  if (Outcome tried = TryWrite(path); !tried) return tried;
   if (!journal) appended_lines += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
   if (!forget_appends) files[path] += bytes;
-  return {};
+  return Done{};
 }
 
-FileFault MemoryFiles::Remove(const std::string& path) {
+Outcome MemoryFiles::Remove(const std::string& path) {
   files.erase(path);
-  return {};
+  return Done{};
 }
 
-FileFault MemoryFiles::Rename(const std::string& from, const std::string& to) {
-  if (FileFault fault = WriteFault(to)) return fault;
+Outcome MemoryFiles::Rename(const std::string& from, const std::string& to) {
+  if (Outcome tried = TryWrite(to); !tried) return tried;
   const auto file = files.find(from);
-  if (file == files.end()) return "No such file or directory";
+  if (file == files.end()) return Fault{from, "No such file or directory"};
   files[to] = std::move(file->second);
   files.erase(from);
-  return {};
+  return Done{};
 }
 
 void ScriptedWorker::Post(std::function<void()> job, std::function<void()> done) {

@@ -200,17 +200,17 @@ class MemoryFiles : public FileStore {
 
   bool Exists(const std::string& path) const override { return files.contains(path); }
   std::optional<std::uint64_t> Size(const std::string& path) const override;
-  FileFault Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const override;
-  FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
-                     std::uint64_t most_bytes) const override;
-  FileFault Replace(const std::string& path, std::string_view bytes) override;
-  FileFault Append(const std::string& path, std::string_view bytes) override;
-  FileFault WhyNotAppend(const std::string& path) const override { return WriteFault(path); }
-  FileFault Remove(const std::string& path) override;
-  FileFault Rename(const std::string& from, const std::string& to) override;
+  Result<std::string> Read(const std::string& path, std::uint64_t most_bytes) const override;
+  Result<std::string> ReadFrom(const std::string& path, std::uint64_t offset,
+                               std::uint64_t most_bytes) const override;
+  Outcome Replace(const std::string& path, std::string_view bytes) override;
+  Outcome Append(const std::string& path, std::string_view bytes) override;
+  Outcome CheckAppend(const std::string& path) const override { return TryWrite(path); }
+  Outcome Remove(const std::string& path) override;
+  Outcome Rename(const std::string& from, const std::string& to) override;
 
  private:
-  FileFault WriteFault(const std::string& path) const;
+  Outcome TryWrite(const std::string& path) const;
 };
 
 // Writes at once, unless told to hold: then jobs wait for Release or Finish.

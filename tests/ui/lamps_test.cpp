@@ -34,15 +34,15 @@ TEST(Lamps, LogSaysWhereTheRecordsAre) {
   LogFacts lost = written;
   lost.lost = 100;
   lost.lost_at = DateTime{2026, 5, 17, 13, 4, 59};
-  lost.folder_fault = "No space left on device";
+  lost.folder_fault = Fault{"/log", "No space left on device"};
   LogFacts lost_and_off = lost;
   lost_and_off.logging = false;
   LogFacts one_lost = lost;
   one_lost.lost = 1;
   LogFacts folder = written;
-  folder.folder_fault = "No such file or directory";
+  folder.folder_fault = Fault{"/log", "No such file or directory"};
   LogFacts journal = written;
-  journal.journal_fault = "No space left on device";
+  journal.journal_fault = Fault{"/log", "No space left on device"};
   const std::vector<LogRow> rows = {
       {"off", off, LampState::kOff, "Not logging", "7 of 100 in memory", 0.07},
       {"begun", Logging(1), LampState::kGood, "Logging", "1 of 100, none written yet", 0.01},

@@ -1,48 +1,16 @@
 #include "analysis/recalibration.h"
 
-#include <array>
 #include <memory>
-#include <vector>
 
+#include "config/settings.h"
 #include "log/line_parser.h"
 #include "log/text_encoding.h"
-#include "signal/conversion.h"
+#include "signal/calibration_text.h"
 #include "text/number_text.h"
 #include "text/text_file.h"
 
 namespace orvandi {
 namespace {
-
-constexpr std::size_t kLargestFile = std::size_t{1} << 20;  // as the logger refuses it
-constexpr double kHighestHf_khz = 30000;
-constexpr std::string_view kSeparator = ", ";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
-// "FT840 LSB 3630": the first number behind rig and mode, be the mode empty or led by blanks. 0 when there is
-// none.
-double FrequencyOf(std::string_view header) {
-  std::size_t word = 0;
-  while (!header.empty()) {
-    const auto end = header.find(' ');
-    const std::string_view text = header.substr(0, end);
-    if (word >= 2 && !text.empty()) return ParseLeadingNumber(text).value_or(0);
-    header.remove_prefix(end == std::string_view::npos ? header.size() : end + 1);
-    ++word;
-  }
-  return 0;
-}
-
-// False when the line does not hold three cells.
-bool ReadRow(std::string_view line, kestrum::TableRow& row) {
-  const std::array cells = {&row.s, &row.microvolt, &row.millivolt_per_metre};
-  for (std::size_t column = 0; column < cells.size(); ++column) {
-    const auto end = line.find(kSeparator);
-    if (end == std::string_view::npos && column + 1 < cells.size()) return false;
-    *cells[column] = Trimmed(line.substr(0, end));
-    line.remove_prefix(end == std::string_view::npos ? line.size() : end + kSeparator.size());
-  }
-  return true;
-}
 
 Recalibration::Reading ReadingOf(const kestrum::TableRow& row) {
   Recalibration::Reading reading;
@@ -58,32 +26,27 @@ Recalibration::Reading ReadingOf(const kestrum::TableRow& row) {
 
 }  // namespace
 
-std::string Recalibration::Load(std::string_view bytes) {
-  if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
-  if (bytes.size() > kLargestFile) return "This is no calibration file: it is too large.";
-  const std::vector<std::string> lines = kestrum::SplitLines(bytes);
-  if (lines.empty()) return "The calibration file is empty.";
-  const std::string_view header = Trimmed(lines.front());
-  const double frequency_khz = FrequencyOf(header);
-  if (!(frequency_khz > 0)) return "This is no calibration file: its first line holds no frequency.";
-  if (lines.size() < kestrum::kMeterRows + 1) {
-    return "The calibration file ends after " + std::to_string(lines.size()) + " of 257 lines.";
+kestrum::Outcome Recalibration::Load(std::string_view bytes) {
+  if (bytes.size() > kestrum::kLargestCalibration) {
+    return kestrum::Fault{"", "This is no calibration file: it is too large."};
   }
-  const auto table = std::make_unique<kestrum::S2FtableRows>();
-  for (std::size_t raw = 0; raw < kestrum::kMeterRows; ++raw) {
-    if (!ReadRow(lines[raw + 1], (*table)[raw])) {
-      return "Line " + std::to_string(raw + 2) + " of the calibration file holds fewer than three cells.";
-    }
+  const auto text = kestrum::ReadCalibration(bytes);
+  if (!text) return kestrum::Fault{"", "This is no calibration file: " + text.fault().reason + "."};
+  if (text.value().fault) {
+    const kestrum::Fault& fault = *text.value().fault;
+    return kestrum::Fault{fault.what, "The calibration file is not whole: " + fault.reason + "."};
   }
+  const auto table = std::make_unique<kestrum::S2FtableRows>(text.value().rows);
   kestrum::Tidy(*table);
-  const bool above_hf = frequency_khz > kHighestHf_khz;
+  const std::string& frequency = text.value().header.frequency;
+  const bool above_hf = kestrum::Val(frequency) > kestrum::kHfLimitKhz;
   for (std::size_t raw = 0; raw < kestrum::kMeterRows; ++raw) {
     // Each value stands for itself: cells that the table leaves open are unknown, not those of the value
     // before.
     readings_[raw] = ReadingOf(kestrum::ConvertRaw(*table, static_cast<int>(raw), above_hf));
   }
-  header_ = ToUtf8(header);
-  return {};
+  header_ = ToUtf8(Trimmed(kestrum::SplitLines(kestrum::WithoutUtf8Mark(bytes)).front()));
+  return kestrum::Done{};
 }
 
 const Recalibration::Reading& Recalibration::Of(int raw) const {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/fault.h"
 #include "log/log.h"
 
 namespace orvandi {
@@ -20,10 +21,9 @@ class Recalibration {
     float millivolt_per_m = kUnknown;
   };
 
-  // Reads the bytes of a calibration file. On failure returns a sentence for the user and leaves the table as
-  // it was;
-  // "" on success.
-  std::string Load(std::string_view bytes);
+  // Reads the bytes of a calibration file. The reason of a fault is a sentence for the user; the table is
+  // then as it was.
+  kestrum::Outcome Load(std::string_view bytes);
 
   // Of a raw value from 0 to 255; outside of it everything is unknown.
   const Reading& Of(int raw) const;

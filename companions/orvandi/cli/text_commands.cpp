@@ -36,11 +36,11 @@ OpenLogs OpenAll(const QStringList& paths) {
   return logs;
 }
 
-// "" when it could be loaded.
-QString LoadCalibration(const QString& path, Recalibration& recalibration) {
+kestrum::Outcome LoadCalibration(const QString& path, Recalibration& recalibration) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return file.errorString();
-  return ToQt(recalibration.Load(file.read(kLargestCalibration).toStdString()));
+  if (!file.open(QIODevice::ReadOnly))
+    return kestrum::Fault{path.toStdString(), file.errorString().toStdString()};
+  return recalibration.Load(file.read(kLargestCalibration).toStdString());
 }
 
 ExportOutcome WriteExport(const CommandLine& line, std::span<const NamedLog> logs,
@@ -89,9 +89,9 @@ int RunTextCommand(const CommandLine& line, const QStringList& logs) {
   Recalibration recalibration;
   const bool recalibrate = !line.calibration.isEmpty();
   if (recalibrate) {
-    const QString complaint = LoadCalibration(line.calibration, recalibration);
-    if (!complaint.isEmpty()) {
-      Print(stderr, QStringLiteral("Orvandi: %1: %2\n").arg(line.calibration, complaint));
+    const auto loaded = LoadCalibration(line.calibration, recalibration);
+    if (!loaded) {
+      Print(stderr, QStringLiteral("Orvandi: %1: %2\n").arg(line.calibration, ToQt(loaded.fault().reason)));
       return 1;
     }
   }

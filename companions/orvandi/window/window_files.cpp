@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QToolButton>
 
+#include "export/row.h"
 #include "map/map_view.h"
 #include "window/elided_label.h"
 #include "window/notice_bar.h"
@@ -276,9 +277,9 @@ void OrvandiWindow::Calibrate(const QString& path) {
     return;
   }
   Recalibration recalibration;
-  const std::string complaint = recalibration.Load(file.read(kMostBytes).toStdString());
-  if (!complaint.empty()) {
-    notice_->Say(QFileInfo(path).fileName() + QStringLiteral(": ") + QString::fromStdString(complaint));
+  const auto loaded = recalibration.Load(file.read(kMostBytes).toStdString());
+  if (!loaded) {
+    notice_->Say(QFileInfo(path).fileName() + QStringLiteral(": ") + ToQt(loaded.fault().reason));
     return;
   }
   const QString header = QString::fromStdString(recalibration.Header()).trimmed();

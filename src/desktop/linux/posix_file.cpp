@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "desktop/text_convert.h"
 
@@ -18,76 +19,84 @@ constexpr const char* kNoFile = "Not a regular file";
 
 }  // namespace
 
-std::string Reason(int error) {
+std::error_code LastError() {
+  return {errno, std::generic_category()};
+}
+
+std::string Reason(std::error_code error) {
   std::array<char, 256> room{};
-  return FromQt(QString::fromLocal8Bit(::strerror_r(error, room.data(), room.size())));
+  return FromQt(QString::fromLocal8Bit(::strerror_r(error.value(), room.data(), room.size())));
+}
+
+Fault FaultOf(const std::string& path, std::error_code error) {
+  return {path, Reason(error)};
+}
+
+Outcome OutcomeOf(const std::string& path, std::error_code error) {
+  if (error) return FaultOf(path, error);
+  return Done{};
 }
 
 Descriptor::~Descriptor() {
   if (number_ >= 0) ::close(number_);
 }
 
-int Descriptor::Close() {
-  const int number = number_;
-  number_ = -1;
-  const int error = ::close(number) == 0 ? 0 : errno;
-  return error == EINTR ? 0 : error;
+std::error_code Descriptor::Close() {
+  const int number = std::exchange(number_, -1);
+  if (::close(number) == 0 || LastError() == std::errc::interrupted) return {};
+  return LastError();
 }
 
 Found LookAt(const std::string& path) {
   Found found;
-  if (::stat(path.c_str(), &found.about) != 0) found.error = errno;
+  if (::stat(path.c_str(), &found.about) != 0) found.error = LastError();
   return found;
 }
 
-FileFault KindFault(const Found& found) {
-  if (found.error == ENOENT) return std::nullopt;
-  if (found.error != 0) return Reason(found.error);
-  if (S_ISDIR(found.about.st_mode)) return Reason(EISDIR);
-  if (S_ISREG(found.about.st_mode) || S_ISCHR(found.about.st_mode)) return std::nullopt;
-  return kNoFile;
+Outcome CheckKind(const std::string& path, const Found& found) {
+  if (found.nothing()) return Done{};
+  if (found.error) return FaultOf(path, found.error);
+  if (S_ISDIR(found.about.st_mode)) return FaultOf(path, std::make_error_code(std::errc::is_a_directory));
+  if (S_ISREG(found.about.st_mode) || S_ISCHR(found.about.st_mode)) return Done{};
+  return Fault{path, kNoFile};
 }
 
 // Asked by name first, since opening alone may already do something to a device. What has come in its place
 // since then is seen by the second look.
-Opened Open(const std::string& path, int flags) {
+Result<Opened> Open(const std::string& path, int flags) {
   const bool reads = (flags & O_ACCMODE) == O_RDONLY;
-  const auto fault_of = [reads](const Found& found) -> FileFault {
-    if (FileFault fault = KindFault(found)) return fault;
-    if (reads && found.error == ENOENT) return Reason(ENOENT);
-    if (reads && !found.regular()) return kNoFile;
-    return std::nullopt;
+  const auto check = [&path, reads](const Found& found) -> Outcome {
+    if (Outcome kind = CheckKind(path, found); !kind) return kind;
+    if (reads && found.nothing()) return FaultOf(path, found.error);
+    if (reads && !found.regular()) return Fault{path, kNoFile};
+    return Done{};
   };
-  if (FileFault fault = fault_of(LookAt(path))) return {Descriptor(), fault, {}};
-  Opened result{
-      Descriptor(::open(path.c_str(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kNewFile)), {}, {}};
-  const int open_error = errno;
-  if (!result.file.valid()) {
-    result.fault = Reason(open_error);
-    return result;
-  }
+  if (const Outcome by_name = check(LookAt(path)); !by_name) return by_name.fault();
+  Opened result{Descriptor(::open(path.c_str(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kNewFile)), {}};
+  if (!result.file.valid()) return FaultOf(path, LastError());
   Found opened;
-  if (::fstat(result.file.number(), &opened.about) != 0) opened.error = errno;
-  result.fault = fault_of(opened);
+  if (::fstat(result.file.number(), &opened.about) != 0) opened.error = LastError();
+  if (const Outcome as_opened = check(opened); !as_opened) return as_opened.fault();
   result.about = opened.about;
   return result;
 }
 
-int WriteAll(int file, std::string_view bytes) {
+std::error_code WriteAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    const int error = errno;
-    if (written < 0 && error == EINTR) continue;
-    if (written < 0) return error;
+    if (written < 0 && LastError() == std::errc::interrupted) continue;
+    if (written < 0) return LastError();
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
-  return 0;
+  return {};
 }
 
 // A device has nothing to sync.
-int SyncFile(int file) {
-  const int error = ::fsync(file) == 0 ? 0 : errno;
-  return error == EINVAL || error == EROFS ? 0 : error;
+std::error_code SyncFile(int file) {
+  if (::fsync(file) == 0) return {};
+  const std::error_code error = LastError();
+  const bool no_disk = error == std::errc::invalid_argument || error == std::errc::read_only_file_system;
+  return no_disk ? std::error_code() : error;
 }
 
 void SyncFolderOf(const std::string& path) {

@@ -2,17 +2,22 @@
 
 #include <sys/stat.h>
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
-#include "platform/file_store.h"
+#include "common/fault.h"
 
 namespace kestrum::posix {
 
-// The system's description of an error number, in the program's 8-bit text whatever the locale is. Usable
-// from any thread.
-std::string Reason(int error);
+// Why the system call just made has failed.
+std::error_code LastError();
+// The system's description of an error, in the program's 8-bit text whatever the locale is. Usable from any
+// thread.
+std::string Reason(std::error_code error);
+Fault FaultOf(const std::string& path, std::error_code error);
+// Done without an error.
+Outcome OutcomeOf(const std::string& path, std::error_code error);
 
 // An open file; closed at the end.
 class Descriptor {
@@ -26,8 +31,8 @@ class Descriptor {
 
   int number() const { return number_; }
   bool valid() const { return number_ >= 0; }
-  // Zero, or the error that a deferred write may only tell now.
-  int Close();
+  // A deferred write may only now tell its error.
+  std::error_code Close();
 
  private:
   int number_;
@@ -35,28 +40,27 @@ class Descriptor {
 
 // What stands at a path, links followed.
 struct Found {
-  int error = 0;  // zero, or why it is not known; ENOENT when nothing stands there
+  std::error_code error;  // why it is not known
   struct stat about {};
-  bool regular() const { return error == 0 && S_ISREG(about.st_mode); }
+  bool regular() const { return !error && S_ISREG(about.st_mode); }
+  bool nothing() const { return error == std::errc::no_such_file_or_directory; }
 };
 Found LookAt(const std::string& path);
 
-// Why nothing can be written to what was found, judged by its kind alone: a folder, a pipe, a socket or a
-// disk. Nothing when it is a file, a character device or not there yet.
-FileFault KindFault(const Found& found);
+// Whether something can be written to what was found, judged by its kind alone: not to a folder, a pipe, a
+// socket or a disk, but to a file, a character device or a name not yet taken.
+Outcome CheckKind(const std::string& path, const Found& found);
 
-// An opened file, or why it is none.
 struct Opened {
   Descriptor file;
-  FileFault fault;
   struct stat about {};
 };
 // Never waits for the other end of what stands there. `flags` as for open(2).
-Opened Open(const std::string& path, int flags);
+Result<Opened> Open(const std::string& path, int flags);
 
-// Zero, or the error. What takes no bytes now is an error, not a reason to wait.
-int WriteAll(int file, std::string_view bytes);
-int SyncFile(int file);
+// What takes no bytes now is an error, not a reason to wait.
+std::error_code WriteAll(int file, std::string_view bytes);
+std::error_code SyncFile(int file);
 // A name in a folder is on the disk only when the folder is.
 void SyncFolderOf(const std::string& path);
 

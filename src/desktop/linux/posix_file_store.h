@@ -16,14 +16,14 @@ class PosixFileStore : public FileStore {
 
   bool Exists(const std::string& path) const override;
   std::optional<std::uint64_t> Size(const std::string& path) const override;
-  FileFault Read(const std::string& path, std::string& bytes, std::uint64_t most_bytes) const override;
-  FileFault ReadFrom(const std::string& path, std::uint64_t offset, std::string& bytes,
-                     std::uint64_t most_bytes) const override;
-  FileFault Replace(const std::string& path, std::string_view bytes) override;
-  FileFault Append(const std::string& path, std::string_view bytes) override;
-  FileFault WhyNotAppend(const std::string& path) const override;
-  FileFault Remove(const std::string& path) override;
-  FileFault Rename(const std::string& from, const std::string& to) override;
+  Result<std::string> Read(const std::string& path, std::uint64_t most_bytes) const override;
+  Result<std::string> ReadFrom(const std::string& path, std::uint64_t offset,
+                               std::uint64_t most_bytes) const override;
+  Outcome Replace(const std::string& path, std::string_view bytes) override;
+  Outcome Append(const std::string& path, std::string_view bytes) override;
+  Outcome CheckAppend(const std::string& path) const override;
+  Outcome Remove(const std::string& path) override;
+  Outcome Rename(const std::string& from, const std::string& to) override;
 
  private:
   // The file's name for the system. The application folder may hold characters that the 8-bit text of a path

@@ -23,7 +23,7 @@ const std::vector<std::pair<int, std::string>> kCells = {
 
 TEST(Recalibration, ConvertsAsTheLoggerDoes) {
   Recalibration table;
-  ASSERT_EQ(table.Load(File(" FT840 LSB 3630", kCells)), "");
+  ASSERT_TRUE(table.Load(File(" FT840 LSB 3630", kCells)));
   EXPECT_EQ(table.Header(), "FT840 LSB 3630");
   // On a point, and between two of them.
   EXPECT_EQ(table.Of(100).s_text, "S5");
@@ -42,31 +42,33 @@ TEST(Recalibration, ConvertsAsTheLoggerDoes) {
 TEST(Recalibration, RoundsByTheBandOfItsHeader) {
   const std::vector<std::pair<int, std::string>> cells = {{0, "S0, 0, 0"}, {3, "S1, 1, 1"}, {9, "S2, 2, 2"}};
   Recalibration hf;
-  ASSERT_EQ(hf.Load(File(" FT817 CW 3630", cells)), "");
+  ASSERT_TRUE(hf.Load(File(" FT817 CW 3630", cells)));
   EXPECT_FLOAT_EQ(hf.Of(4).microvolt, 1.2F);
   Recalibration vhf;
-  ASSERT_EQ(vhf.Load(File(" FT817  145500 kHz", cells)), "");
+  ASSERT_TRUE(vhf.Load(File(" FT817  145500 kHz", cells)));
   EXPECT_FLOAT_EQ(vhf.Of(4).microvolt, 1.17F);
 }
 
 TEST(Recalibration, ExcludesPointsThatDoNotRise) {
   Recalibration table;
-  ASSERT_EQ(table.Load(File(" FT840 LSB 3630",
-                            {{0, "S0, 0, 0"}, {50, "S5, 10, 4"}, {60, "S6, 9, 3"}, {100, "S9, 60, 24"}})),
-            "");
+  ASSERT_TRUE(table.Load(
+      File(" FT840 LSB 3630", {{0, "S0, 0, 0"}, {50, "S5, 10, 4"}, {60, "S6, 9, 3"}, {100, "S9, 60, 24"}})));
   EXPECT_EQ(table.Of(60).s_text, "S5+");
   EXPECT_FLOAT_EQ(table.Of(60).microvolt, 20);
 }
 
 TEST(Recalibration, SaysWhatIsWrongAndStaysAsItWas) {
   Recalibration table;
-  ASSERT_EQ(table.Load(File(" FT840 LSB 3630", kCells)), "");
-  EXPECT_NE(table.Load(""), "");
-  EXPECT_EQ(table.Load("hello\r\n"), "This is no calibration file: its first line holds no frequency.");
-  EXPECT_EQ(table.Load(" FT840 LSB 3630\r\nS0, 0, 0\r\n"), "The calibration file ends after 2 of 257 lines.");
-  EXPECT_EQ(table.Load(File(" FT840 LSB 3630", {{3, "S5, 10"}})),
-            "Line 5 of the calibration file holds fewer than three cells.");
-  EXPECT_EQ(table.Load(std::string(2 << 20, 'x')), "This is no calibration file: it is too large.");
+  ASSERT_TRUE(table.Load(File(" FT840 LSB 3630", kCells)));
+  EXPECT_FALSE(table.Load(""));
+  EXPECT_EQ(table.Load("hello\r\n").fault().reason,
+            "This is no calibration file: The first line holds no frequency.");
+  EXPECT_EQ(table.Load(" FT840 LSB 3630\r\nS0, 0, 0\r\n").fault().reason,
+            "The calibration file is not whole: Input past end of file.");
+  EXPECT_EQ(table.Load(File(" FT840 LSB 3630", {{3, "S5, 10"}})).fault().reason,
+            "The calibration file is not whole: A line holds fewer than three fields.");
+  EXPECT_EQ(table.Load(std::string(2 << 20, 'x')).fault().reason,
+            "This is no calibration file: it is too large.");
   EXPECT_FLOAT_EQ(table.Of(150).microvolt, 60);
 }
 
@@ -74,7 +76,7 @@ TEST(Recalibration, ChangesValuesAndNotTheLog) {
   const Log log = Read(Text(BlockLines(
       "21-11-2026 01:55:34, 5157.00N, 00532.00E, 25 m,  FT840 LSB  3630 kHz, Loop", {"01:55:31"})));
   Recalibration table;
-  ASSERT_EQ(table.Load(File(" FT840 LSB 3630", kCells)), "");
+  ASSERT_TRUE(table.Load(File(" FT840 LSB 3630", kCells)));
   const Record& record = log.records[0];
   ASSERT_EQ(record.raw, 121);
   EXPECT_NEAR(ValueOf(log, record, Unit::kMicrovolt, &table), 31, 1e-5);

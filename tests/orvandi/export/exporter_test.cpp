@@ -227,7 +227,7 @@ TEST_F(Exports, TakeTheRecalibratedValues) {
   lines[1] = "S0, 0, 0";
   lines[122] = "S7, 12, 5";
   Recalibration recalibration;
-  ASSERT_EQ(recalibration.Load(Text(lines)), "");
+  ASSERT_TRUE(recalibration.Load(Text(lines)));
   ExportOptions options;
   options.recalibration = &recalibration;
   EXPECT_EQ(
