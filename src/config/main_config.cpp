@@ -155,7 +155,7 @@ std::string FlagLine(bool flag) {
 
 }  // namespace
 
-MainConfig::MainConfig(State& state, Form1& form, const Ports& ports)
+MainConfig::MainConfig(State& state, Form1& form, const PortSet<Dialogs, Beeper, Program, FileStore>& ports)
     : state_(state), form_(form), ports_(ports) {}
 
 void MainConfig::LoadCfg() {

@@ -10,7 +10,7 @@ namespace kestrum {
 // apart by their position alone and up to 21 antenna lines.
 class MainConfig {
  public:
-  MainConfig(State& state, Form1& form, const Ports& ports);
+  MainConfig(State& state, Form1& form, const PortSet<Dialogs, Beeper, Program, FileStore>& ports);
 
   // Set by the application: the program is about to end without its shutdown steps.
   Handler ends_now;
@@ -40,7 +40,7 @@ class MainConfig {
 
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<Dialogs, Beeper, Program, FileStore> ports_;
   bool unreadable_ = false;        // and so not overwritten
   bool keep_before_save_ = false;  // the first save moves the file aside
 };

@@ -47,8 +47,9 @@ void ShowToolTips(Form3& form) {
 
 }  // namespace
 
-CalibrationEditor::CalibrationEditor(State& state, Forms& forms, const Ports& ports, CalibrationTable& table,
-                                     CalibrationFiles& files)
+CalibrationEditor::CalibrationEditor(State& state, Forms& forms,
+                                     const PortSet<Dialogs, Beeper, Program, FileStore>& ports,
+                                     CalibrationTable& table, CalibrationFiles& files)
     : state_(state), forms_(forms), ports_(ports), table_(table), files_(files) {}
 
 void CalibrationEditor::Wire() {

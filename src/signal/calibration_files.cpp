@@ -8,7 +8,8 @@
 
 namespace kestrum {
 
-CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig,
+CalibrationFiles::CalibrationFiles(State& state, Forms& forms,
+                                   const PortSet<Dialogs, Program, FileStore>& ports, RigCommands& rig,
                                    FrontPanel& panel, CalibrationTable& table)
     : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {}
 

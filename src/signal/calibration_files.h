@@ -11,8 +11,8 @@ namespace kestrum {
 // Calibration files: a header with rig, mode and frequency, then rows 0 to 255 of the table.
 class CalibrationFiles {
  public:
-  CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig, FrontPanel& panel,
-                   CalibrationTable& table);
+  CalibrationFiles(State& state, Forms& forms, const PortSet<Dialogs, Program, FileStore>& ports,
+                   RigCommands& rig, FrontPanel& panel, CalibrationTable& table);
 
   // Replaces the table and puts the rig back to what the header says. Every fault is told in a message box;
   // what was loaded up to it stays.
@@ -35,7 +35,7 @@ class CalibrationFiles {
 
   State& state_;
   Forms& forms_;
-  Ports ports_;
+  PortSet<Dialogs, Program, FileStore> ports_;
   RigCommands& rig_;
   FrontPanel& panel_;
   CalibrationTable& table_;

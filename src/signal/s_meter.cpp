@@ -103,8 +103,12 @@ void SMeter::StartAverage() {
 void SMeter::AverageRSSIValue(int raw, bool reset) {
   if (reset) {
     StartAverage();
-    return;
+  } else {
+    AddSample(raw);
   }
+}
+
+void SMeter::AddSample(int raw) {
   if (const MeasuredOn now = On(); now != collected_on_) {
     StartAverage();
     collected_on_ = now;
@@ -142,15 +146,19 @@ void SMeter::ShowAtStart() {
   form.ProgressBar1.tool_tip = BarToolTip("0", form.ProgressBar1);
 }
 
+void SMeter::RunAveraging() {
+  Timer& timer = forms_.form1.tmrAverageRSSI;
+  if (!state_.settings.AverageRSSI) {
+    timer.Stop();
+    return;
+  }
+  timer.interval_ms = kAverageIntervalMs;
+  timer.Start();
+}
+
 void SMeter::ShowAveraging() {
   Form1& form = forms_.form1;
   const bool averaging = state_.settings.AverageRSSI;
-  if (averaging) {
-    form.tmrAverageRSSI.interval_ms = kAverageIntervalMs;
-    form.tmrAverageRSSI.Start();
-  } else {
-    form.tmrAverageRSSI.Stop();
-  }
   form.sldSquelch.visible = averaging;
   form.lblSquelch.visible = averaging;
   form.ProgressBar1.top = averaging ? 2040 : 2140;
@@ -168,7 +176,7 @@ void SMeter::tmrAverageRSSI_Timer() {
   if (!state_.settings.AverageRSSI) return;
   Timer& timer = forms_.form1.tmrAverageRSSI;
   timer.Stop();
-  AverageRSSIValue(ReadNow().raw, false);
+  AddSample(ReadNow().raw);
   timer.Start();
 }
 
