@@ -260,7 +260,7 @@ void MainConfig::SetDefaults() {
   settings.BaudRate = 4800;
   settings.TimeIntervalMs = 5000;
   settings.RigMode = kLsb;
-  settings.FieldStrengthUnit = 1;
+  settings.FieldStrengthUnit = kMicrovolt;
   settings.SquelchLevel = 0;
   settings.KHzStep = 9;
   settings.DistanceIntervalKm = 1;
