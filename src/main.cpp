@@ -2,7 +2,6 @@
 #include <QIcon>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <span>
 #include <string>

@@ -1,7 +1,6 @@
 #include "app/cockpit.h"
 
 #include <algorithm>
-#include <array>
 
 #include "cat/rig_text.h"
 #include "position/needle.h"

@@ -6,9 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "config/app_title.h"

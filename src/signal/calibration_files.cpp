@@ -1,5 +1,6 @@
 #include "signal/calibration_files.h"
 
+#include <chrono>
 #include <memory>
 
 #include "cat/frequency_digits.h"
@@ -9,6 +10,11 @@
 #include "text/text.h"
 
 namespace kestrum {
+namespace {
+
+constexpr std::chrono::seconds kSavesFirst{2};
+
+}  // namespace
 
 CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const OwnPorts& ports, RigCommands& rig,
                                    FrontPanel& panel, CalibrationTable& table)
@@ -27,6 +33,7 @@ void CalibrationFiles::LoadS2Ftable(const std::string& path) {
 }
 
 Outcome CalibrationFiles::ReadTable(const std::string& path) {
+  (void)ports_.worker.Finish(kSavesFirst);  // what was saved just now is what is loaded
   const Result<std::string> bytes = ports_.files.Read(ports_.program.PathOf(path), kLargestCalibration);
   if (!bytes) return bytes.fault();
   table_.ClearCalibration(false);

@@ -393,6 +393,16 @@ TEST(ASaveThatHangs, HoldsUpNothing) {
   EXPECT_TRUE(car.world.files.files.contains("/car/Calibration1.cfg"));
 }
 
+TEST(ATableThatIsLoaded, IsTheOneThatWasSavedLast) {
+  TrueCar car;
+  car.form1.mnuDefaultCalibration.click();
+  car.world.worker.hold = true;
+  car.app.forms.form3.mnuSave1.click();
+  car.app.table.ClearCalibration(false);
+  car.form1.mnuLoadConfig1.click();
+  EXPECT_EQ(car.app.table.S2Ftable[128].s, "S9");
+}
+
 // Each box that a menu opens, held open for five seconds while readings are due every 200 ms.
 struct BoxRow {
   const char* name;

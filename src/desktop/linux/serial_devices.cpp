@@ -7,8 +7,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <array>
-#include <cerrno>
 #include <chrono>
 #include <thread>
 

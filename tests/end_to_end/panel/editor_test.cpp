@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <filesystem>
 
 #include "panel.h"
 
@@ -25,6 +26,10 @@ void PressInEditor(const char* name) {
 std::string Rows(const std::string& file) {
   const std::string bytes = process::ReadFile(file);
   return bytes.substr(bytes.find("\r\n") + 2);
+}
+
+bool IsThere(const std::string& file) {
+  return QTest::qWaitFor([&] { return std::filesystem::exists(file); }, 20000);
 }
 
 TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
@@ -56,6 +61,7 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   PressInEditor("cmdSstore");
 
   InEditor<QAction>("mnuSave1")->trigger();
+  ASSERT_TRUE(IsThere(File("Calibration1.cfg")));
   const std::string made = Rows(File("Calibration1.cfg"));
   EXPECT_NE(made.find(", 0.15, \r\n"), std::string::npos);
   EXPECT_NE(made.find("S1, 0.2, 0.083\r\n"), std::string::npos);
@@ -64,10 +70,11 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
 
   InEditor<QAction>("mnuDefaultCalibration")->trigger();
   InEditor<QAction>("mnuSave2")->trigger();
+  ASSERT_TRUE(IsThere(File("Calibration2.cfg")));
   EXPECT_NE(Rows(File("Calibration2.cfg")), made);
   InEditor<QAction>("mnuLoadConf1")->trigger();
   InEditor<QAction>("mnuSave2")->trigger();
-  EXPECT_EQ(Rows(File("Calibration2.cfg")), made);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Rows(File("Calibration2.cfg")) == made; }, 20000));
   EXPECT_TRUE(boxes().empty());
 }
 
