@@ -5,7 +5,7 @@
 
 #include "position/coordinates.h"
 #include "position/great_circle.h"
-#include "position/minimal_display.h"
+#include "position/needle.h"
 #include "position/speed_text.h"
 #include "support/fuzz.h"
 #include "text/number_text.h"
@@ -88,7 +88,7 @@ void CheckCompass(const std::string& text) {
   Require(!plausible || text == "32768" || (heading >= 0 && heading <= 360), "a pelorus on the rose",
           pelorus);
 
-  for (const Shape& shape : NeedleShapes(text, 3000, 1500)) {
+  for (const Shape& shape : NeedleShapes(NeedleOf(text), 3000, 1500)) {
     for (const double place : {shape.x1, shape.x2, shape.y1, shape.y2, shape.radius})
       Require(place >= 0 && place <= 3000, "the needle stays in the picture", text);
   }

@@ -11,13 +11,13 @@
 #include "app/application.h"
 #include "common/descriptor_guard.h"
 #include "common/toolkit_start.h"
+#include "config/app_title.h"
 #include "desktop/desktop.h"
 #include "desktop/forms/windows.h"
 #include "desktop/platform_factory.h"
 
 namespace {
 
-constexpr const char* kVersion = "Kestrum V1.02";
 constexpr const char* kHelp =
     "Usage: Kestrum [options]\n"
     "Automatic RF field strength logger for use in a vehicle.\n"
@@ -35,7 +35,8 @@ constexpr const char* kHelp =
 bool AnswerOnly(std::span<char*> arguments) {
   for (const std::string_view argument : arguments) {
     if (argument == "--help" || argument == "-h") return std::puts(kHelp) >= 0;
-    if (argument == "--version" || argument == "-v") return std::puts(kVersion) >= 0;
+    if (argument == "--version" || argument == "-v")
+      return std::printf("Kestrum %s\n", kestrum::Version.c_str()) >= 0;
   }
   return false;
 }

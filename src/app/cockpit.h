@@ -3,20 +3,32 @@
 #include <chrono>
 #include <optional>
 
-#include "signal/reading.h"
+#include "cat/rig_commands.h"
+#include "logging/log_file.h"
+#include "position/gps_links.h"
+#include "signal/s_meter.h"
 #include "signal/signal_history.h"
 #include "ui/lamps.h"
 
 namespace kestrum {
-
-class Application;
 
 // What a driver must know at a glance, in the main window and in the minimal display: gathers the facts, lets
 // the lamps say them, and marks numbers that are no longer true. Brings the rig's port back when its device
 // returns.
 class Cockpit {
  public:
-  explicit Cockpit(Application& application);
+  // Whom it looks at.
+  struct Floors {
+    CatLink& link;
+    const RigCommands& rig;
+    SMeter& s_meter;
+    GpsLinks& gps;
+    LogFile& log;
+    const CalibrationTable& table;
+  };
+  using OwnPorts = PortSet<SerialPort, Clock, Program>;
+
+  Cockpit(const State& state, Forms& forms, const OwnPorts& ports, const Floors& floors);
 
   void Wire();
   // Once a second, and after whatever the lamps tell of.
@@ -35,7 +47,10 @@ class Cockpit {
   void ShowSignal();
   void ShowScale();
 
-  Application& application_;
+  const State& state_;
+  Forms& forms_;
+  OwnPorts ports_;
+  Floors floors_;
   SignalHistory history_;
   int missed_readings_ = 0;
   int missed_fixes_ = 0;                    // looks in a row that found no true position

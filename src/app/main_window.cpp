@@ -1,47 +1,53 @@
 #include "app/main_window.h"
 
-#include "app/application.h"
+#include <utility>
+
 #include "position/mapping_program.h"
 #include "ui/about.h"
 
 namespace kestrum {
 
-MainWindow::MainWindow(Application& application) : application_(application) {}
+MainWindow::MainWindow(State& state, Forms& forms, const OwnPorts& ports, const Floors& floors, Handler exit)
+    : state_(state), forms_(forms), ports_(ports), floors_(floors), exit_(std::move(exit)) {}
 
 void MainWindow::Wire() {
-  Application& app = application_;
-  Form1& form = app.forms.form1;
+  Form1& form = forms_.form1;
   form.activate = [this] { Activate(); };
-  form.close = [&app] { app.ExitApp(); };
+  form.close = [this] { exit_(); };
   form.key_down = [this](Key key) { return KeyDown(key); };
+  WireFileMenu();
+  form.mnuTiming.click = [this] { floors_.timing.Open(); };
+  form.mnuCalibration.click = [this] { floors_.editor.Open(); };
+  form.mnuInfo.click = [this] { OpenInfo(1); };
+  form.mnuPower.click = [this] { OpenInfo(2); };
+  form.mnuShortCuts.click = [this] { ShowShortCuts(ports_); };
+  form.mnuAbout.click = [this] { ShowAbout(ports_); };
+}
 
-  form.mnuSavecfg.click = [&app] { app.config.mnuSavecfg_Click(); };
-  form.mnuDefaultCfg.click = [&app] { app.config.mnuDefaultCfg_Click(); };
+void MainWindow::WireFileMenu() {
+  Form1& form = forms_.form1;
+  form.mnuSavecfg.click = [this] { floors_.config.mnuSavecfg_Click(); };
+  form.mnuDefaultCfg.click = [this] { floors_.config.mnuDefaultCfg_Click(); };
   form.mnuDeleteLogKML.status_tip = "Has no function: delete log files yourself in the program's folder.";
-  form.mnuSaveLogfile.click = [&app] { app.log.mnuSaveLogfile_Click(); };
+  form.mnuSaveLogfile.click = [this] { floors_.log.mnuSaveLogfile_Click(); };
   form.mnuSHowDDE.click = [this] { mnuSHowDDE_Click(); };
-  form.mnuOrvandi.click = [&app] { ShowOrvandi(app.forms.form1, app.ports()); };
-  form.mnuExit.click = [&app] { app.ExitApp(); };
-  form.mnuTiming.click = [&app] { app.timing.Open(); };
-  form.mnuCalibration.click = [&app] { app.editor.Open(); };
-  const auto show_info = [&app](int request) {
-    app.state.InfoRequest = request;
-    app.info.Open();
-  };
-  form.mnuInfo.click = [show_info] { show_info(1); };
-  form.mnuPower.click = [show_info] { show_info(2); };
-  form.mnuShortCuts.click = [&app] { ShowShortCuts(app.ports()); };
-  form.mnuAbout.click = [&app] { ShowAbout(app.ports()); };
+  form.mnuOrvandi.click = [this] { ShowOrvandi(forms_.form1, ports_); };
+  form.mnuExit.click = [this] { exit_(); };
+}
+
+void MainWindow::OpenInfo(int request) {
+  state_.InfoRequest = request;
+  floors_.info.Open();
 }
 
 bool MainWindow::KeyDown(Key key) {
-  Form1& form = application_.forms.form1;
+  Form1& form = forms_.form1;
   switch (key) {
     case Key::kF1:
       Run(form.mnuInfo.click);
       return true;
     case Key::kF2:
-      application_.forms.night = !application_.forms.night;
+      forms_.night = !forms_.night;
       return true;
     case Key::kF3:
       Run(form.cmdLoggin.click);
@@ -50,7 +56,7 @@ bool MainWindow::KeyDown(Key key) {
       Run(form.mnuMinimalDisplay.click);
       return true;
     case Key::kAltF4:
-      application_.ExitApp();
+      exit_();
       return true;
     default:
       return false;
@@ -58,24 +64,24 @@ bool MainWindow::KeyDown(Key key) {
 }
 
 void MainWindow::Activate() {
-  if (application_.state.InfoRequest == 1 && !application_.forms.form2.visible) application_.info.Open();
+  if (state_.InfoRequest == 1 && !forms_.form2.visible) floors_.info.Open();
 }
 
 void MainWindow::mnuSHowDDE_Click() {
-  bool& show = application_.state.settings.ShowDDE;
+  bool& show = state_.settings.ShowDDE;
   show = !show;
   ShowDDEPanel();
 }
 
 void MainWindow::ShowDDEPanel() {
-  Form1& form = application_.forms.form1;
-  const bool show = application_.state.settings.ShowDDE;
+  Form1& form = forms_.form1;
+  const bool show = state_.settings.ShowDDE;
   form.mnuSHowDDE.checked = show;
   form.frmDDE.visible = show;
 }
 
 void MainWindow::ShowMenuToolTips() {
-  Form1& form = application_.forms.form1;
+  Form1& form = forms_.form1;
   form.mnuSavecfg.tool_tip = "Saves the settings now; the end of the program does so too.";
   form.mnuDefaultCfg.tool_tip = "Puts the factory settings in place and ends the program.";
   form.mnuSaveLogfile.tool_tip = "Names the log file and writes what is in the buffer into it.";
@@ -96,7 +102,7 @@ void MainWindow::ShowMenuToolTips() {
 
 void MainWindow::ShowToolTips() {
   ShowMenuToolTips();
-  Form1& form = application_.forms.form1;
+  Form1& form = forms_.form1;
   const std::string degree(kDegree);
   form.lblTxLat.tool_tip = "Latitude from TX";
   form.lblTxLong.tool_tip = "Longitude from TX";

@@ -12,8 +12,9 @@ constexpr std::chrono::milliseconds kFixWait{100};
 
 }  // namespace
 
-MeasurementCycle::MeasurementCycle(State& state, Forms& forms, const Ports& ports, SMeter& s_meter,
-                                   GpsLinks& gps, RxSite& rx_site, LogFile& log, TimingWindow& timing)
+MeasurementCycle::MeasurementCycle(State& state, Forms& forms,
+                                   const PortSet<Clock, EventPump, Beeper, Program>& ports, SMeter& s_meter,
+                                   GpsLinks& gps, RxSite& rx_site, LogFile& log, Intervals& intervals)
     : state_(state),
       forms_(forms),
       ports_(ports),
@@ -21,7 +22,7 @@ MeasurementCycle::MeasurementCycle(State& state, Forms& forms, const Ports& port
       gps_(gps),
       rx_site_(rx_site),
       log_(log),
-      timing_(timing) {}
+      intervals_(intervals) {}
 
 void MeasurementCycle::MainCycle() {
   if (running_ || ports_.program.Ended()) return;
@@ -60,8 +61,8 @@ void MeasurementCycle::ApplyAverageRequest() {
   bool& average = state_.settings.AverageRSSI;
   average = !average;
   forms_.form1.mnuAverageRSSI.checked = average;
-  if (average) s_meter_.AverageRSSIValue(0, true);
-  timing_.ShowTimingLabels();
+  if (average) s_meter_.StartAverage();
+  intervals_.ApplyAveraging();
   state_.AverageRequest = false;
   ports_.pump.Pump();
 }

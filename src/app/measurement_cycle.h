@@ -2,8 +2,8 @@
 
 #include "config/settings.h"
 #include "forms/forms.h"
+#include "logging/intervals.h"
 #include "logging/log_file.h"
-#include "logging/timing_window.h"
 #include "platform/ports.h"
 #include "position/rx_site.h"
 #include "signal/s_meter.h"
@@ -13,8 +13,8 @@ namespace kestrum {
 // The heartbeat: each tick of tmrMain runs one measurement cycle.
 class MeasurementCycle {
  public:
-  MeasurementCycle(State& state, Forms& forms, const Ports& ports, SMeter& s_meter, GpsLinks& gps,
-                   RxSite& rx_site, LogFile& log, TimingWindow& timing);
+  MeasurementCycle(State& state, Forms& forms, const PortSet<Clock, EventPump, Beeper, Program>& ports,
+                   SMeter& s_meter, GpsLinks& gps, RxSite& rx_site, LogFile& log, Intervals& intervals);
 
   // One cycle. A tick that comes while a cycle waits is ignored: cycles never nest.
   void MainCycle();
@@ -35,12 +35,12 @@ class MeasurementCycle {
 
   State& state_;
   Forms& forms_;
-  Ports ports_;
+  PortSet<Clock, EventPump, Beeper, Program> ports_;
   SMeter& s_meter_;
   GpsLinks& gps_;
   RxSite& rx_site_;
   LogFile& log_;
-  TimingWindow& timing_;
+  Intervals& intervals_;
   bool running_ = false;
   bool reference_valid_ = false;
   int spinner_ = 0;  // 0 to 3

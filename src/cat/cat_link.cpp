@@ -14,7 +14,8 @@ constexpr std::chrono::milliseconds kReplyWindow{50};
 
 }  // namespace
 
-CatLink::CatLink(State& state, Form1& form, const Ports& ports) : state_(state), form_(form), ports_(ports) {}
+CatLink::CatLink(State& state, Form1& form, const PortSet<SerialPort, Clock>& ports)
+    : state_(state), form_(form), ports_(ports) {}
 
 void CatLink::OpenCatPort() {
   if (IsOpen()) CloseCatPort();

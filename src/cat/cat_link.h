@@ -15,7 +15,7 @@ namespace kestrum {
 // bytes to lblCatCmd; no message box is ever shown.
 class CatLink {
  public:
-  CatLink(State& state, Form1& form, const Ports& ports);
+  CatLink(State& state, Form1& form, const PortSet<SerialPort, Clock>& ports);
 
   // What the last set-frequency command filled in; "000" five times at first.
   CatFrame frame;
@@ -56,7 +56,7 @@ class CatLink {
  private:
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<SerialPort, Clock> ports_;
 };
 
 }  // namespace kestrum

@@ -17,7 +17,8 @@ constexpr std::array kSpeeds{1200, 4800, 9600, 19200, 38400, 57600};
 
 }  // namespace
 
-FrontPanel::FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig)
+FrontPanel::FrontPanel(State& state, Form1& form, const PortSet<SerialPort, Dialogs, Program>& ports,
+                       CatLink& link, RigCommands& rig)
     : state_(state), form_(form), ports_(ports), link_(link), rig_(rig) {}
 
 void FrontPanel::Wire() {

@@ -10,7 +10,8 @@ namespace kestrum {
 // The controls that choose rig, port and speed and work the rig by hand.
 class FrontPanel {
  public:
-  FrontPanel(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig);
+  FrontPanel(State& state, Form1& form, const PortSet<SerialPort, Dialogs, Program>& ports, CatLink& link,
+             RigCommands& rig);
 
   // Set by the application.
   Handler band_crossed;                                   // AboveHF has just changed
@@ -57,7 +58,7 @@ class FrontPanel {
 
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<SerialPort, Dialogs, Program> ports_;
   CatLink& link_;
   RigCommands& rig_;
 };

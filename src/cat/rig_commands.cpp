@@ -40,7 +40,7 @@ std::string LockEcho(const std::array<std::uint8_t, 5>& bytes) {
 
 }  // namespace
 
-RigCommands::RigCommands(State& state, Form1& form, const Ports& ports, CatLink& link)
+RigCommands::RigCommands(State& state, Form1& form, const PortSet<Clock, Beeper>& ports, CatLink& link)
     : state_(state), form_(form), ports_(ports), link_(link) {}
 
 bool RigCommands::ReadRssi() {

@@ -10,7 +10,7 @@ namespace kestrum {
 // Every command that is sent to a transceiver, per model.
 class RigCommands {
  public:
-  RigCommands(State& state, Form1& form, const Ports& ports, CatLink& link);
+  RigCommands(State& state, Form1& form, const PortSet<Clock, Beeper>& ports, CatLink& link);
 
   // Called after every S-meter read, whatever its outcome: shows RssiRaw.
   Handler on_reading;
@@ -40,7 +40,7 @@ class RigCommands {
 
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<Clock, Beeper> ports_;
   CatLink& link_;
 };
 

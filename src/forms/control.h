@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -164,15 +165,16 @@ struct ProgressBar : Control {
   Handler click;
 };
 
-// A compass rose with a needle: "000" to "360" in degrees clockwise from the top, anything else that has a
-// leading number likewise, "32768" for no needle.
-// The front of the car is at the top.
+// A direction in degrees clockwise from the top; nothing when there is none to show.
+using Needle = std::optional<double>;
+
+// A compass rose with a needle. The front of the car is at the top.
 struct CompassRose : Control {
   using Control::Control;
 
-  std::string needle = "32768";
-  std::string course;  // course over ground in degrees, by which compass letters turn; empty for no letters
-  std::string badge;   // stands over it while it is stale
+  Needle needle;
+  Needle course;      // over ground, by which compass letters turn; nothing for no letters
+  std::string badge;  // stands over it while it is stale
 };
 
 // A picture as a list of shapes in twips, 15 to a pixel, the origin at the top left.
@@ -194,6 +196,7 @@ struct Picture : Control {
   double width = 0;   // twips, kept up to date by the desktop
   double height = 0;  // twips
   std::vector<Shape> shapes;
+  Needle needle;      // what the shapes show
   std::string badge;  // stands over it while it is stale
   Handler resized;
 };

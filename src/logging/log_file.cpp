@@ -28,7 +28,8 @@ std::string WithKhz(const std::string& frequency) {
 
 }  // namespace
 
-LogFile::LogFile(State& state, Forms& forms, const Ports& ports, MinimalDisplay& minimal)
+LogFile::LogFile(State& state, Forms& forms, const PortSet<Dialogs, Clock, Program, FileStore, Worker>& ports,
+                 MinimalDisplay& minimal)
     : state_(state),
       forms_(forms),
       ports_(ports),

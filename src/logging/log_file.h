@@ -10,8 +10,8 @@
 #include "logging/journal.h"
 #include "logging/log_record.h"
 #include "platform/ports.h"
-#include "position/minimal_display.h"
 #include "ui/lamps.h"
+#include "ui/minimal_display.h"
 
 namespace kestrum {
 
@@ -19,7 +19,8 @@ namespace kestrum {
 // and rig.
 class LogFile {
  public:
-  LogFile(State& state, Forms& forms, const Ports& ports, MinimalDisplay& minimal);
+  LogFile(State& state, Forms& forms, const PortSet<Dialogs, Clock, Program, FileStore, Worker>& ports,
+          MinimalDisplay& minimal);
 
   std::array<std::string, 101> LogBuffer;  // 0 holds the start stamp and is never written
   int LogCount = 0;                        // index of the last record, 0 when empty
@@ -79,7 +80,7 @@ class LogFile {
 
   State& state_;
   Forms& forms_;
-  Ports ports_;
+  PortSet<Dialogs, Clock, Program, FileStore, Worker> ports_;
   MinimalDisplay& minimal_;
   Journal journal_;
   std::string antenna_;                           // taken over last

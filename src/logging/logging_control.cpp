@@ -7,8 +7,8 @@
 
 namespace kestrum {
 
-LoggingControl::LoggingControl(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig,
-                               FrontPanel& panel, LogFile& log)
+LoggingControl::LoggingControl(State& state, Form1& form, const PortSet<Dialogs, Program>& ports,
+                               CatLink& link, RigCommands& rig, FrontPanel& panel, LogFile& log)
     : state_(state), form_(form), ports_(ports), link_(link), rig_(rig), panel_(panel), log_(log) {}
 
 void LoggingControl::Wire() {

@@ -8,8 +8,8 @@ namespace kestrum {
 // Button cmdLoggin and key F3: starts and stops logging. The button's caption is the state.
 class LoggingControl {
  public:
-  LoggingControl(State& state, Form1& form, const Ports& ports, CatLink& link, RigCommands& rig,
-                 FrontPanel& panel, LogFile& log);
+  LoggingControl(State& state, Form1& form, const PortSet<Dialogs, Program>& ports, CatLink& link,
+                 RigCommands& rig, FrontPanel& panel, LogFile& log);
 
   void Wire();
   void cmdLoggin_Click();
@@ -21,7 +21,7 @@ class LoggingControl {
 
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<Dialogs, Program> ports_;
   CatLink& link_;
   RigCommands& rig_;
   FrontPanel& panel_;

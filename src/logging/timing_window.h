@@ -1,16 +1,15 @@
 #pragma once
 
 #include "config/settings.h"
-#include "forms/forms.h"
-#include "platform/ports.h"
-#include "signal/s_meter.h"
+#include "forms/form4.h"
+#include "logging/intervals.h"
 
 namespace kestrum {
 
-// The timing window, Form4, and the timing labels of the main window.
+// The timing window, Form4.
 class TimingWindow {
  public:
-  TimingWindow(State& state, Forms& forms, const Ports& ports, SMeter& s_meter);
+  TimingWindow(State& state, Form4& form, Intervals& intervals);
 
   // Set by the application: distance mode was chosen anew, so the reference position is no longer valid.
   Handler distance_mode_chosen;
@@ -19,19 +18,16 @@ class TimingWindow {
   void Wire();
   // Opens the window (menu mnuTiming of Form1).
   void Open();
-  // Interval of tmrMain: 1100 ms in distance mode, else TimeIntervalMs.
-  void ApplyInterval();
-  // Averaging check, status panels, interval label and heading, tool tip of lblPrompt.
-  void ShowTimingLabels();
   void cmdOk_Click();
 
  private:
-  void ChooseType(bool by_distance);
+  void ChooseTime();
+  void ChooseDistance();
+  void ShowType();
 
   State& state_;
-  Forms& forms_;
-  Ports ports_;
-  SMeter& s_meter_;
+  Form4& form_;
+  Intervals& intervals_;
 };
 
 }  // namespace kestrum

@@ -40,7 +40,8 @@ bool NothingReceived(std::string_view height) {
 
 }  // namespace
 
-GpsLinks::GpsLinks(Form1& form, const Ports& ports) : form_(form), ports_(ports) {}
+GpsLinks::GpsLinks(Form1& form, const PortSet<TextLinks, Dialogs, Clock, Program, WindowLookup>& ports)
+    : form_(form), ports_(ports) {}
 
 void GpsLinks::PrepareLabels() {
   const auto labels = GpsLabels(form_);

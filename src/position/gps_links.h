@@ -31,7 +31,7 @@ inline bool FixIsValid(std::string_view validity) {
 // Links to the GPS reader and the record taken from them.
 class GpsLinks {
  public:
-  GpsLinks(Form1& form, const Ports& ports);
+  GpsLinks(Form1& form, const PortSet<TextLinks, Dialogs, Clock, Program, WindowLookup>& ports);
 
   GpsRecord record;
   Site site;  // as shown; distance and bearing are the way's to fill in
@@ -66,7 +66,7 @@ class GpsLinks {
 
  private:
   Form1& form_;
-  Ports ports_;
+  PortSet<TextLinks, Dialogs, Clock, Program, WindowLookup> ports_;
   std::optional<std::chrono::milliseconds> last_fix_;
 };
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "position/needle.h"
 #include "text/number_text.h"
 #include "text/single.h"
 #include "text/text.h"
@@ -10,12 +11,10 @@
 namespace kestrum {
 namespace {
 
-constexpr double kRadiansPerDegree = 0.017453292519943278;
 constexpr double kDegreesPerRadian = 57.29577951308238;
 constexpr double kPi = 3.14159265358979;
 constexpr double kTwoPi = 6.28318530717958;
 constexpr double kHorizonFactor = 3.568;  // km per square root of a metre
-constexpr std::string_view kNoValue = "32768";
 
 // The same place, 180 degrees east and west included.
 bool SamePlace(const Position& a, const Position& b) {
@@ -94,7 +93,7 @@ void GreatCircle::CalcDistBearing(const Position& to) {
 }
 
 std::string OpticalDistanceText(std::string_view tx_height, std::string_view rx_height) {
-  if (ContainsText(rx_height, "?") || ContainsText(tx_height, "?") || ContainsText(tx_height, kNoValue)) {
+  if (ContainsText(rx_height, "?") || ContainsText(tx_height, "?") || ContainsText(tx_height, kNothingTold)) {
     return "??.?";
   }
   // The TX height is typed, and a comma in it is a point.
@@ -110,7 +109,7 @@ std::string CompassText(std::string_view degrees) {
 }
 
 std::string PelorusText(std::string_view compass, int bearing_deg) {
-  if (compass == kNoValue) return std::string(kNoValue);
+  if (compass == kNothingTold) return std::string(kNothingTold);
   int heading = RoundToInt(Val(compass) + bearing_deg);
   // Kept on purpose: one turn is taken off in this way only, so 720 shows as 360 and a sum below 0 stays.
   if (heading >= 721) {

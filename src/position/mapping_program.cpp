@@ -4,7 +4,7 @@
 
 namespace kestrum {
 
-void ShowOrvandi(Form1& form, const Ports& ports) {
+void ShowOrvandi(Form1& form, const PortSet<Dialogs, Program, FileStore>& ports) {
   const std::string name = "\\Orvandi.exe";
   const std::string path = ports.program.CompanionPath(name);
   form.mnuOrvandi.checked =

@@ -7,6 +7,6 @@ namespace kestrum {
 
 // Menu mnuOrvandi: starts the mapping program of the application folder and records in the check mark whether
 // it was found.
-void ShowOrvandi(Form1& form, const Ports& ports);
+void ShowOrvandi(Form1& form, const PortSet<Dialogs, Program, FileStore>& ports);
 
 }  // namespace kestrum

@@ -1,6 +1,7 @@
 #include "position/rx_site.h"
 
 #include "position/coordinates.h"
+#include "position/needle.h"
 #include "text/number_text.h"
 #include "text/single.h"
 #include "text/text.h"
@@ -73,8 +74,8 @@ void RxSite::ShowOpticalDistance() {
 
 void RxSite::ShowPelorus() {
   const std::string text = PelorusText(gps_.record.compass, RoundToInt(circle_.bearing_deg));
-  form_.lblPelorus.caption = (text == "32768" ? "???" : text) + std::string(kDegree);
-  form_.Picture1.needle = text;
+  form_.lblPelorus.caption = (text == kNothingTold ? "???" : text) + std::string(kDegree);
+  form_.Picture1.needle = NeedleOf(text);
 }
 
 }  // namespace kestrum

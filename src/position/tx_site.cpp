@@ -15,7 +15,7 @@ struct TxSite::CoordinateDialog {
   const char* complaint;
 };
 
-TxSite::TxSite(State& state, Form1& form, const Ports& ports, RxSite& rx_site)
+TxSite::TxSite(State& state, Form1& form, const PortSet<Dialogs, Program>& ports, RxSite& rx_site)
     : state_(state), form_(form), ports_(ports), rx_site_(rx_site) {}
 
 void TxSite::Wire() {

@@ -7,7 +7,7 @@ namespace kestrum {
 // The fixed transmitter: entered in three dialogs or taken from the GPS fix while standing there.
 class TxSite {
  public:
-  TxSite(State& state, Form1& form, const Ports& ports, RxSite& rx_site);
+  TxSite(State& state, Form1& form, const PortSet<Dialogs, Program>& ports, RxSite& rx_site);
 
   // Set by the application.
   Handler block_ends;     // what the header tells of the site is about to change
@@ -34,7 +34,7 @@ class TxSite {
 
   State& state_;
   Form1& form_;
-  Ports ports_;
+  PortSet<Dialogs, Program> ports_;
   RxSite& rx_site_;
 };
 

@@ -11,8 +11,8 @@ namespace kestrum {
 // The calibration editor, Form3: builds a table on the bench from live readings.
 class CalibrationEditor {
  public:
-  CalibrationEditor(State& state, Forms& forms, const Ports& ports, CalibrationTable& table,
-                    CalibrationFiles& files);
+  CalibrationEditor(State& state, Forms& forms, const PortSet<Dialogs, Beeper, Program, FileStore>& ports,
+                    CalibrationTable& table, CalibrationFiles& files);
 
   // Hangs the handlers on Form3's controls, and Load on form3.load.
   void Wire();
@@ -54,7 +54,7 @@ class CalibrationEditor {
 
   State& state_;
   Forms& forms_;
-  Ports ports_;
+  PortSet<Dialogs, Beeper, Program, FileStore> ports_;
   CalibrationTable& table_;
   CalibrationFiles& files_;
   bool acquiring_ = false;

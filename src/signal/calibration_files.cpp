@@ -1,5 +1,7 @@
 #include "signal/calibration_files.h"
 
+#include <memory>
+
 #include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
 #include "config/app_title.h"
@@ -8,7 +10,7 @@
 
 namespace kestrum {
 
-CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const Ports& ports, RigCommands& rig,
+CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const OwnPorts& ports, RigCommands& rig,
                                    FrontPanel& panel, CalibrationTable& table)
     : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {}
 
@@ -38,10 +40,15 @@ Outcome CalibrationFiles::ReadTable(const std::string& path) {
 }
 
 void CalibrationFiles::SaveS2Ftable(const std::string& path) {
-  const Outcome saved = ports_.files.Replace(ports_.program.PathOf(path),
-                                             WriteCalibration(RigModeFreqText(""), table_.S2Ftable));
-  if (saved) return;
-  ports_.dialogs.Show(AppTitle, "SaveS2Ftable\r\n" + path + saved.fault().reason, Icon::kExclamation);
+  auto outcome = std::make_shared<Outcome>(Done{});
+  const auto write = [&files = ports_.files, full_path = ports_.program.PathOf(path),
+                      bytes = WriteCalibration(RigModeFreqText(""), table_.S2Ftable),
+                      outcome] { *outcome = files.Replace(full_path, bytes); };
+  ports_.worker.Post(write, [this, outcome, path] {
+    if (*outcome) return;
+    // It may come inside a cycle, which must not wait for an answer.
+    ports_.dialogs.Notify(AppTitle, "SaveS2Ftable\r\n" + path + outcome->fault().reason, Icon::kExclamation);
+  });
 }
 
 std::string CalibrationFiles::RigModeFreqText(const std::string& frequency) const {

@@ -84,7 +84,8 @@ Result<CalibrationText> ReadCalibration(std::string_view bytes) {
   text.header = header.value();
   for (std::size_t row = 0; row < kMeterRows; ++row) {
     const std::size_t line = row + 1;
-    const Outcome read = line < lines.size() ? ReadRow(lines[line], text.rows.at(row)) : Fault{"", kEndOfFile};
+    const Outcome read =
+        line < lines.size() ? ReadRow(lines[line], text.rows.at(row)) : Fault{"", kEndOfFile};
     if (read) continue;
     text.fault = read.fault();
     break;

@@ -54,13 +54,13 @@ void SMeter::ShowFieldStrength() {
   std::string& caption = forms_.form1.lblFieldStrenght.caption;
   const TableRow& current = table_.Current();
   switch (state_.settings.FieldStrengthUnit) {
-    case 1:
+    case kMicrovolt:
       caption = FixedPattern(Val(current.microvolt), 3, 1) + " uV";
       break;
-    case 2:
+    case kMillivoltPerMetre:
       caption = FixedPattern(Val(current.millivolt_per_metre), 3, 1) + " mV/m";
       break;
-    case 3:
+    case kDbm:
       // Kept on purpose: the figure is made from the mV/m column, as in all earlier logs.
       caption = RSSItoDBm(current.millivolt_per_metre) + " dBm";
       break;
@@ -103,8 +103,12 @@ void SMeter::StartAverage() {
 void SMeter::AverageRSSIValue(int raw, bool reset) {
   if (reset) {
     StartAverage();
-    return;
+  } else {
+    AddSample(raw);
   }
+}
+
+void SMeter::AddSample(int raw) {
   if (const MeasuredOn now = On(); now != collected_on_) {
     StartAverage();
     collected_on_ = now;
@@ -126,9 +130,9 @@ void SMeter::ShowAtStart() {
   Form1& form = forms_.form1;
   form.sldSquelch.tool_tip = "Squelch adjust only if averaged";
   form.sldSquelch.minimum = 0;
-  form.sldSquelch.maximum = 255;
+  form.sldSquelch.maximum = kTopOfMeter;
   const int level = state_.settings.SquelchLevel;
-  if (level >= 0 && level <= 255) form.sldSquelch.value = level;
+  if (level >= 0 && level <= kTopOfMeter) form.sldSquelch.value = level;
 
   form.lblSquelch.tool_tip = "Red = No or reset average RSSI values, Green = collecting average RSSI";
   form.lblSquelch.back_color = Color::kRed;
@@ -136,21 +140,25 @@ void SMeter::ShowAtStart() {
   form.lblRSSI.tool_tip = "Latest RSSI-value reading from set.";
 
   for (ProgressBar* bar : {&form.ProgressBar1, &forms_.form5.ProgressBar1}) {
-    bar->maximum = 255;
+    bar->maximum = kTopOfMeter;
     bar->segments = state_.settings.ProgressBarMode;
   }
   form.ProgressBar1.tool_tip = BarToolTip("0", form.ProgressBar1);
 }
 
+void SMeter::RunAveraging() {
+  Timer& timer = forms_.form1.tmrAverageRSSI;
+  if (!state_.settings.AverageRSSI) {
+    timer.Stop();
+    return;
+  }
+  timer.interval_ms = kAverageIntervalMs;
+  timer.Start();
+}
+
 void SMeter::ShowAveraging() {
   Form1& form = forms_.form1;
   const bool averaging = state_.settings.AverageRSSI;
-  if (averaging) {
-    form.tmrAverageRSSI.interval_ms = kAverageIntervalMs;
-    form.tmrAverageRSSI.Start();
-  } else {
-    form.tmrAverageRSSI.Stop();
-  }
   form.sldSquelch.visible = averaging;
   form.lblSquelch.visible = averaging;
   form.ProgressBar1.top = averaging ? 2040 : 2140;
@@ -159,7 +167,7 @@ void SMeter::ShowAveraging() {
 
 void SMeter::lblFieldStrenght_Click() {
   // Kept on purpose: the cycle starts anew in every run, so the first click gives uV whatever was shown.
-  state_.settings.FieldStrengthUnit = static_cast<std::int16_t>(unit_clicks_ + 1);
+  state_.settings.FieldStrengthUnit = static_cast<std::int16_t>(kMicrovolt + unit_clicks_);
   unit_clicks_ = (unit_clicks_ + 1) % 3;
   ShowRSSIStype();
 }
@@ -168,7 +176,7 @@ void SMeter::tmrAverageRSSI_Timer() {
   if (!state_.settings.AverageRSSI) return;
   Timer& timer = forms_.form1.tmrAverageRSSI;
   timer.Stop();
-  AverageRSSIValue(ReadNow().raw, false);
+  AddSample(ReadNow().raw);
   timer.Start();
 }
 

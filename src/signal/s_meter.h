@@ -36,12 +36,17 @@ class SMeter {
   // Adds a sample to the average, or empties it. A sample measured on something else than those before starts
   // anew.
   void AverageRSSIValue(int raw, bool reset);
+  // The two deeds of it.
+  void AddSample(int raw);
+  void StartAverage();
   // Raw value, 0 to 255; 0 when nothing has been collected.
   std::int16_t AveragedRssi() const { return averaged_; }
 
   // Squelch slider, bar style and tool tips at start-up.
   void ShowAtStart();
-  // Timer, slider and bar place that go with averaging on or off; part of the timing labels.
+  // The averaging timer runs, or stands still, as the settings ask.
+  void RunAveraging();
+  // Slider and bar place that go with averaging on or off.
   void ShowAveraging();
 
   void lblFieldStrenght_Click();
@@ -49,7 +54,6 @@ class SMeter {
 
  private:
   void ShowFieldStrength();
-  void StartAverage();
 
   State& state_;
   Forms& forms_;

@@ -4,7 +4,7 @@
 
 namespace kestrum {
 
-void ShowAbout(const Ports& ports) {
+void ShowAbout(const PortSet<Dialogs, Program>& ports) {
   ports.dialogs.Show(VersionedTitle,
                      "Auto RF Field strenght logger\r\n"
                      "Made by the Kestrum developers\r\n"
@@ -18,7 +18,7 @@ void ShowAbout(const Ports& ports) {
                      Icon::kInformation);
 }
 
-void ShowShortCuts(const Ports& ports) {
+void ShowShortCuts(const PortSet<Dialogs, Program>& ports) {
   ports.dialogs.Show(VersionedTitle,
                      "ShortCuts\r\n"
                      "---------------\r\n"

@@ -4,7 +4,7 @@
 
 namespace kestrum {
 
-void ShowAbout(const Ports& ports);
-void ShowShortCuts(const Ports& ports);
+void ShowAbout(const PortSet<Dialogs, Program>& ports);
+void ShowShortCuts(const PortSet<Dialogs, Program>& ports);
 
 }  // namespace kestrum

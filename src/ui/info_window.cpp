@@ -14,7 +14,7 @@ constexpr const char* kIndent = "     ";
 
 }  // namespace
 
-InfoWindow::InfoWindow(State& state, Forms& forms, const Ports& ports)
+InfoWindow::InfoWindow(State& state, Forms& forms, const PortSet<Program, FileStore>& ports)
     : state_(state), forms_(forms), ports_(ports) {}
 
 void InfoWindow::Wire() {

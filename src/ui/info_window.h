@@ -11,7 +11,7 @@ namespace kestrum {
 // The info window, Form2: the text file "Kestrum.txt" or the table hints, as InfoRequest says.
 class InfoWindow {
  public:
-  InfoWindow(State& state, Forms& forms, const Ports& ports);
+  InfoWindow(State& state, Forms& forms, const PortSet<Program, FileStore>& ports);
 
   // Hangs the close handler on Form2.
   void Wire();
@@ -24,7 +24,7 @@ class InfoWindow {
  private:
   State& state_;
   Forms& forms_;
-  Ports ports_;
+  PortSet<Program, FileStore> ports_;
 };
 
 }  // namespace kestrum

@@ -37,7 +37,7 @@ TEST_F(Cockpit, AllIsWell) {
   EXPECT_FALSE(car.form1.lblRSSI.stale);
   EXPECT_FALSE(car.form1.lblRxDist.stale);
   EXPECT_EQ(car.form1.Picture1.badge, "");
-  EXPECT_EQ(car.form1.Picture1.course, "133.2");
+  EXPECT_EQ(car.form1.Picture1.course, 133.2);
   EXPECT_EQ(minimal.lmpLog.says, Log());
   EXPECT_EQ(minimal.lmpGps.says, Gps());
   EXPECT_EQ(minimal.lmpRig.says, Rig());
@@ -149,7 +149,7 @@ TEST_F(Cockpit, AnOldFixFadesThePositionAndTellsItsAge) {
     EXPECT_TRUE(control->stale) << control->name;
   }
   EXPECT_FALSE(car.form1.lblRSSI.stale);
-  EXPECT_EQ(car.form1.Picture1.course, "");
+  EXPECT_EQ(car.form1.Picture1.course, std::nullopt);
   car.RunFor(13000ms);
   EXPECT_EQ(Gps().detail, "no fix, 14 s old");
   EXPECT_EQ(car.form1.Picture1.badge, "14 s old");

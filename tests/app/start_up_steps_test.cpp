@@ -84,7 +84,7 @@ TEST(StartUpSteps, WhatIsNotKnownYetShowsQuestionMarks) {
   EXPECT_EQ(car.form1.lblOpticalDistance.caption, "??.? km");
   EXPECT_EQ(car.form1.lblPelorus.caption, "???\xB0");
   EXPECT_EQ(car.form1.lblTextBearing.caption, "?");
-  EXPECT_EQ(car.form1.Picture1.needle, "32768");
+  EXPECT_EQ(car.form1.Picture1.needle, std::nullopt);
 }
 
 TEST(StartUpSteps, ToolTipsOfTheMainWindow) {

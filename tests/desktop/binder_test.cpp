@@ -342,18 +342,19 @@ TEST_F(BinderTest, TheBarIsLowerWhileAveraging) {
   EXPECT_LT(bar->sizeHint().height(), full);
 }
 
-TEST_F(BinderTest, TheRoseReadsItsAngleFromTheText) {
+TEST_F(BinderTest, TheRoseShowsItsNeedle) {
   auto* rose = On1<PelorusWidget>("Picture1");
-  EXPECT_EQ(rose->Needle(), std::nullopt);
-  for (const auto& [text, angle] :
-       {std::pair{"045", 45.0}, {"360", 360.0}, {"032\xB0", 32.0}, {"0-5", 0.0}}) {
-    forms.form1.Picture1.needle = text;
+  EXPECT_EQ(rose->ShownNeedle(), std::nullopt);
+  EXPECT_EQ(rose->accessibleName(), QStringLiteral("Needle, no direction"));
+  for (const double angle : {45.0, 360.0, 0.0}) {
+    forms.form1.Picture1.needle = angle;
     binder.Sync();
-    EXPECT_EQ(rose->Needle(), angle) << text;
+    EXPECT_EQ(rose->ShownNeedle(), angle);
   }
-  forms.form1.Picture1.needle = "32768";
+  EXPECT_EQ(rose->accessibleName(), QStringLiteral("Needle 0 degrees"));
+  forms.form1.Picture1.needle.reset();
   binder.Sync();
-  EXPECT_EQ(rose->Needle(), std::nullopt);
+  EXPECT_EQ(rose->ShownNeedle(), std::nullopt);
 }
 
 TEST_F(BinderTest, StatusPanelsShowTextAndToolTip) {

@@ -226,9 +226,9 @@ TEST_F(CockpitOnScreen, AScreenReaderHearsValuesLampsAndAngles) {
   auto* lamp = QAccessible::queryAccessibleInterface(On<QWidget>("Form1", "lmpRig"));
   EXPECT_EQ(lamp->role(), QAccessible::Button);
   EXPECT_EQ(lamp->text(QAccessible::Name), QStringLiteral("Rig, Done, FT840, Com1=9k6"));
-  Do([this] { car.form1.Picture1.needle = "045"; });
+  Do([this] { car.form1.Picture1.needle = 45; });
   EXPECT_EQ(spoken(On<QWidget>("Form1", "Picture1")), "Needle 45 degrees");
-  Do([this] { car.form1.Picture1.needle = "32768"; });
+  Do([this] { car.form1.Picture1.needle.reset(); });
   EXPECT_EQ(spoken(On<QWidget>("Form1", "Picture1")), "Needle, no direction");
   Do([this] { car.form1.mnuMinimalDisplay.click(); });
   for (int turn = 0; turn < 10; ++turn) QApplication::processEvents();  // its coming to the front

@@ -4,7 +4,7 @@
 #include "desktop/desktop_fixture.h"
 #include "desktop/widgets/pelorus_widget.h"
 #include "desktop/widgets/picture_widget.h"
-#include "position/minimal_display.h"
+#include "position/needle.h"
 
 // Where the needles are painted, told from the pixels.
 namespace kestrum::test {
@@ -62,13 +62,13 @@ TEST_F(NeedlePictureTest, TheMinimalDisplayPointsWhereTheTextSays) {
   const QColor red(255, 0, 0);
   const QColor blue(0, 0, 255);
   for (const Direction& direction : kDirections) {
-    picture.shapes = NeedleShapes(direction.text, picture.width, picture.height);
+    picture.shapes = NeedleShapes(NeedleOf(direction.text), picture.width, picture.height);
     binder.Sync();
     const QImage image = widget->grab().toImage();
     ExpectDirection(SpotOf(image, centre, red), direction);
     EXPECT_NEAR(SpotOf(image, centre, blue).farthest, 0.7 * centre.x(), 3);
   }
-  picture.shapes = NeedleShapes("32768", picture.width, picture.height);
+  picture.shapes = NeedleShapes(std::nullopt, picture.width, picture.height);
   binder.Sync();
   const Spot none = SpotOf(widget->grab().toImage(), centre, red);
   EXPECT_GT(none.pixels, 0);
@@ -81,11 +81,11 @@ TEST_F(NeedlePictureTest, TheCompassRosePointsWhereTheTextSays) {
   const QPointF centre = QRectF(rose->rect()).center();
   const QColor needle(0xFF, 0x00, 0x00);
   for (const Direction& direction : kDirections) {
-    forms.form1.Picture1.needle = direction.text;
+    forms.form1.Picture1.needle = NeedleOf(direction.text);
     binder.Sync();
     ExpectDirection(SpotOf(rose->grab().toImage(), centre, needle), direction);
   }
-  forms.form1.Picture1.needle = "32768";
+  forms.form1.Picture1.needle.reset();
   binder.Sync();
   EXPECT_EQ(SpotOf(rose->grab().toImage(), centre, needle).pixels, 0);
 }

@@ -167,8 +167,14 @@ TEST_F(NoticeTest, TheTitleHasItsRoom) {
 
 TEST(BoxText, LeavesAnOrdinaryTextAlone) {
   const QString text = QStringLiteral("Give filename to log the data.\n\nApplication path = /opt/kestrum");
-  EXPECT_EQ(BoxText(text), text);
-  EXPECT_EQ(BoxText(QString()), QString());
+  const QMessageBox box;
+  EXPECT_EQ(BoxText(text, box), text);
+  EXPECT_EQ(BoxText(QString(), box), QString());
+  const QString path = QStringLiteral("Invalide version of /") + QString(70, QLatin1Char('x'));
+  EXPECT_EQ(BoxText(path, box), path);
+  const QString endless = QString(500, QLatin1Char('x'));
+  EXPECT_NE(BoxText(endless, box), endless);
+  EXPECT_EQ(BoxText(endless, box).remove(QChar(0x200B)), endless);
   EXPECT_EQ(Shortened(QStringLiteral("abc"), 3), QStringLiteral("abc"));
   EXPECT_EQ(Shortened(QStringLiteral("abcd"), 3), QStringLiteral(u"ab\u2026"));
 }

@@ -38,7 +38,8 @@ class TimingWindowTest : public testing::Test {
   RigCommands rig{state, form, ports.ports(), link};
   CalibrationTable table{state, forms};
   SMeter s_meter{state, forms, rig, table};
-  TimingWindow timing{state, forms, ports.ports(), s_meter};
+  Intervals intervals{state, form, ports.ports(), s_meter};
+  TimingWindow timing{state, window, intervals};
   int chosen = 0;
 };
 
@@ -238,7 +239,7 @@ class MainInterval : public TimingWindowTest, public testing::WithParamInterface
 TEST_P(MainInterval, FollowsTheMode) {
   state.settings.LogByDistance = GetParam().by_distance;
   state.settings.TimeIntervalMs = GetParam().time_ms;
-  timing.ApplyInterval();
+  intervals.ApplyInterval();
   EXPECT_EQ(form.tmrMain.interval_ms, GetParam().interval_ms);
 }
 
@@ -252,7 +253,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, MainInterval,
 TEST_F(TimingWindowTest, ARunningTimerCountsTheNewIntervalFromNow) {
   form.tmrMain.Start();
   const unsigned before = form.tmrMain.restarts;
-  timing.ApplyInterval();
+  intervals.ApplyInterval();
   EXPECT_TRUE(form.tmrMain.enabled);
   EXPECT_GT(form.tmrMain.restarts, before);
 }
@@ -265,7 +266,7 @@ TEST_F(TimingWindowTest, AStoppedTimerStaysStopped) {
 }
 
 TEST_F(TimingWindowTest, LabelsOfTheTimeMode) {
-  timing.ShowTimingLabels();
+  intervals.ApplyAveraging();
   EXPECT_EQ(form.StatusBar1[0].text, "Get RSSI every 5000 mSec");
   EXPECT_EQ(form.StatusBar1[1].text, "Not Averaged");
   EXPECT_EQ(form.StatusBar1[1].tool_tip, "");
@@ -285,8 +286,8 @@ class DistanceLabels : public TimingWindowTest, public testing::WithParamInterfa
 TEST_P(DistanceLabels, ShowTheDistance) {
   state.settings.LogByDistance = true;
   state.settings.DistanceIntervalKm = GetParam().km;
-  timing.ApplyInterval();
-  timing.ShowTimingLabels();
+  intervals.ApplyInterval();
+  intervals.ApplyAveraging();
   EXPECT_EQ(form.StatusBar1[0].text, "Get RSSI every 1100 mSec");
   EXPECT_EQ(form.lblIntervalHeading.caption, "Interval in km");
   EXPECT_EQ(form.lblInterval.caption, GetParam().label);
@@ -304,14 +305,14 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(TimingWindowTest, AveragingIsShownWithItsOwnInterval) {
   state.settings.AverageRSSI = true;
-  timing.ShowTimingLabels();
+  intervals.ApplyAveraging();
   EXPECT_EQ(form.StatusBar1[1].text, "Averaged");
   EXPECT_EQ(form.StatusBar1[1].tool_tip, "Get RSSI every 300 mSec");
   EXPECT_TRUE(form.tmrAverageRSSI.enabled);
   EXPECT_TRUE(form.sldSquelch.visible);
   EXPECT_TRUE(ports.dialogs.messages.empty());
   state.settings.AverageRSSI = false;
-  timing.ShowTimingLabels();
+  intervals.ApplyAveraging();
   EXPECT_EQ(form.StatusBar1[1].text, "Not Averaged");
   EXPECT_EQ(form.StatusBar1[1].tool_tip, "");
   EXPECT_FALSE(form.tmrAverageRSSI.enabled);
@@ -332,8 +333,8 @@ TEST_P(AverageLimit, NeedsElevenHundredMilliseconds) {
   form.tmrAverageRSSI.Start();
   state.settings.TimeIntervalMs = GetParam().time_ms;
   state.settings.LogByDistance = GetParam().by_distance;
-  timing.ApplyInterval();
-  timing.ShowTimingLabels();
+  intervals.ApplyInterval();
+  intervals.ApplyAveraging();
   const bool on = GetParam().stays_on;
   EXPECT_EQ(state.settings.AverageRSSI, on);
   EXPECT_EQ(form.mnuAverageRSSI.checked, on);
@@ -365,13 +366,13 @@ TEST_F(TimingWindowTest, OkWithAShortIntervalSwitchesAveragingOff) {
 TEST_F(TimingWindowTest, TheLabelsBehindTheMessageAlreadyTellTheTruth) {
   state.settings.AverageRSSI = true;
   state.settings.TimeIntervalMs = 1000;
-  timing.ApplyInterval();
+  intervals.ApplyInterval();
   ports.dialogs.while_open = [this] {
     EXPECT_EQ(form.StatusBar1[0].text, "Get RSSI every 1000 mSec");
     EXPECT_EQ(form.StatusBar1[1].text, "Not Averaged");
     EXPECT_EQ(form.lblInterval.caption, "1000 mSec");
   };
-  timing.ShowTimingLabels();
+  intervals.ApplyAveraging();
   EXPECT_EQ(ports.dialogs.messages.size(), 1U);
 }
 

@@ -72,7 +72,7 @@ TEST_F(Car, ValidFixShowsTheWayToTheTransmitter) {
   EXPECT_EQ(form.lblTextBearing.caption, "N");
   EXPECT_EQ(form.lblOpticalDistance.caption, "17.5 km");  // 3.568 x (sqrt 10 + sqrt 3)
   EXPECT_EQ(form.lblPelorus.caption, "357\xB0");          // 350 + 7
-  EXPECT_EQ(form.Picture1.needle, "357");
+  EXPECT_EQ(form.Picture1.needle, 357);
 }
 
 TEST_F(Car, SmallAIsAValidFix) {
@@ -93,7 +93,7 @@ TEST_F(Car, NoFixShowsNothing) {
   EXPECT_EQ(form.lblTextBearing.caption, "");
   EXPECT_EQ(form.lblOpticalDistance.caption, "");
   EXPECT_EQ(form.lblPelorus.caption, "");
-  EXPECT_EQ(form.Picture1.needle, "32768");
+  EXPECT_EQ(form.Picture1.needle, std::nullopt);
   EXPECT_EQ(circle.bearing_deg, -1);
 }
 
@@ -161,7 +161,7 @@ TEST_F(Car, WithoutACompassThereIsNoPelorus) {
   gps.GetAllDDE();
   Show();
   EXPECT_EQ(form.lblPelorus.caption, "???\xB0");
-  EXPECT_EQ(form.Picture1.needle, "32768");
+  EXPECT_EQ(form.Picture1.needle, std::nullopt);
 }
 
 TEST_F(Car, PelorusIsTheSumOfCompassAndWholeBearing) {

@@ -21,9 +21,9 @@ TEST(CalibrationText, TheFirstLineNamesRigModeAndFrequency) {
     const char* frequency;
   };
   const Row rows[] = {
-      {" FT840 LSB 3630", 2, 2, "3630"},    {"FT817 AMN 145500 kHz", 1, 6, "145500"},
-      {"ft857 cw 7050,5", 4, 3, "7050.5"},  {"FT999 XYZ 14200", {}, {}, "14200"},
-      {"FT847  3630", 3, {}, "3630"},       {"FT897 FM    29600", 5, 7, "29600"},
+      {" FT840 LSB 3630", 2, 2, "3630"},   {"FT817 AMN 145500 kHz", 1, 6, "145500"},
+      {"ft857 cw 7050,5", 4, 3, "7050.5"}, {"FT999 XYZ 14200", {}, {}, "14200"},
+      {"FT847  3630", 3, {}, "3630"},      {"FT897 FM    29600", 5, 7, "29600"},
   };
   for (const Row& row : rows) {
     const auto header = ReadCalibrationHeader(row.line);
@@ -32,7 +32,8 @@ TEST(CalibrationText, TheFirstLineNamesRigModeAndFrequency) {
     EXPECT_EQ(header.value().rig_mode, row.mode) << row.line;
     EXPECT_EQ(header.value().frequency, row.frequency) << row.line;
   }
-  for (const char* line : {"", "FT840", "FT840 LSB", "FT840 LSB ", "FT840 LSB 0", "FT840 LSB -3630", "FT840 LSB x"}) {
+  for (const char* line :
+       {"", "FT840", "FT840 LSB", "FT840 LSB ", "FT840 LSB 0", "FT840 LSB -3630", "FT840 LSB x"}) {
     EXPECT_EQ(ReasonOf(ReadCalibrationHeader(line)), "The first line holds no frequency") << line;
   }
 }
@@ -59,7 +60,7 @@ TEST(CalibrationText, WhatStandsBeforeAFaultIsThere) {
 }
 
 TEST(CalibrationText, WhatIsWrittenIsReadAgain) {
-  const S2FtableRows rows = DefaultTable(false);
+  const S2FtableRows rows = DefaultTable(Band::kHf);
   const std::string bytes = WriteCalibration(" FT840 LSB 3630 kHz", rows);
   EXPECT_TRUE(bytes.starts_with(" FT840 LSB 3630 kHz\r\nS0, 0, 0\r\nS1, 0.2, 0.083\r\n"));
   EXPECT_TRUE(bytes.ends_with(", , \r\nS9 + 60dB, 50000, 20750\r\n"));

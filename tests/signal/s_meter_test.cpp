@@ -193,6 +193,7 @@ TEST_F(SMeterTest, SquelchSliderSetsTheLevel) {
 
 TEST_F(SMeterTest, AveragingTimerReadsTheRigAndCollects) {
   settings.AverageRSSI = true;
+  bench.meter.RunAveraging();
   bench.meter.ShowAveraging();
   bench.world.serial.replies.push_back(test::Bytes({72, 0, 0, 0, 247}));
   bool running_while_read = true;
@@ -225,6 +226,7 @@ TEST_F(SMeterTest, AveragingMenuOnlyLeavesARequest) {
 TEST_F(SMeterTest, AveragingOnShowsTheSliderAndASlimBar) {
   settings.AverageRSSI = true;
   form.tmrAverageRSSI.interval_ms = 1000;
+  bench.meter.RunAveraging();
   bench.meter.ShowAveraging();
   EXPECT_TRUE(form.tmrAverageRSSI.enabled);
   EXPECT_EQ(form.tmrAverageRSSI.interval_ms, 300);
@@ -235,8 +237,10 @@ TEST_F(SMeterTest, AveragingOnShowsTheSliderAndASlimBar) {
 
 TEST_F(SMeterTest, AveragingOffHidesTheSlider) {
   settings.AverageRSSI = true;
+  bench.meter.RunAveraging();
   bench.meter.ShowAveraging();
   settings.AverageRSSI = false;
+  bench.meter.RunAveraging();
   bench.meter.ShowAveraging();
   EXPECT_FALSE(form.tmrAverageRSSI.enabled);
   EXPECT_FALSE(form.sldSquelch.visible);

@@ -34,28 +34,20 @@ constexpr qsizetype kLongLine = 160;
 
 // Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory."). Only mark-up
 // breaks long lines.
-QString ToolTip(const std::string& text) {
+QString ToolTip(const std::string& text, const QWidget& owner) {
   QString plain = Shortened(ToQtLines(text), kMostOfToolTip);
   const QStringList lines = plain.split(QLatin1Char('\n'));
   const bool is_long =
       std::any_of(lines.begin(), lines.end(), [](const QString& line) { return line.size() > kLongLine; });
   if (!is_long && !Qt::mightBeRichText(plain)) return plain;
   return QStringLiteral("<p style='white-space:%1'>%2</p>")
-      .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain).toHtmlEscaped());
+      .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain, owner).toHtmlEscaped());
 }
 
 // What a screen reader says of a needle.
-QString NeedleName(const std::string& text) {
-  if (Trim(text) == "32768") return QStringLiteral("Needle, no direction");
-  return QStringLiteral("Needle %1 degrees").arg(static_cast<int>(std::lround(Val(text))));
-}
-QString NeedleName(const std::vector<Shape>& shapes) {
-  for (const Shape& shape : shapes) {
-    if (shape.kind != Shape::Kind::kLine) continue;
-    const double angle = std::atan2(shape.x2 - shape.x1, shape.y1 - shape.y2) * 180 / std::numbers::pi;
-    return QStringLiteral("Needle %1 degrees").arg((std::lround(angle) + 360) % 360);
-  }
-  return QStringLiteral("Needle, no direction");
+QString NeedleName(const Needle& needle) {
+  if (!needle) return QStringLiteral("Needle, no direction");
+  return QStringLiteral("Needle %1 degrees").arg(static_cast<int>(std::lround(*needle)));
 }
 
 }  // namespace
@@ -63,7 +55,7 @@ QString NeedleName(const std::vector<Shape>& shapes) {
 void Binder::BindCommon(const Control& control, QWidget* widget) {
   widget->setObjectName(QLatin1String(control.name));
   Follow<std::string>(control.tool_tip, [widget](const std::string& text) {
-    widget->setToolTip(ToolTip(text));
+    widget->setToolTip(ToolTip(text, *widget));
     widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   FollowFrom<bool>(true, control.enabled, [widget](const bool& enabled) { widget->setEnabled(enabled); });
@@ -102,7 +94,7 @@ void Binder::Bind(Lamp& lamp, LampWidget* widget) {
   widget->setAccessibleName(QLatin1String(lamp.name).mid(3));  // until it says more
   Follow<LampText>(lamp.says, [widget](const LampText& says) {
     widget->Show(says);
-    const QString advice = ToolTip(says.advice);
+    const QString advice = ToolTip(says.advice, *widget);
     if (widget->toolTip() == advice) return;
     widget->setToolTip(advice);
     widget->setAccessibleDescription(ToQtLines(says.advice));
@@ -140,7 +132,7 @@ void Binder::Bind(StatusPanel& panel, TextLine* widget) {
     widget->setAccessibleName(widget->text());
   });
   Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
-    widget->setToolTip(ToolTip(text));
+    widget->setToolTip(ToolTip(text, *widget));
     widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
   });
 }
@@ -168,11 +160,11 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
 
 void Binder::Bind(CompassRose& rose, PelorusWidget* widget) {
   BindCommon(rose, widget);
-  Follow<std::string>(rose.needle, [widget](const std::string& text) {
-    widget->SetNeedle(text);
-    widget->setAccessibleName(NeedleName(text));
+  Follow<Needle>(rose.needle, [widget](const Needle& needle) {
+    widget->SetNeedle(needle);
+    widget->setAccessibleName(NeedleName(needle));
   });
-  Follow<std::string>(rose.course, [widget](const std::string& text) { widget->SetCourse(text); });
+  Follow<Needle>(rose.course, [widget](const Needle& course) { widget->SetCourse(course); });
   FollowFrom<bool>(false, rose.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   Follow<std::string>(rose.badge, [widget](const std::string& text) { widget->SetBadge(ToQt(text)); });
 }
@@ -181,6 +173,8 @@ void Binder::Bind(Picture& picture, PictureWidget* widget) {
   BindCommon(picture, widget);
   FollowFrom<bool>(false, picture.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   Follow<std::string>(picture.badge, [widget](const std::string& text) { widget->SetBadge(ToQt(text)); });
+  Follow<Needle>(picture.needle,
+                 [widget](const Needle& needle) { widget->setAccessibleName(NeedleName(needle)); });
   Watch([&picture, widget, painted = std::vector<Shape>()]() mutable {
     const auto same = [](const Shape& a, const Shape& b) {
       return a.kind == b.kind && a.x1 == b.x1 && a.y1 == b.y1 && a.x2 == b.x2 && a.y2 == b.y2 &&
@@ -190,7 +184,6 @@ void Binder::Bind(Picture& picture, PictureWidget* widget) {
       return;
     painted = picture.shapes;
     widget->SetShapes(picture.shapes);
-    widget->setAccessibleName(NeedleName(picture.shapes));
   });
   const auto measure = [&picture, widget] {
     picture.width = ToTwips(widget->width());
@@ -209,7 +202,7 @@ void Binder::Bind(MenuItem& item, QAction* action) {
     action->setText(Shortened(ToQt(text), kMostOfHeading));
   });
   Follow<std::string>(item.tool_tip, [action](const std::string& text) {
-    action->setToolTip(ToolTip(text));
+    action->setToolTip(Shortened(ToQtLines(text), kMostOfToolTip));
     action->setWhatsThis(Shortened(ToQtLines(text), kMostOfToolTip));
   });
   Follow<std::string>(item.status_tip,

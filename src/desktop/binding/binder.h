@@ -69,7 +69,7 @@ class Binder : public QObject {
   template <class T>
   void Follow(const T& source, std::function<void(const T&)> paint) {
     Watch([&source, paint = std::move(paint), painted = std::optional<T>()]() mutable {
-      if (painted == source) return;
+      if (painted && *painted == source) return;
       painted = source;
       paint(source);
     });

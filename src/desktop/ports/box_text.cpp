@@ -10,19 +10,19 @@ namespace {
 
 constexpr qsizetype kMostCharacters = 1600;  // 20 lines of 80
 constexpr qsizetype kMostLines = 24;
-constexpr qsizetype kLongestWord = 60;
 constexpr QChar kEllipsis(0x2026);
 
 // A path may be one long word.
-QString WithBreaks(const QString& line) {
+QString WithBreaks(const QString& line, const QFontMetrics& metrics, int widest_word) {
   constexpr QChar kMayBreakHere(0x200B);  // takes no room
   QString result;
-  qsizetype word = 0;
+  int word = 0;
   for (const QChar character : line) {
-    word = character.isSpace() ? 0 : word + 1;
-    if (word > kLongestWord) {
+    const int width = metrics.horizontalAdvance(character);
+    word = character.isSpace() ? 0 : word + width;
+    if (word > widest_word) {
       result.append(kMayBreakHere);
-      word = 1;
+      word = width;
     }
     result.append(character);
   }
@@ -31,7 +31,7 @@ QString WithBreaks(const QString& line) {
 
 }  // namespace
 
-QString BoxText(const QString& text) {
+QString BoxText(const QString& text, const QWidget& box) {
   QString shown = text;
   if (shown.size() > kMostCharacters) {
     shown = text.first(kMostCharacters / 2) + kEllipsis + text.last(kMostCharacters / 2);
@@ -40,7 +40,8 @@ QString BoxText(const QString& text) {
   if (lines.size() > kMostLines) {
     lines = lines.first(kMostLines / 2) + QStringList(QString(kEllipsis)) + lines.last(kMostLines / 2);
   }
-  for (QString& line : lines) line = WithBreaks(line);
+  const int widest_word = box.screen()->availableGeometry().width() * 3 / 4;
+  for (QString& line : lines) line = WithBreaks(line, box.fontMetrics(), widest_word);
   return lines.join(QLatin1Char('\n'));
 }
 

@@ -48,7 +48,7 @@ QWidget* Owner() {
 
 void SetText(QMessageBox& box, const std::string& text, Icon icon) {
   box.setIcon(QtIcon(icon));
-  box.setText(BoxText(ToQtLines(text)));
+  box.setText(BoxText(ToQtLines(text), box));
 }
 
 void Prepare(QMessageBox& box, const std::string& title, const std::string& text, Icon icon) {
@@ -143,7 +143,7 @@ std::string QtDialogs::AskText(const std::string& title, const std::string& prom
   if (!MayOpen()) return {};
   QInputDialog box(Owner());
   box.setWindowTitle(Shortened(ToQt(title), kMostOfTitle));
-  box.setLabelText(BoxText(ToQtLines(prompt)));
+  box.setLabelText(BoxText(ToQtLines(prompt), box));
   (void)box.sizeHint();  // makes its widgets
   if (auto* edit = box.findChild<QLineEdit*>()) edit->setMaxLength(kMostOfAnswer);
   box.setTextValue(ToQt(proposal));  // the box selects it when it opens

@@ -22,14 +22,13 @@ PelorusWidget::PelorusWidget(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void PelorusWidget::SetNeedle(const std::string& text) {
-  needle_deg_.reset();
-  if (Trim(text) != "32768") needle_deg_ = Val(text);
+void PelorusWidget::SetNeedle(Needle needle_deg) {
+  needle_deg_ = needle_deg;
   update();
 }
 
-void PelorusWidget::SetCourse(const std::string& text) {
-  const std::optional<double> course = text.empty() ? std::nullopt : std::optional(std::round(Val(text)));
+void PelorusWidget::SetCourse(Needle course_deg) {
+  const Needle course = course_deg ? Needle(std::round(*course_deg)) : std::nullopt;
   if (course == course_deg_) return;
   course_deg_ = course;
   update();

@@ -2,8 +2,8 @@
 
 #include <QPixmap>
 #include <QWidget>
-#include <optional>
-#include <string>
+
+#include "forms/control.h"
 
 namespace kestrum {
 
@@ -15,13 +15,11 @@ class PelorusWidget : public QWidget {
  public:
   explicit PelorusWidget(QWidget* parent);
 
-  // An angle text in degrees ("045", "045°"); "32768" shows no needle.
-  void SetNeedle(const std::string& text);
-  // Degrees; nothing when no needle is shown.
-  std::optional<double> Needle() const { return needle_deg_; }
-  // Course over ground as a number text, by which the letters turn; empty for no letters.
-  void SetCourse(const std::string& text);
-  std::optional<double> Course() const { return course_deg_; }
+  void SetNeedle(Needle needle_deg);
+  Needle ShownNeedle() const { return needle_deg_; }
+  // Course over ground, by which the letters turn; nothing for no letters.
+  void SetCourse(Needle course_deg);
+  Needle Course() const { return course_deg_; }
   void SetStale(bool stale);
   bool Stale() const { return stale_; }
   // Stands across the dial while it is stale.
@@ -41,8 +39,8 @@ class PelorusWidget : public QWidget {
   void PaintStill();
   void PaintLetters(QPainter& painter, double radius) const;
 
-  std::optional<double> needle_deg_;
-  std::optional<double> course_deg_;
+  Needle needle_deg_;
+  Needle course_deg_;
   bool stale_ = false;
   QString badge_;
   QPixmap still_;  // rim, ticks and car

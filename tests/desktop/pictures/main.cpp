@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "desktop/forms/windows.h"
-#include "position/minimal_display.h"
+#include "position/needle.h"
 #include "support/scripted_ports.h"
 
 // Paints the windows with typical and with the longest texts into PNG files, without a display:
@@ -39,7 +39,7 @@ void FillForm1(Forms& forms, bool longest) {
   form.lblRxBearing.caption = "032\xB0";
   form.lblTextBearing.caption = "NW ";
   form.lblPelorus.caption = "045\xB0";
-  form.Picture1.needle = "045";
+  form.Picture1.needle = 45;
   form.lblRxLat.caption = longest ? "5157.123456N" : "5157.00N";
   form.lblRxLong.caption = longest ? "00532.123456E" : "00532.00E";
   form.lblRxHeight.caption = longest ? "12345.6 m" : "12.4 m";
@@ -102,7 +102,7 @@ void FillOthers(Forms& forms) {
   minimal.Label1[4].caption = "S9+10, 158.1 uV, 0.123 mV/m";
   minimal.ProgressBar1.value = 148;
   minimal.Picture1.resized = [&minimal] {
-    minimal.Picture1.shapes = kestrum::NeedleShapes("045", minimal.Picture1.width, minimal.Picture1.height);
+    minimal.Picture1.shapes = kestrum::NeedleShapes(45, minimal.Picture1.width, minimal.Picture1.height);
   };
   forms.form2.visible = forms.form3.visible = forms.form4.visible = forms.form5.visible = true;
 }

@@ -1,27 +1,16 @@
-#include "position/minimal_display.h"
+#include "ui/minimal_display.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "config/app_title.h"
 #include "position/great_circle.h"
+#include "position/needle.h"
+#include "signal/conversion.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
 namespace kestrum {
 namespace {
-
-constexpr const char* kNoNeedle = "32768";
-constexpr double kRadiansPerDegree = 0.017453292519943278;
-constexpr double kCentreOffset = 25;   // twips
-constexpr double kReach = 0.7;         // of the centre's distance from the edge
-constexpr double kNoAngleRadius = 30;  // twips
-
-// The needle's text for a caption such as "032Â°".
-// Kept on purpose: a caption without digits, as "???Â°", counts as 0; only the reader's mark draws no needle.
-std::string NeedleText(std::string_view caption) {
-  return std::string(caption.substr(0, caption.find(kDegree)));
-}
 
 // Kept on purpose: the value as the reader's label shows it until the first record brings metres.
 std::string HeightAtLoad(const std::string& caption) {
@@ -35,33 +24,7 @@ std::string FrequencyAtLoad(const std::string& caption) {
 
 }  // namespace
 
-std::vector<Shape> NeedleShapes(const std::string& text, double width, double height) {
-  const double x0 = width / 2 - kCentreOffset;
-  const double y0 = height / 2 - kCentreOffset;
-  if (x0 <= 0 || y0 <= 0) return {};  // not laid out yet
-
-  Shape circle;
-  circle.x1 = x0;
-  circle.y1 = y0;
-  circle.radius = kReach * x0;
-  circle.color = Color::kBlue;
-
-  Shape needle = circle;
-  needle.color = Color::kRed;
-  if (text == kNoNeedle) {
-    needle.radius = kNoAngleRadius;
-    return {circle, needle};
-  }
-  // Kept on purpose: the reach follows width and height separately.
-  const double angle = (Val(text) - 90) * kRadiansPerDegree;
-  needle.kind = Shape::Kind::kLine;
-  needle.radius = 0;
-  needle.x2 = x0 + kReach * x0 * std::cos(angle);
-  needle.y2 = y0 + kReach * y0 * std::sin(angle);
-  return {circle, needle};
-}
-
-MinimalDisplay::MinimalDisplay(State& state, Forms& forms, const Ports& ports)
+MinimalDisplay::MinimalDisplay(State& state, Forms& forms, const PortSet<Dialogs, Program>& ports)
     : state_(state), forms_(forms), ports_(ports) {}
 
 void MinimalDisplay::Wire() {
@@ -85,7 +48,7 @@ void MinimalDisplay::Wire() {
     }
   };
   form.activate = [this] { ShowPelorusMinimized(forms_.form1.lblRxBearing.caption); };
-  form.Picture1.resized = [this] { ShowPelorusMinimized(needle_); };
+  form.Picture1.resized = [this] { PaintNeedle(); };
 }
 
 void MinimalDisplay::Toggle() {
@@ -113,7 +76,7 @@ void MinimalDisplay::Load() {
   form5.caption = AppTitle;
   form5.Frame1.caption = "Kestrum";
   form5.Command1.caption = "&Main(F5) ";
-  form5.ProgressBar1.maximum = 255;
+  form5.ProgressBar1.maximum = kTopOfMeter;
   form5.ProgressBar1.value = 0;
   form5.ProgressBar1.segments = state_.settings.ProgressBarMode;
   auto& labels = form5.Label1;
@@ -146,7 +109,7 @@ void MinimalDisplay::Unload() {
   // The large dial shows no needle for an unknown heading, as SetGPSdata draws it.
   const std::string& heading = form1.lblPelorus.caption;
   const bool known = heading.find_first_of("0123456789") != std::string::npos;
-  form1.Picture1.needle = known ? NeedleText(heading) : kNoNeedle;
+  form1.Picture1.needle = known ? NeedleOf(heading) : std::nullopt;
   form1.ProgressBar1.segments = state_.settings.ProgressBarMode;
 }
 
@@ -158,14 +121,18 @@ void MinimalDisplay::ShowRecord(const Site& site, int raw, const std::string& si
   labels[2].caption = site.height;
   labels[3].caption = TrimLeft(form1.lblFreq.caption);
   labels[4].caption = signal;
-  forms_.form5.ProgressBar1.value = std::clamp(raw, 0, 255);
+  forms_.form5.ProgressBar1.value = std::clamp(raw, 0, kTopOfMeter);
   ShowPelorusMinimized(form1.lblPelorus.caption);
 }
 
 void MinimalDisplay::ShowPelorusMinimized(const std::string& text) {
-  needle_ = NeedleText(text);
+  forms_.form5.Picture1.needle = NeedleOf(text);
+  PaintNeedle();
+}
+
+void MinimalDisplay::PaintNeedle() {
   Picture& picture = forms_.form5.Picture1;
-  picture.shapes = NeedleShapes(needle_, picture.width, picture.height);
+  picture.shapes = NeedleShapes(picture.needle, picture.width, picture.height);
 }
 
 }  // namespace kestrum

@@ -1,4 +1,4 @@
-#include "position/minimal_display.h"
+#include "ui/minimal_display.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,70 +13,6 @@ namespace kestrum::test {
 namespace {
 
 using ::testing::IsEmpty;
-
-struct NeedleRow {
-  std::string text;
-  double x;
-  double y;
-};
-
-TEST(NeedleShapes, PointsUpAtZeroAndTurnsClockwise) {
-  // 2050 by 1050: the centre at (1000, 500), the reach 700 across and 350 up and down.
-  const std::vector<NeedleRow> rows = {
-      {"000", 1000, 150},
-      {"090", 1700, 500},
-      {"180", 1000, 850},
-      {"270", 300, 500},
-      {"360", 1000, 150},
-      {"045", 1494.974747, 252.512627},
-      {"045\xB0", 1494.974747, 252.512627},
-      {"123\xB0", 1587.069398, 690.623662},
-      {"0-1", 1000, 150},  // reads as 0
-  };
-  for (const NeedleRow& row : rows) {
-    const auto shapes = NeedleShapes(row.text, 2050, 1050);
-    ASSERT_EQ(shapes.size(), 2U) << row.text;
-    EXPECT_EQ(shapes[0].kind, Shape::Kind::kCircle);
-    EXPECT_EQ(shapes[0].x1, 1000);
-    EXPECT_EQ(shapes[0].y1, 500);
-    EXPECT_DOUBLE_EQ(shapes[0].radius, 700);
-    EXPECT_EQ(shapes[0].color, Color::kBlue);
-    EXPECT_EQ(shapes[0].pen_width, 3);
-    EXPECT_EQ(shapes[1].kind, Shape::Kind::kLine);
-    EXPECT_EQ(shapes[1].x1, 1000);
-    EXPECT_EQ(shapes[1].y1, 500);
-    EXPECT_NEAR(shapes[1].x2, row.x, 1e-5) << row.text;
-    EXPECT_NEAR(shapes[1].y2, row.y, 1e-5) << row.text;
-    EXPECT_EQ(shapes[1].color, Color::kRed);
-    EXPECT_EQ(shapes[1].pen_width, 3);
-  }
-}
-
-TEST(NeedleShapes, WithoutAnAngleThereIsASmallRedCircle) {
-  const auto shapes = NeedleShapes("32768", 2050, 1050);
-  ASSERT_EQ(shapes.size(), 2U);
-  EXPECT_EQ(shapes[0].kind, Shape::Kind::kCircle);
-  EXPECT_DOUBLE_EQ(shapes[0].radius, 700);
-  EXPECT_EQ(shapes[0].color, Color::kBlue);
-  EXPECT_EQ(shapes[1].kind, Shape::Kind::kCircle);
-  EXPECT_EQ(shapes[1].x1, 1000);
-  EXPECT_EQ(shapes[1].y1, 500);
-  EXPECT_EQ(shapes[1].radius, 30);
-  EXPECT_EQ(shapes[1].color, Color::kRed);
-}
-
-TEST(NeedleShapes, StayOnTheirEllipse) {
-  for (int angle = -720; angle <= 1000; angle += 7) {
-    const auto shapes = NeedleShapes(std::to_string(angle), 2050, 1050);
-    EXPECT_NEAR(std::hypot((shapes[1].x2 - 1000) / 700, (shapes[1].y2 - 500) / 350), 1, 1e-9);
-  }
-}
-
-TEST(NeedleShapes, NeedAPictureThatIsLaidOut) {
-  EXPECT_THAT(NeedleShapes("045", 0, 0), IsEmpty());
-  EXPECT_THAT(NeedleShapes("045", 50, 1000), IsEmpty());
-  EXPECT_THAT(NeedleShapes("32768", 1000, 50), IsEmpty());
-}
 
 struct Dashboard : ::testing::Test {
   State state;
@@ -245,14 +181,14 @@ TEST_F(Dashboard, BarTakesTheCommonStyle) {
 
 TEST_F(Dashboard, LeavingBringsTheMainWindowBack) {
   minimal.Toggle();
-  form1.Picture1.needle = "stale";
+  form1.Picture1.needle = 1;
   forms.form2.visible = false;
   minimal.Toggle();
   EXPECT_FALSE(form1.mnuMinimalDisplay.checked);
   EXPECT_TRUE(form1.visible);
   EXPECT_FALSE(form5.visible);
   EXPECT_FALSE(form5.loaded);
-  EXPECT_EQ(form1.Picture1.needle, "180");
+  EXPECT_EQ(form1.Picture1.needle, 180);
   EXPECT_EQ(log_clicks, 1);  // logging goes on
   EXPECT_EQ(form1.cmdLoggin.caption, "&Logging(F3)");
 }
@@ -261,9 +197,9 @@ TEST_F(Dashboard, LeavingWithoutAPelorusShowsNoNeedle) {
   for (const char* caption : {"???\xB0", ""}) {
     form1.lblPelorus.caption = caption;
     minimal.Toggle();
-    form1.Picture1.needle = "stale";
+    form1.Picture1.needle = 1;
     minimal.Toggle();
-    EXPECT_EQ(form1.Picture1.needle, "32768");
+    EXPECT_EQ(form1.Picture1.needle, std::nullopt);
   }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "config/settings.h"
 #include "forms/forms.h"
@@ -10,14 +9,10 @@
 
 namespace kestrum {
 
-// Circle and needle for an angle text in degrees ("032°", "045"; 0 points up, clockwise) in a picture of the
-// given size in twips; "32768" gives only a small circle.
-std::vector<Shape> NeedleShapes(const std::string& text, double width, double height);
-
 // The minimal display, Form5.
 class MinimalDisplay {
  public:
-  MinimalDisplay(State& state, Forms& forms, const Ports& ports);
+  MinimalDisplay(State& state, Forms& forms, const PortSet<Dialogs, Program>& ports);
 
   // Hangs the handlers on Form5's controls and on mnuMinimalDisplay.
   void Wire();
@@ -31,11 +26,11 @@ class MinimalDisplay {
  private:
   void Load();
   void Unload();
+  void PaintNeedle();
 
   State& state_;
   Forms& forms_;
-  Ports ports_;
-  std::string needle_ = "32768";
+  PortSet<Dialogs, Program> ports_;
 };
 
 }  // namespace kestrum
