@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <array>
+#include <thread>
 
 #include "common/win32/handle.h"
 #include "common/win32/wide_text.h"
@@ -18,7 +19,7 @@ class Win32FileStoreTest : public testing::Test {
     // Characters that the 8-bit text does not have.
     folder_ = room.data() + std::wstring(L"kestrum-\u0416\u4E2D-") + std::to_wstring(::GetCurrentProcessId());
     ::CreateDirectoryW(folder_.c_str(), nullptr);
-    files_ = std::make_unique<Win32FileStore>(folder_);
+    files_ = std::make_unique<Win32FileStore>(win32::Narrow(folder_), folder_);
   }
   ~Win32FileStoreTest() override {
     WIN32_FIND_DATAW found{};
@@ -147,6 +148,21 @@ TEST_F(Win32FileStoreTest, RemovesAndRenames) {
   EXPECT_TRUE(files_->Remove(Path("b")));
   EXPECT_TRUE(files_->Remove(Path("b")));
   EXPECT_EQ(FilesInFolder(), 0);
+}
+
+TEST_F(Win32FileStoreTest, RemovesAFileThatSomebodyReadsForAMoment) {
+  ASSERT_TRUE(files_->Append(Path("a"), "a"));
+  win32::Handle reader(::CreateFileW((folder_ + L"\\a").c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(reader.valid());
+  EXPECT_EQ(files_->Remove(Path("a")).fault().reason, win32::Reason(ERROR_SHARING_VIOLATION));
+  std::thread moment([&reader] {
+    ::Sleep(50);
+    reader.Reset();
+  });
+  EXPECT_TRUE(files_->Remove(Path("a")));
+  moment.join();
+  EXPECT_FALSE(files_->Exists(Path("a")));
 }
 
 TEST_F(Win32FileStoreTest, APathMayBeLong) {

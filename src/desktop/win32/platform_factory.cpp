@@ -2,6 +2,7 @@
 
 #include <QDir>
 
+#include "desktop/text_convert.h"
 #include "desktop/win32/instance_mark.h"
 #include "desktop/win32/started_process.h"
 #include "desktop/win32/win32_file_store.h"
@@ -22,7 +23,7 @@ std::unique_ptr<LinksAndWindows> MakeLinks() {
 }
 
 std::unique_ptr<FileStore> MakeFileStore(const QString& folder) {
-  return std::make_unique<Win32FileStore>(Native(folder));
+  return std::make_unique<Win32FileStore>(FromQt(QDir::toNativeSeparators(folder)), Native(folder));
 }
 
 // Port numbers are the system's own here.

@@ -73,6 +73,15 @@ DWORD WriteAndFlush(HANDLE file, std::string_view bytes) {
   return ::FlushFileBuffers(file) != 0 ? 0 : ::GetLastError();
 }
 
+DWORD Delete(const std::wstring& path) {
+  DWORD error = ERROR_SHARING_VIOLATION;
+  for (int attempt = 0; attempt < kAttempts && MayPass(error); ++attempt) {
+    if (attempt > 0) ::Sleep(kPauseMs);
+    error = ::DeleteFileW(path.c_str()) != 0 ? 0 : ::GetLastError();
+  }
+  return error;
+}
+
 DWORD MoveOver(const std::wstring& from, const std::wstring& to) {
   DWORD error = 0;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {

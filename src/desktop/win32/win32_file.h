@@ -30,6 +30,8 @@ bool IsFolder(DWORD attributes);
 DWORD WriteAll(HANDLE file, std::string_view bytes);
 // Writes, and waits until the bytes are on the disk.
 DWORD WriteAndFlush(HANDLE file, std::string_view bytes);
+// As OpenFile, asks again for a file that is held for a moment.
+DWORD Delete(const std::wstring& path);
 // Replaces what stands at `to`, and waits until that is on the disk.
 DWORD MoveOver(const std::wstring& from, const std::wstring& to);
 

@@ -65,8 +65,8 @@ Beside MakeBeside(const std::wstring& path) {
 
 }  // namespace
 
-Win32FileStore::Win32FileStore(std::wstring folder)
-    : folder_text_(win32::Narrow(folder)), folder_(std::move(folder)) {}
+Win32FileStore::Win32FileStore(std::string text, std::wstring folder)
+    : folder_text_(std::move(text)), folder_(std::move(folder)) {}
 
 std::wstring Win32FileStore::NativePath(const std::string& path) const {
   const bool in_folder = path.size() > folder_text_.size() && path.starts_with(folder_text_) &&
@@ -172,8 +172,7 @@ Outcome Win32FileStore::CheckAppend(const std::string& path) const {
 }
 
 Outcome Win32FileStore::Remove(const std::string& path) {
-  if (::DeleteFileW(NativePath(path).c_str()) != 0) return Done{};
-  const DWORD error = ::GetLastError();
+  const DWORD error = win32::Delete(NativePath(path));
   return OutcomeOf(path, win32::IsNothing(error) ? 0 : error);
 }
 
