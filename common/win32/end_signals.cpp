@@ -13,8 +13,8 @@ namespace {
 // The system calls with nothing but the event.
 std::atomic<EndSignals*> g_told{nullptr};
 
-// On a thread of the system's own. The process ends when this returns from a close, a log-off or a shutdown, so
-// that the program gets the time to end by itself.
+// On a thread of the system's own. The process ends when this returns from a close, a log-off or a shutdown,
+// so that the program gets the time to end by itself.
 BOOL WINAPI OnConsoleEvent(DWORD event) {
   constexpr DWORD kLongestMs = 5000;
   EndSignals* const told = g_told;
@@ -27,7 +27,9 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
 // The end of the user's session: whatever has to be done is done before the message returns.
 class SessionEnd : public QAbstractNativeEventFilter {
  public:
-  explicit SessionEnd(EndSignals& told) : told_(told) { QCoreApplication::instance()->installNativeEventFilter(this); }
+  explicit SessionEnd(EndSignals& told) : told_(told) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+  }
   ~SessionEnd() override {
     if (QCoreApplication::instance() != nullptr) QCoreApplication::instance()->removeNativeEventFilter(this);
   }

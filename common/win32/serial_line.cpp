@@ -18,8 +18,8 @@ bool SerialPortExists(const std::wstring& name) {
 DWORD SerialLine::Open(const std::wstring& name, const SerialSettings& settings) {
   Close();
   // The prefix names the device whatever its number is, and never a file.
-  file_.Reset(::CreateFileW((L"\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_OVERLAPPED, nullptr));
+  file_.Reset(::CreateFileW((L"\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                            OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
   if (!file_.valid()) return ::GetLastError();
   read_done_.Reset(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
   write_done_.Reset(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -86,7 +86,8 @@ DWORD SerialLine::Write(std::string_view bytes) {
   write_ = {};
   write_.hEvent = write_done_.get();
   ::ResetEvent(write_done_.get());
-  if (::WriteFile(file_.get(), outgoing_.data(), static_cast<DWORD>(outgoing_.size()), nullptr, &write_) != 0) {
+  if (::WriteFile(file_.get(), outgoing_.data(), static_cast<DWORD>(outgoing_.size()), nullptr, &write_) !=
+      0) {
     return 0;
   }
   const DWORD error = ::GetLastError();

@@ -18,8 +18,8 @@ QStringList ReceiverPorts(const QString& folder, const QString& ports);
 /// Whether windows can be shown. Asked before the toolkit starts.
 bool HasDisplay();
 
-/// For --help: how the texts reach the logger, and where "auto" looks for serial ports. For who starts a second
-/// reader: where the first one is.
+/// For --help: how the texts reach the logger, and where "auto" looks for serial ports. For who starts a
+/// second reader: where the first one is.
 QString LinkName();
 QString LinkScope();
 QString PortsName();

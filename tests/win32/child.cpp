@@ -17,8 +17,8 @@ namespace {
 constexpr UINT kLineCame = WM_APP + 1;
 
 HWND MakeWindow(const std::string& title) {
-  return ::CreateWindowExW(0, L"STATIC", win32::Wide(title).c_str(), WS_OVERLAPPEDWINDOW, 50, 50, 200, 100, nullptr,
-                           nullptr, ::GetModuleHandleW(nullptr), nullptr);
+  return ::CreateWindowExW(0, L"STATIC", win32::Wide(title).c_str(), WS_OVERLAPPEDWINDOW, 50, 50, 200, 100,
+                           nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr);
 }
 
 void DispatchUntilQuit(const std::function<void(const std::string&)>& on_line) {
@@ -107,7 +107,8 @@ Child::Child(const std::string& role) {
   how.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
   PROCESS_INFORMATION started{};
   std::wstring command = L"\"" + ThisProgram() + L"\" --child " + win32::Wide(role);
-  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &how, &started) != 0) {
+  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &how,
+                       &started) != 0) {
     process_.Reset(started.hProcess);
     ::CloseHandle(started.hThread);
   }

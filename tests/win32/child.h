@@ -31,11 +31,13 @@ class Child {
 
 // The roles: "dde" a DDE server of Posdex|form1 ("set ITEM TEXT", "hang MS", "quit"), "window TITLE" a window
 // that lives until it is closed, "iconic" a window that ends at once with 10, and 1 more when it came up
-// minimised, "sleep" a process without window, "mark FOLDER" ends with 0 when it could mark the folder, else 1.
+// minimised, "sleep" a process without window, "mark FOLDER" ends with 0 when it could mark the folder,
+// else 1.
 int RunChild(const std::string& role, const std::string& argument);
 
 // Polls until it is true; false when that takes too long.
-bool WaitUntil(const std::function<bool()>& done, std::chrono::milliseconds longest = std::chrono::seconds(10));
+bool WaitUntil(const std::function<bool()>& done,
+               std::chrono::milliseconds longest = std::chrono::seconds(10));
 
 std::wstring ThisProgram();
 

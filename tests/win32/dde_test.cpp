@@ -99,7 +99,8 @@ TEST(Dde, AServerThatHangsFallsSilentAndHoldsNobodyUp) {
   ASSERT_TRUE(listener.WaitFor("lblLat1", "5157.0000N"));
   server.Tell("hang 8000");
   const auto heard = [&] { return listener.client().LastHeard().value_or(steady_clock::now()); };
-  EXPECT_TRUE(WaitUntil([&] { return steady_clock::now() - heard() > milliseconds(4500); }, milliseconds(9000)));
+  EXPECT_TRUE(
+      WaitUntil([&] { return steady_clock::now() - heard() > milliseconds(4500); }, milliseconds(9000)));
   EXPECT_TRUE(listener.client().Connected());
   // It goes on when the server does.
   server.Tell("set lblLat1 0003.0000S");

@@ -68,7 +68,8 @@ TEST_F(Win32FileStoreTest, ReadsFromAnOffsetAndAtMostSoMuch) {
     std::uint64_t offset, most;
     const char* expected;
   };
-  for (const Row& row : {Row{0, 4, "0123"}, Row{8, 100, "89"}, Row{10, 5, ""}, Row{99, 5, ""}, Row{3, 0, ""}}) {
+  for (const Row& row :
+       {Row{0, 4, "0123"}, Row{8, 100, "89"}, Row{10, 5, ""}, Row{99, 5, ""}, Row{3, 0, ""}}) {
     EXPECT_EQ(files_->ReadFrom(Path("a"), row.offset, row.most).value(), row.expected) << row.offset;
   }
   EXPECT_EQ(files_->Read(Path("a"), 10).value(), "0123456789");
@@ -152,8 +153,8 @@ TEST_F(Win32FileStoreTest, RemovesAndRenames) {
 
 TEST_F(Win32FileStoreTest, RemovesAFileThatSomebodyReadsForAMoment) {
   ASSERT_TRUE(files_->Append(Path("a"), "a"));
-  win32::Handle reader(::CreateFileW((folder_ + L"\\a").c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                     nullptr, OPEN_EXISTING, 0, nullptr));
+  win32::Handle reader(::CreateFileW((folder_ + L"\\a").c_str(), GENERIC_READ,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(reader.valid());
   EXPECT_EQ(files_->Remove(Path("a")).fault().reason, win32::Reason(ERROR_SHARING_VIOLATION));
   std::thread moment([&reader] {

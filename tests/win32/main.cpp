@@ -11,7 +11,8 @@ int main(int argc, char** argv) {
     for (int i = 3; i < argc; ++i) argument += (i > 3 ? " " : "") + std::string(argv[i]);
     return kestrum::test::RunChild(argv[2], argument);
   }
-  if (argc == 3 && std::string(argv[1]) == "--close-box") return kestrum::test::CloseSmallest(argv[2]) ? 0 : 1;
+  if (argc == 3 && std::string(argv[1]) == "--close-box")
+    return kestrum::test::CloseSmallest(argv[2]) ? 0 : 1;
   // For a program that is started without arguments.
   if (const char* role = std::getenv("KESTRUM_TEST_ROLE")) return kestrum::test::RunChild(role, {});
   testing::InitGoogleTest(&argc, argv);

@@ -73,8 +73,9 @@ TEST(StartedProcess, WithoutAWindowIsEnded) {
   how.cb = sizeof(how);
   PROCESS_INFORMATION started{};
   std::wstring command = L"\"" + test::ThisProgram() + L"\" --child sleep";
-  ASSERT_NE(::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started),
-            0);
+  ASSERT_NE(
+      ::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started),
+      0);
   const win32::Handle process(started.hProcess);
   const win32::Handle thread(started.hThread);
   StartedProcess followed;

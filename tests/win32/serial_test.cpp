@@ -3,8 +3,8 @@
 
 #include "desktop/win32/win32_serial_port.h"
 
-// A simulated FT840 is on COM1; there is no COM29. The file "vanish" in the working folder asks whoever runs this
-// to take the set away, "return" to bring it back.
+// A simulated FT840 is on COM1; there is no COM29. The file "vanish" in the working folder asks whoever runs
+// this to take the set away, "return" to bring it back.
 namespace kestrum {
 namespace {
 

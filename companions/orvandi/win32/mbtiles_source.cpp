@@ -10,8 +10,9 @@ namespace orvandi {
 MbTilesInfo ReadMbTilesInfo(const QString& path) {
   MbTilesInfo info;
   info.name = QFileInfo(path).completeBaseName();
-  info.error = QStringLiteral("%1 cannot be shown: the program for Windows does not read MBTiles. Use the online map.")
-                   .arg(QFileInfo(path).fileName());
+  info.error =
+      QStringLiteral("%1 cannot be shown: the program for Windows does not read MBTiles. Use the online map.")
+          .arg(QFileInfo(path).fileName());
   return info;
 }
 

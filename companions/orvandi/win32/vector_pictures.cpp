@@ -7,7 +7,8 @@ namespace orvandi {
 
 // The icons have been painted black and large when the program was built.
 QPixmap PaintedIcon(const QByteArray& icon, int side, const QColor& color) {
-  const QImage shape = QImage::fromData(icon, "PNG").scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  const QImage shape =
+      QImage::fromData(icon, "PNG").scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
   QPixmap pixmap(side, side);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
@@ -21,7 +22,8 @@ bool WritesSvg() {
   return false;
 }
 
-QByteArray SvgPicture(QSize /*size*/, const QString& /*title*/, const std::function<void(QCPPainter&)>& /*paint*/) {
+QByteArray SvgPicture(QSize /*size*/, const QString& /*title*/,
+                      const std::function<void(QCPPainter&)>& /*paint*/) {
   return {};
 }
 

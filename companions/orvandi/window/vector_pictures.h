@@ -9,8 +9,8 @@
 
 class QCPPainter;
 
-// What needs the toolkit's part for SVG, which is not to be had for every system; each folder linux/ or win32/
-// implements it.
+// What needs the toolkit's part for SVG, which is not to be had for every system; each folder linux/ or
+// win32/ implements it.
 namespace orvandi {
 
 // One of the program's icons in one colour; `icon` is its file as it lies in the resources.

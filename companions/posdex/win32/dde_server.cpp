@@ -1,8 +1,7 @@
 #include "dde_server.h"
 
-#include <windows.h>
-
 #include <ddeml.h>
+#include <windows.h>
 
 #include <array>
 #include <set>
@@ -24,8 +23,8 @@ class DdeServer::Talk {
   void SetText(const std::string& item, const std::string& text);
 
  private:
-  static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ name1, HSZ name2, HDDEDATA data,
-                                   ULONG_PTR data1, ULONG_PTR data2);
+  static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ name1, HSZ name2,
+                                   HDDEDATA data, ULONG_PTR data1, ULONG_PTR data2);
   HDDEDATA Answer(UINT type, UINT format, HCONV conversation, HSZ name1, HSZ name2);
   HDDEDATA TextOfItem(HSZ item) const;
   bool HasItem(HSZ item) const;
@@ -64,7 +63,8 @@ HDDEDATA CALLBACK DdeServer::Talk::OnEvent(UINT type, UINT format, HCONV convers
 HDDEDATA DdeServer::Talk::Answer(UINT type, UINT format, HCONV conversation, HSZ name1, HSZ name2) {
   switch (type) {
     case XTYP_CONNECT:
-      return ::DdeCmpStringHandles(name1, topic_name_) == 0 && ::DdeCmpStringHandles(name2, service_name_) == 0
+      return ::DdeCmpStringHandles(name1, topic_name_) == 0 &&
+                     ::DdeCmpStringHandles(name2, service_name_) == 0
                  ? Yes()
                  : nullptr;
     case XTYP_CONNECT_CONFIRM:

@@ -41,8 +41,9 @@ void DdeService::Start() {
     if (taken) {
       Q_EMIT NameTaken();
     } else {
-      Q_EMIT StateChanged(offered ? QStringLiteral("offered over DDE")
-                                  : QStringLiteral("the system refuses DDE; end another program and start again"));
+      Q_EMIT StateChanged(
+          offered ? QStringLiteral("offered over DDE")
+                  : QStringLiteral("the system refuses DDE; end another program and start again"));
     }
   });
 }

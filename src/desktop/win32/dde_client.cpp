@@ -1,8 +1,7 @@
 #include "desktop/win32/dde_client.h"
 
-#include <windows.h>
-
 #include <ddeml.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <mutex>
@@ -52,8 +51,8 @@ class DdeClient::Talk {
   void Run();
 
  private:
-  static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ topic, HSZ item, HDDEDATA data,
-                                   ULONG_PTR data1, ULONG_PTR data2);
+  static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ topic, HSZ item,
+                                   HDDEDATA data, ULONG_PTR data1, ULONG_PTR data2);
   HDDEDATA Take(UINT type, HSZ item, HDDEDATA data);
   bool Step();
   void Connect();
@@ -85,7 +84,8 @@ class DdeClient::Talk {
 thread_local DdeClient::Talk* DdeClient::Talk::current_ = nullptr;
 
 HDDEDATA CALLBACK DdeClient::Talk::OnEvent(UINT type, UINT /*format*/, HCONV /*conversation*/, HSZ /*topic*/,
-                                           HSZ item, HDDEDATA data, ULONG_PTR /*data1*/, ULONG_PTR /*data2*/) {
+                                           HSZ item, HDDEDATA data, ULONG_PTR /*data1*/,
+                                           ULONG_PTR /*data2*/) {
   return current_ != nullptr ? current_->Take(type, item, data) : nullptr;
 }
 
@@ -133,9 +133,9 @@ void DdeClient::Talk::Keep(const std::string& item, HDDEDATA data) {
   {
     const std::lock_guard lock(shared_.mutex);
     // Items have no letter case on their way.
-    const auto asked = std::find_if(shared_.wanted.begin(), shared_.wanted.end(), [&item](const std::string& name) {
-      return ::lstrcmpiA(name.c_str(), item.c_str()) == 0;
-    });
+    const auto asked = std::find_if(
+        shared_.wanted.begin(), shared_.wanted.end(),
+        [&item](const std::string& name) { return ::lstrcmpiA(name.c_str(), item.c_str()) == 0; });
     if (asked == shared_.wanted.end()) return;
     shared_.texts[*asked] = std::move(text);
     shared_.on_news();
@@ -168,7 +168,8 @@ bool DdeClient::Talk::Ask(const std::string& item) {
     ::DdeFreeDataHandle(data);
   } else if (error == DMLERR_NOTPROCESSED) {
     Heard();  // it has said no
-  } else if (error == DMLERR_POSTMSG_FAILED || error == DMLERR_SERVER_DIED || error == DMLERR_NO_CONV_ESTABLISHED) {
+  } else if (error == DMLERR_POSTMSG_FAILED || error == DMLERR_SERVER_DIED ||
+             error == DMLERR_NO_CONV_ESTABLISHED) {
     lost_ = true;
   }
   return data != nullptr || error == DMLERR_NOTPROCESSED;
@@ -206,7 +207,8 @@ bool DdeClient::Talk::ServerIsGone() const {
   CONVINFO about{};
   about.cb = sizeof(about);
   if (::DdeQueryConvInfo(conversation_, QID_SYNC, &about) == 0) return true;
-  return (about.wStatus & ST_CONNECTED) == 0 || (about.hwndPartner != nullptr && ::IsWindow(about.hwndPartner) == 0);
+  return (about.wStatus & ST_CONNECTED) == 0 ||
+         (about.hwndPartner != nullptr && ::IsWindow(about.hwndPartner) == 0);
 }
 
 bool DdeClient::Talk::Ending() const {
@@ -242,7 +244,8 @@ bool DdeClient::Talk::Step() {
 
 void DdeClient::Talk::WaitAndDispatch() const {
   HANDLE wake = shared_.wake.get();
-  ::MsgWaitForMultipleObjectsEx(1, &wake, static_cast<DWORD>(kTick.count()), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  ::MsgWaitForMultipleObjectsEx(1, &wake, static_cast<DWORD>(kTick.count()), QS_ALLINPUT,
+                                MWMO_INPUTAVAILABLE);
   MSG message{};
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
     ::TranslateMessage(&message);
@@ -252,7 +255,8 @@ void DdeClient::Talk::WaitAndDispatch() const {
 
 void DdeClient::Talk::Run() {
   current_ = this;
-  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) != DMLERR_NO_ERROR) {
+  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
+      DMLERR_NO_ERROR) {
     ::SetEvent(shared_.finished.get());
     return;
   }
@@ -263,7 +267,8 @@ void DdeClient::Talk::Run() {
   ::SetEvent(shared_.finished.get());
 }
 
-DdeClient::DdeClient(std::string service, std::string topic, OnNews on_news) : shared_(std::make_shared<Shared>()) {
+DdeClient::DdeClient(std::string service, std::string topic, OnNews on_news)
+    : shared_(std::make_shared<Shared>()) {
   shared_->service = std::move(service);
   shared_->topic = std::move(topic);
   shared_->on_news = std::move(on_news);

@@ -31,7 +31,7 @@ std::wstring UserName() {
   std::array<wchar_t, 257> room{};
   auto length = static_cast<DWORD>(room.size());
   return ::GetUserNameW(room.data(), &length) != 0 && length > 0 ? std::wstring(room.data(), length - 1)
-                                                                : std::wstring();
+                                                                 : std::wstring();
 }
 
 }  // namespace

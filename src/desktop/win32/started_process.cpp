@@ -20,15 +20,16 @@ BOOL CALLBACK CloseIfOfProcess(HWND window, LPARAM data) {
 
 }  // namespace
 
-std::optional<unsigned long> StartProgram(const std::wstring& path, const std::wstring& folder, ShowStyle style) {
+std::optional<unsigned long> StartProgram(const std::wstring& path, const std::wstring& folder,
+                                          ShowStyle style) {
   STARTUPINFOW how{};
   how.cb = sizeof(how);
   how.dwFlags = STARTF_USESHOWWINDOW;
   how.wShowWindow = style == ShowStyle::kMinimisedWithFocus ? SW_SHOWMINIMIZED : SW_SHOWNOACTIVATE;
   PROCESS_INFORMATION started{};
   std::wstring command = L"\"" + path + L"\"";  // the system writes into it
-  if (::CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
-                       folder.c_str(), &how, &started) == 0) {
+  if (::CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
+                       nullptr, folder.c_str(), &how, &started) == 0) {
     return std::nullopt;
   }
   const win32::Handle process(started.hProcess);

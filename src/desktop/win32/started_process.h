@@ -10,7 +10,8 @@ namespace kestrum {
 
 // Starts the executable `path` in `folder` without arguments. How its first window comes up is handed on as
 // the system does it. Its process number, or nothing when that is not possible.
-std::optional<unsigned long> StartProgram(const std::wstring& path, const std::wstring& folder, ShowStyle style);
+std::optional<unsigned long> StartProgram(const std::wstring& path, const std::wstring& folder,
+                                          ShowStyle style);
 
 // A process that this one has started and that goes its own way; never another one that got its number later.
 class StartedProcess {

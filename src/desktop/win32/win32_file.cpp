@@ -17,7 +17,9 @@ bool MayPass(DWORD error) {
 
 HANDLE OpenOnce(const std::wstring& path, Use use) {
   const DWORD access = use == Use::kRead ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
-  const DWORD creation = use == Use::kRead ? OPEN_EXISTING : use == Use::kAppend ? OPEN_ALWAYS : CREATE_ALWAYS;
+  const DWORD creation = use == Use::kRead     ? OPEN_EXISTING
+                         : use == Use::kAppend ? OPEN_ALWAYS
+                                               : CREATE_ALWAYS;
   return ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                        creation, FILE_ATTRIBUTE_NORMAL, nullptr);
 }

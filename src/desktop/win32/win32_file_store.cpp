@@ -36,12 +36,12 @@ Outcome WriteInPlace(const std::string& path, const std::wstring& target, std::s
 std::wstring Resolved(const std::wstring& path) {
   const DWORD attributes = win32::Attributes(path);
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return path;
-  const Handle file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
+  const Handle file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr));
   std::array<wchar_t, 1024> room{};
   if (!file.valid()) return path;
-  const DWORD length =
-      ::GetFinalPathNameByHandleW(file.get(), room.data(), static_cast<DWORD>(room.size()), FILE_NAME_NORMALIZED);
+  const DWORD length = ::GetFinalPathNameByHandleW(file.get(), room.data(), static_cast<DWORD>(room.size()),
+                                                   FILE_NAME_NORMALIZED);
   return length > 0 && length < room.size() ? std::wstring(room.data(), length) : path;
 }
 
@@ -54,7 +54,8 @@ struct Beside {
 Beside MakeBeside(const std::wstring& path) {
   constexpr int kAttempts = 1000;  // names that an earlier process of this number has left
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    std::wstring name = path + L"." + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(attempt);
+    std::wstring name =
+        path + L"." + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(attempt);
     Handle file(::CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
     const DWORD error = file.valid() ? 0 : ::GetLastError();
@@ -71,8 +72,8 @@ Win32FileStore::Win32FileStore(std::string text, std::wstring folder)
 std::wstring Win32FileStore::NativePath(const std::string& path) const {
   const bool in_folder = path.size() > folder_text_.size() && path.starts_with(folder_text_) &&
                          (path[folder_text_.size()] == '\\' || path[folder_text_.size()] == '/');
-  std::wstring native =
-      in_folder ? folder_ + win32::Wide(std::string_view(path).substr(folder_text_.size())) : win32::Wide(path);
+  std::wstring native = in_folder ? folder_ + win32::Wide(std::string_view(path).substr(folder_text_.size()))
+                                  : win32::Wide(path);
   std::replace(native.begin(), native.end(), L'/', L'\\');
   const bool on_a_drive = native.size() > 2 && native[1] == L':' && native[2] == L'\\';
   if (native.size() < kLongestPlainPath || !on_a_drive) return native;
@@ -80,7 +81,8 @@ std::wstring Win32FileStore::NativePath(const std::string& path) const {
 }
 
 bool Win32FileStore::Exists(const std::string& path) const {
-  return win32::Attributes(NativePath(path)) != INVALID_FILE_ATTRIBUTES || !win32::IsNothing(::GetLastError());
+  return win32::Attributes(NativePath(path)) != INVALID_FILE_ATTRIBUTES ||
+         !win32::IsNothing(::GetLastError());
 }
 
 std::optional<std::uint64_t> Win32FileStore::Size(const std::string& path) const {
@@ -91,7 +93,8 @@ std::optional<std::uint64_t> Win32FileStore::Size(const std::string& path) const
 
 Result<std::string> Win32FileStore::Read(const std::string& path, std::uint64_t most_bytes) const {
   // One byte more tells a file that is too long, also one that grows.
-  const std::uint64_t most = most_bytes < std::numeric_limits<std::uint64_t>::max() ? most_bytes + 1 : most_bytes;
+  const std::uint64_t most =
+      most_bytes < std::numeric_limits<std::uint64_t>::max() ? most_bytes + 1 : most_bytes;
   Result<std::string> content = ReadFrom(path, 0, most);
   if (content && content.value().size() > most_bytes) return Fault{path, win32::Reason(ERROR_FILE_TOO_LARGE)};
   return content;
@@ -110,7 +113,8 @@ Result<std::string> Win32FileStore::ReadFrom(const std::string& path, std::uint6
   std::string content;
   std::array<char, 65536> piece{};
   while (content.size() < most_bytes) {
-    const auto wanted = static_cast<DWORD>(std::min<std::uint64_t>(piece.size(), most_bytes - content.size()));
+    const auto wanted =
+        static_cast<DWORD>(std::min<std::uint64_t>(piece.size(), most_bytes - content.size()));
     DWORD got = 0;
     if (::ReadFile(file, piece.data(), wanted, &got, nullptr) == 0) {
       return Fault{path, win32::Reason(::GetLastError())};

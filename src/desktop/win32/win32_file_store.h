@@ -10,8 +10,8 @@ namespace kestrum {
 // refused.
 class Win32FileStore : public FileStore {
  public:
-  // `folder` is the application folder with backslashes and without one at its end, `text` how it stands at the
-  // beginning of a path.
+  // `folder` is the application folder with backslashes and without one at its end, `text` how it stands at
+  // the beginning of a path.
   Win32FileStore(std::string text, std::wstring folder);
 
   bool Exists(const std::string& path) const override;

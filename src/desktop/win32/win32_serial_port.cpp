@@ -77,8 +77,8 @@ bool Win32SerialPort::Open() {
   }
   const std::string device = NameOf(number_);
   const auto settings = ReadSettings(settings_);
-  const unsigned long error =
-      settings ? line_.Open(win32::Wide(device), *settings) : static_cast<unsigned long>(ERROR_INVALID_PARAMETER);
+  const unsigned long error = settings ? line_.Open(win32::Wide(device), *settings)
+                                       : static_cast<unsigned long>(ERROR_INVALID_PARAMETER);
   if (error == 0) {
     awaited_ = 0;
     return true;
