@@ -16,8 +16,9 @@
 #include <ctime>
 #include <thread>
 
+#include "desktop/linux/qt_serial_port.h"
+#include "desktop/linux/serial_devices.h"
 #include "desktop/platform_factory.h"
-#include "desktop/ports/qt_serial_port.h"
 
 namespace kestrum {
 namespace {

@@ -16,6 +16,7 @@
 #include "window/plot_deck.h"
 #include "window/record_text.h"
 #include "window/report.h"
+#include "window/vector_pictures.h"
 
 namespace orvandi {
 namespace {
@@ -182,9 +183,10 @@ void OrvandiWindow::AskForExport(Format format, const QString& ending) {
 }
 
 void OrvandiWindow::AskForPicture(QWidget* view, const QString& name) {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"),
-                                                    Proposed(QStringLiteral("-%1.png").arg(name)),
-                                                    QStringLiteral("Pictures (*.png *.svg *.pdf)"));
+  const QString path = QFileDialog::getSaveFileName(
+      this, QStringLiteral("Save picture"), Proposed(QStringLiteral("-%1.png").arg(name)),
+      WritesSvg() ? QStringLiteral("Pictures (*.png *.svg *.pdf)")
+                  : QStringLiteral("Pictures (*.png *.pdf)"));
   if (!path.isEmpty()) SavePicture(view, path);
 }
 

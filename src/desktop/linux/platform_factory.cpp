@@ -1,11 +1,13 @@
 #include "desktop/platform_factory.h"
 
+#include <QProcess>
 #include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "desktop/linux/bus_links.h"
 #include "desktop/linux/posix_file_store.h"
+#include "desktop/linux/qt_serial_port.h"
 
 namespace kestrum {
 
@@ -15,6 +17,18 @@ std::unique_ptr<LinksAndWindows> MakeLinks() {
 
 std::unique_ptr<FileStore> MakeFileStore(const QString& folder) {
   return std::make_unique<PosixFileStore>(folder);
+}
+
+std::unique_ptr<SerialPort> MakeSerialPort(const QString& application_folder) {
+  return std::make_unique<QtSerialPort>(application_folder);
+}
+
+// How its window comes up is for the desktop to say here; a started program does not take the focus from the
+// one that the user works in.
+std::optional<qint64> StartProcess(const QString& path, const QString& folder, ShowStyle /*style*/) {
+  qint64 process = 0;
+  if (!QProcess::startDetached(path, {}, folder, &process)) return std::nullopt;
+  return process;
 }
 
 QString ExecutableName(const QString& name) {

@@ -44,7 +44,7 @@ const sd_bus_vtable kObject[] = {
 
 }  // namespace
 
-BusService::BusService(QObject* parent) : QObject(parent) {
+BusService::BusService(QObject* parent) : TextService(parent) {
   heartbeat_.setInterval(reader::kHeartbeatEvery);
   connect(&heartbeat_, &QTimer::timeout, this, &BusService::Beat);
   connect(&bus_, &SessionBus::StateChanged, this, &BusService::OnBus);

@@ -1,0 +1,325 @@
+#include "desktop/win32/dde_client.h"
+
+#include <ddeml.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <mutex>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "common/win32/handle.h"
+#include "common/win32/wide_text.h"
+
+namespace kestrum {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+namespace {
+
+// For an answer of the server.
+constexpr DWORD kAnswerLimitMs = 1000;
+constexpr DWORD kLongestEndMs = 500;
+// How often the thread looks whether the server's window is still there: nobody tells of one that was killed.
+constexpr milliseconds kTick{250};
+constexpr std::size_t kLongestText = 4096;
+
+}  // namespace
+
+// What both threads know.
+struct DdeClient::Shared {
+  std::string service;
+  std::string topic;
+  win32::Handle wake{::CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+  win32::Handle finished{::CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+
+  mutable std::mutex mutex;
+  OnNews on_news;  // called with the mutex held, so that its owner may go
+  std::set<std::string> wanted;
+  Texts texts;
+  bool connected = false;
+  std::optional<steady_clock::time_point> last_heard;
+  bool ending = false;
+};
+
+// The client's thread.
+class DdeClient::Talk {
+ public:
+  explicit Talk(Shared& shared) : shared_(shared) {}
+  void Run();
+
+ private:
+  static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ topic, HSZ item,
+                                   HDDEDATA data, ULONG_PTR data1, ULONG_PTR data2);
+  HDDEDATA Take(UINT type, HSZ item, HDDEDATA data);
+  bool Step();
+  void Connect();
+  void FollowLinks(const std::set<std::string>& wanted);
+  // False when the server has not answered.
+  bool Ask(const std::string& item);
+  void Probe(const std::string& item);
+  bool ServerIsGone() const;
+  bool Ending() const;
+  void Lose();
+  void Heard();
+  void Keep(const std::string& item, HDDEDATA data);
+  void WaitAndDispatch() const;
+  HSZ NameOf(const std::string& text) const;
+  std::string TextOf(HSZ name) const;
+
+  // The system's callback has no room for an object of its own.
+  static thread_local Talk* current_;
+
+  Shared& shared_;
+  DWORD instance_ = 0;
+  HCONV conversation_ = nullptr;
+  bool lost_ = false;  // told by the server, perhaps in the middle of a question
+  std::set<std::string> linked_;
+  steady_clock::time_point next_look_;
+  steady_clock::time_point next_probe_;
+};
+
+thread_local DdeClient::Talk* DdeClient::Talk::current_ = nullptr;
+
+HDDEDATA CALLBACK DdeClient::Talk::OnEvent(UINT type, UINT /*format*/, HCONV /*conversation*/, HSZ /*topic*/,
+                                           HSZ item, HDDEDATA data, ULONG_PTR /*data1*/,
+                                           ULONG_PTR /*data2*/) {
+  return current_ != nullptr ? current_->Take(type, item, data) : nullptr;
+}
+
+HDDEDATA DdeClient::Talk::Take(UINT type, HSZ item, HDDEDATA data) {
+  switch (type) {
+    case XTYP_ADVDATA:
+      Keep(TextOf(item), data);
+      return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
+    case XTYP_DISCONNECT:
+      lost_ = true;
+      return nullptr;
+    case XTYP_REGISTER:
+      next_look_ = steady_clock::now();  // perhaps the one that is waited for
+      return nullptr;
+    default:
+      return nullptr;
+  }
+}
+
+HSZ DdeClient::Talk::NameOf(const std::string& text) const {
+  return ::DdeCreateStringHandleW(instance_, win32::Wide(text).c_str(), CP_WINUNICODE);
+}
+
+std::string DdeClient::Talk::TextOf(HSZ name) const {
+  const DWORD length = ::DdeQueryStringW(instance_, name, nullptr, 0, CP_WINUNICODE);
+  std::wstring text(length + 1U, L'\0');
+  ::DdeQueryStringW(instance_, name, text.data(), length + 1, CP_WINUNICODE);
+  text.resize(length);
+  return win32::Narrow(text);
+}
+
+void DdeClient::Talk::Heard() {
+  const std::lock_guard lock(shared_.mutex);
+  shared_.last_heard = steady_clock::now();
+  next_probe_ = *shared_.last_heard + kProbeEvery;
+}
+
+// Texts are 8-bit and end with a zero byte.
+void DdeClient::Talk::Keep(const std::string& item, HDDEDATA data) {
+  std::string text(std::min<std::size_t>(::DdeGetData(data, nullptr, 0, 0), kLongestText), '\0');
+  if (data == nullptr || text.empty()) return;
+  ::DdeGetData(data, reinterpret_cast<LPBYTE>(text.data()), static_cast<DWORD>(text.size()), 0);
+  text.resize(std::min(text.find('\0'), text.size()));
+  Heard();
+  {
+    const std::lock_guard lock(shared_.mutex);
+    // Items have no letter case on their way.
+    const auto asked = std::find_if(
+        shared_.wanted.begin(), shared_.wanted.end(),
+        [&item](const std::string& name) { return ::lstrcmpiA(name.c_str(), item.c_str()) == 0; });
+    if (asked == shared_.wanted.end()) return;
+    shared_.texts[*asked] = std::move(text);
+    shared_.on_news();
+  }
+}
+
+void DdeClient::Talk::Connect() {
+  next_look_ = steady_clock::now() + kLookEvery;
+  const HSZ service = NameOf(shared_.service);
+  const HSZ topic = NameOf(shared_.topic);
+  lost_ = false;
+  conversation_ = ::DdeConnect(instance_, service, topic, nullptr);
+  ::DdeFreeStringHandle(instance_, service);
+  ::DdeFreeStringHandle(instance_, topic);
+  if (conversation_ == nullptr) return;
+  Heard();
+  const std::lock_guard lock(shared_.mutex);
+  shared_.connected = true;
+  shared_.on_news();
+}
+
+bool DdeClient::Talk::Ask(const std::string& item) {
+  const HSZ name = NameOf(item);
+  const HDDEDATA data =
+      ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, XTYP_REQUEST, kAnswerLimitMs, nullptr);
+  const UINT error = data == nullptr ? ::DdeGetLastError(instance_) : UINT{DMLERR_NO_ERROR};
+  ::DdeFreeStringHandle(instance_, name);
+  if (data != nullptr) {
+    Keep(item, data);
+    ::DdeFreeDataHandle(data);
+  } else if (error == DMLERR_NOTPROCESSED) {
+    Heard();  // it has said no
+  } else if (error == DMLERR_POSTMSG_FAILED || error == DMLERR_SERVER_DIED ||
+             error == DMLERR_NO_CONV_ESTABLISHED) {
+    lost_ = true;
+  }
+  return data != nullptr || error == DMLERR_NOTPROCESSED;
+}
+
+void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
+  const auto change = [this](const std::string& item, UINT type) {
+    const HSZ name = NameOf(item);
+    const HDDEDATA done =
+        ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, type, kAnswerLimitMs, nullptr);
+    ::DdeFreeStringHandle(instance_, name);
+    return done != nullptr;
+  };
+  for (const std::string& item : wanted) {
+    if (lost_ || Ending()) return;
+    // An item that the server does not have is not asked for again.
+    if (linked_.insert(item).second && change(item, XTYP_ADVSTART)) Ask(item);
+  }
+  const std::set<std::string> linked = linked_;
+  for (const std::string& item : linked) {
+    if (lost_ || Ending()) return;
+    if (wanted.contains(item)) continue;
+    change(item, XTYP_ADVSTOP);
+    linked_.erase(item);
+  }
+}
+
+void DdeClient::Talk::Probe(const std::string& item) {
+  next_probe_ = steady_clock::now() + kProbeEvery;
+  Ask(item);
+}
+
+bool DdeClient::Talk::ServerIsGone() const {
+  if (lost_) return true;
+  CONVINFO about{};
+  about.cb = sizeof(about);
+  if (::DdeQueryConvInfo(conversation_, QID_SYNC, &about) == 0) return true;
+  return (about.wStatus & ST_CONNECTED) == 0 ||
+         (about.hwndPartner != nullptr && ::IsWindow(about.hwndPartner) == 0);
+}
+
+bool DdeClient::Talk::Ending() const {
+  const std::lock_guard lock(shared_.mutex);
+  return shared_.ending;
+}
+
+void DdeClient::Talk::Lose() {
+  ::DdeDisconnect(conversation_);
+  conversation_ = nullptr;
+  linked_.clear();
+  const std::lock_guard lock(shared_.mutex);
+  shared_.connected = false;
+  shared_.last_heard.reset();
+  shared_.on_news();
+}
+
+// One round; false at the end.
+bool DdeClient::Talk::Step() {
+  std::set<std::string> wanted;
+  {
+    const std::lock_guard lock(shared_.mutex);
+    if (shared_.ending) return false;
+    wanted = shared_.wanted;
+  }
+  const auto now = steady_clock::now();
+  if (conversation_ != nullptr && ServerIsGone()) Lose();
+  if (conversation_ == nullptr && !wanted.empty() && now >= next_look_) Connect();
+  if (conversation_ != nullptr) FollowLinks(wanted);
+  if (conversation_ != nullptr && !lost_ && !wanted.empty() && now >= next_probe_) Probe(*wanted.begin());
+  return true;
+}
+
+void DdeClient::Talk::WaitAndDispatch() const {
+  HANDLE wake = shared_.wake.get();
+  ::MsgWaitForMultipleObjectsEx(1, &wake, static_cast<DWORD>(kTick.count()), QS_ALLINPUT,
+                                MWMO_INPUTAVAILABLE);
+  MSG message{};
+  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+  }
+}
+
+void DdeClient::Talk::Run() {
+  current_ = this;
+  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
+      DMLERR_NO_ERROR) {
+    ::SetEvent(shared_.finished.get());
+    return;
+  }
+  while (Step()) WaitAndDispatch();
+  if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
+  ::DdeUninitialize(instance_);
+  current_ = nullptr;
+  ::SetEvent(shared_.finished.get());
+}
+
+DdeClient::DdeClient(std::string service, std::string topic, OnNews on_news)
+    : shared_(std::make_shared<Shared>()) {
+  shared_->service = std::move(service);
+  shared_->topic = std::move(topic);
+  shared_->on_news = std::move(on_news);
+  thread_ = std::thread([shared = shared_] { Talk(*shared).Run(); });
+}
+
+DdeClient::~DdeClient() {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->ending = true;
+    shared_->on_news = [] {};
+  }
+  ::SetEvent(shared_->wake.get());
+  // A thread that still waits for somebody's answer goes with the process.
+  if (::WaitForSingleObject(shared_->finished.get(), kLongestEndMs) == WAIT_OBJECT_0) {
+    thread_.join();
+  } else {
+    thread_.detach();
+  }
+}
+
+void DdeClient::Link(const std::string& item) {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->wanted.insert(item);
+  }
+  ::SetEvent(shared_->wake.get());
+}
+
+void DdeClient::Unlink(const std::string& item) {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->wanted.erase(item);
+    shared_->texts.erase(item);
+  }
+  ::SetEvent(shared_->wake.get());
+}
+
+DdeClient::Texts DdeClient::TakeTexts() {
+  const std::lock_guard lock(shared_->mutex);
+  return std::exchange(shared_->texts, {});
+}
+
+bool DdeClient::Connected() const {
+  const std::lock_guard lock(shared_->mutex);
+  return shared_->connected;
+}
+
+std::optional<steady_clock::time_point> DdeClient::LastHeard() const {
+  const std::lock_guard lock(shared_->mutex);
+  return shared_->last_heard;
+}
+
+}  // namespace kestrum
