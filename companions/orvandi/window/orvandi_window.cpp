@@ -129,7 +129,7 @@ OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
   // A log that is waited for is looked for by following.
   QStringList present;
   for (const QString& path : options_.files) {
-    if (!options_.logger_log || QFileInfo::exists(path)) present << path;
+    if (!options_.logger_log || LogIsThere(path)) present << path;
   }
   OpenFiles(present);
 }

@@ -104,6 +104,8 @@ class OrvandiWindow final : public QMainWindow {
   void Load(const QString& path);
   void Loaded(const std::shared_ptr<LogFile>& file, const QString& path, const LogFile::Outcome& outcome);
   void FollowTick();
+  // The log, or the journal of its first block.
+  [[nodiscard]] static bool LogIsThere(const QString& path);
   void WatchFiles();
   void AddRecent(const QString& path);
   void ShowJob();

@@ -20,6 +20,7 @@ namespace orvandi {
 namespace {
 
 constexpr qsizetype kMostRecent = 10;
+constexpr auto kJournalEnding = ".pending";
 // What came since the last look is read at once; more than this in the background.
 constexpr qint64 kReadAtOnceBytes = qint64{8} * 1024 * 1024;
 
@@ -63,6 +64,10 @@ QString OutcomeText(const ExportOutcome& outcome, const QString& path) {
 
 }  // namespace
 
+bool OrvandiWindow::LogIsThere(const QString& path) {
+  return QFileInfo::exists(path) || QFileInfo::exists(path + QString::fromLatin1(kJournalEnding));
+}
+
 void OrvandiWindow::OpenFiles(const QStringList& paths) {
   for (const QString& path : paths) Load(QFileInfo(path).absoluteFilePath());
 }
@@ -101,8 +106,7 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
 void OrvandiWindow::FollowTick() {
   if (jobs_.Busy() || !actions_.value(QStringLiteral("follow"))->isChecked()) return;
   if (session_.Logs().empty()) {
-    if (!options_.logger_log || options_.files.isEmpty() || !QFileInfo::exists(options_.files.front()))
-      return;
+    if (!options_.logger_log || options_.files.isEmpty() || !LogIsThere(options_.files.front())) return;
     options_.logger_log = false;
     OpenFiles(options_.files);
     return;
@@ -123,7 +127,9 @@ void OrvandiWindow::FollowTick() {
 
 void OrvandiWindow::WatchFiles() {
   QStringList wanted;
-  for (const OpenLog& log : session_.Logs()) wanted << log.path << log.path + QStringLiteral(".pending");
+  for (const OpenLog& log : session_.Logs()) {
+    wanted << log.path << log.path + QString::fromLatin1(kJournalEnding);
+  }
   for (const QString& path : watcher_.files()) {
     if (!wanted.contains(path)) watcher_.removePath(path);
   }

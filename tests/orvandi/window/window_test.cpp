@@ -54,6 +54,16 @@ TEST_F(OrvandiWindowTest, TheLoggersLogIsWaitedFor) {
   EXPECT_TRUE(Wait([this] { return Shown() > 0; }));
 }
 
+TEST_F(OrvandiWindowTest, TheFirstDriveIsShownBeforeItsFirstBlockIsWritten) {
+  Open(StartOptions{{Path("RSSI-GPS.log")}, true, Path(""), false});
+  Write("RSSI-GPS.log.pending",
+        SampleLog({.records = 30, .laps = 2, .two_antennas = false, .tunnel = false}));
+  EXPECT_TRUE(Wait([this] { return Shown() == 30; }));
+  Write("RSSI-GPS.log.pending",
+        SampleLog({.records = 40, .laps = 2, .two_antennas = false, .tunnel = false}));
+  EXPECT_TRUE(Wait([this] { return Shown() == 40; }));
+}
+
 TEST_F(OrvandiWindowTest, ShowsRecordsAndListsWhatWasDropped) {
   OpenLogs({Write("drive.log", SampleLog(Small()) + "a foreign line\r\n10:11:12, GPS Ok, 51")});
   EXPECT_EQ(window_->TheSession().View().Count(), 1200u);
