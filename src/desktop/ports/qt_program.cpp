@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QWidget>
 #include <csignal>
 #include <cstdio>
@@ -13,6 +14,8 @@
 
 namespace kestrum {
 namespace {
+
+constexpr QLatin1String kStartMinimised("KESTRUM_START_MINIMISED");
 
 QString WithoutBackslash(const std::string& name) {
   QString result = ToQt(name);
@@ -57,12 +60,20 @@ std::string QtProgram::CompanionPath(const std::string& name) const {
       QDir::toNativeSeparators(folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name))));
 }
 
-bool QtProgram::StartCompanion(const std::string& name, ShowStyle /*style*/) {
-  // How its window comes up is for the desktop to say here; a started program does not take the focus from
-  // the one that the user works in.
+bool QtProgram::StartCompanion(const std::string& name, ShowStyle style) {
   const QString path = folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name));
+  if (!QFileInfo(path).isFile()) return false;
+  QProcess companion;
+  companion.setProgram(path);
+  companion.setWorkingDirectory(folder_);
+  // A desktop here has no show style that one program could give another: our programs take the wish from the
+  // environment. A started program does not take the focus from the one that the user works in.
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(kStartMinimised);
+  if (style == ShowStyle::kMinimisedWithFocus) environment.insert(kStartMinimised, QStringLiteral("1"));
+  companion.setProcessEnvironment(environment);
   qint64 process = 0;
-  if (!QFileInfo(path).isFile() || !QProcess::startDetached(path, {}, folder_, &process)) return false;
+  if (!companion.startDetached(&process)) return false;
   if (on_started) on_started(name, process);
   return true;
 }
