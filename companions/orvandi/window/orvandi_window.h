@@ -140,6 +140,7 @@ class OrvandiWindow final : public QMainWindow {
   PlotDeck* plots_;
   StartPage* start_page_;
   NoticeBar* notice_;
+  QStringList complaints_;  // about the files that were opened together
   QStackedWidget* left_;
   QSplitter* split_;
   QSplitter* right_split_ = nullptr;

@@ -69,6 +69,7 @@ bool OrvandiWindow::LogIsThere(const QString& path) {
 }
 
 void OrvandiWindow::OpenFiles(const QStringList& paths) {
+  if (!jobs_.Busy()) complaints_.clear();
   for (const QString& path : paths) Load(QFileInfo(path).absoluteFilePath());
 }
 
@@ -94,9 +95,11 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
     notice_->Say(QStringLiteral("Reading %1 was cancelled.").arg(QFileInfo(path).fileName()));
     return;
   }
-  notice_->Say(outcome.sentence.empty() ? QString()
-                                        : QFileInfo(path).fileName() + QStringLiteral(": ") +
-                                              QString::fromStdString(outcome.sentence));
+  if (!outcome.sentence.empty()) {
+    complaints_ << QFileInfo(path).fileName() + QStringLiteral(": ") +
+                       QString::fromStdString(outcome.sentence);
+  }
+  notice_->Say(complaints_.join(QLatin1Char('\n')));
   if (!outcome.ok) return;
   sizes_[path] = QFileInfo(path).size();
   session_.AddLog(file, path);
