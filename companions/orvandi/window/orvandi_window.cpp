@@ -164,6 +164,7 @@ void OrvandiWindow::MakeStatusBar() {
   told_->setContentsMargins(8, 0, 0, 0);
   counts_ = new QLabel;
   counts_->setObjectName(QStringLiteral("counts"));
+  counts_->setContentsMargins(0, 0, 8, 0);
   job_title_ = new QLabel;
   job_title_->setObjectName(QStringLiteral("jobTitle"));
   job_bar_ = new QProgressBar;
