@@ -1,6 +1,7 @@
 #include "desktop/platform_factory.h"
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -10,6 +11,11 @@
 #include "desktop/linux/qt_serial_port.h"
 
 namespace kestrum {
+namespace {
+
+constexpr QLatin1String kStartMinimised("KESTRUM_START_MINIMISED");
+
+}  // namespace
 
 std::unique_ptr<LinksAndWindows> MakeLinks() {
   return std::make_unique<BusLinks>();
@@ -23,11 +29,18 @@ std::unique_ptr<SerialPort> MakeSerialPort(const QString& application_folder) {
   return std::make_unique<QtSerialPort>(application_folder);
 }
 
-// How its window comes up is for the desktop to say here; a started program does not take the focus from the
-// one that the user works in.
-std::optional<qint64> StartProcess(const QString& path, const QString& folder, ShowStyle /*style*/) {
+// A desktop here has no show style that one program could give another: our programs take the wish from the
+// environment. A started program does not take the focus from the one that the user works in.
+std::optional<qint64> StartProcess(const QString& path, const QString& folder, ShowStyle style) {
+  QProcess companion;
+  companion.setProgram(path);
+  companion.setWorkingDirectory(folder);
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(kStartMinimised);
+  if (style == ShowStyle::kMinimisedWithFocus) environment.insert(kStartMinimised, QStringLiteral("1"));
+  companion.setProcessEnvironment(environment);
   qint64 process = 0;
-  if (!QProcess::startDetached(path, {}, folder, &process)) return std::nullopt;
+  if (!companion.startDetached(&process)) return std::nullopt;
   return process;
 }
 
