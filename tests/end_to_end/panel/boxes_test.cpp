@@ -89,24 +89,26 @@ TEST_P(MenuBox, StopsNoMeasuring) {
   ASSERT_TRUE(measured) << "no box came";
   // A cycle takes the 50 ms of its reading beside the interval, and a loaded machine a little more.
   const auto due = static_cast<std::size_t>(HeldOpen().count() / (kInterval_ms + 50));
-  std::printf("%-18s open %5d ms: %3zu readings, %3d records\n", row.name, static_cast<int>(HeldOpen().count()),
-              readings, records);
+  std::printf("%-18s open %5d ms: %3zu readings, %3d records\n", row.name,
+              static_cast<int>(HeldOpen().count()), readings, records);
   EXPECT_GE(readings * 2, due);
   EXPECT_LE(std::abs(static_cast<int>(readings) - records), 1) << "one may be under way";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Menus, MenuBox,
-    testing::Values(BoxRow{"DefaultCfg", "mnuDefaultCfg"}, BoxRow{"SaveLogfile", "mnuSaveLogfile"},
-                    BoxRow{"LoadConfig1", "mnuLoadConfig1"}, BoxRow{"LoadConfig2", "mnuLoadConfig2"},
-                    BoxRow{"Load", "mnuLoad"}, BoxRow{"Orvandi", "mnuOrvandi"},
-                    BoxRow{"Latitude", "mnuTxLatLong"}, BoxRow{"WrongLatitude", "mnuTxLatLong", false, 1, "north"},
-                    BoxRow{"FT847", "mnuFT847"}, BoxRow{"FT897", "mnuFT897"},
-                    BoxRow{"ShortCuts", "mnuShortCuts"}, BoxRow{"About", "mnuAbout"},
-                    BoxRow{"EditorLoad", "mnuLoad", true}, BoxRow{"EditorSaveAs", "mnuSaveAs", true},
-                    BoxRow{"EditorOverwrites", "mnuSaveAs", true, 1, "there.cfg"},
-                    BoxRow{"EditorAbout", "mnuAbout", true}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Menus, MenuBox,
+                         testing::Values(BoxRow{"DefaultCfg", "mnuDefaultCfg"},
+                                         BoxRow{"SaveLogfile", "mnuSaveLogfile"},
+                                         BoxRow{"LoadConfig1", "mnuLoadConfig1"},
+                                         BoxRow{"LoadConfig2", "mnuLoadConfig2"}, BoxRow{"Load", "mnuLoad"},
+                                         BoxRow{"Orvandi", "mnuOrvandi"}, BoxRow{"Latitude", "mnuTxLatLong"},
+                                         BoxRow{"WrongLatitude", "mnuTxLatLong", false, 1, "north"},
+                                         BoxRow{"FT847", "mnuFT847"}, BoxRow{"FT897", "mnuFT897"},
+                                         BoxRow{"ShortCuts", "mnuShortCuts"}, BoxRow{"About", "mnuAbout"},
+                                         BoxRow{"EditorLoad", "mnuLoad", true},
+                                         BoxRow{"EditorSaveAs", "mnuSaveAs", true},
+                                         BoxRow{"EditorOverwrites", "mnuSaveAs", true, 1, "there.cfg"},
+                                         BoxRow{"EditorAbout", "mnuAbout", true}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace kestrum::end_to_end
