@@ -11,7 +11,7 @@ namespace {
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kDay = 86400;
-constexpr double kTicks = 5;
+constexpr double kTicks = 6;  // at most, as many as have room for a date each
 // Distances between ticks that a clock face or a calendar has.
 constexpr std::array kSteps = {1.0,      2.0,         5.0,         10.0,      15.0,         30.0,
                                kMinute,  2 * kMinute, 5 * kMinute, 600.0,     15 * kMinute, 30 * kMinute,
