@@ -23,13 +23,15 @@ Milliseconds LongestGap(const Timer& timer) {
 
 }  // namespace
 
-Cockpit::Cockpit(Application& application) : application_(application) {}
+Cockpit::Cockpit(Application& application) : application_(application), sounds_(application.forms.sound) {}
 
 void Cockpit::Wire() {
   Application& app = application_;
   app.forms.form1.tmrLamps.tick = [this] { EverySecond(); };
   app.s_meter.reading_taken = [this](const Reading& reading) { ReadingTaken(reading); };
   app.log.health_changed = [this] { ShowLamps(); };
+  app.forms.form1.lblSound.click = [this] { NextSound(); };
+  ShowSound();
   const auto open_port = [this] {
     application_.link.OpenCatPort();
     ShowLamps();
@@ -58,6 +60,27 @@ void Cockpit::Look() {
   ShowPosition();
   ShowSignal();
   ShowScale();
+  ShowSound();
+}
+
+void Cockpit::NextSound() {
+  sounds_.NextMode();
+  ShowSound();
+}
+
+void Cockpit::ShowSound() {
+  Label& label = application_.forms.form1.lblSound;
+  switch (application_.forms.sound.mode) {
+    case SoundMode::kOff:
+      label.caption = "Sound off (F4)";
+      break;
+    case SoundMode::kTrouble:
+      label.caption = "Sound: trouble";
+      break;
+    case SoundMode::kSignal:
+      label.caption = "Sound: signal";
+      break;
+  }
 }
 
 void Cockpit::CheckLogFolder() {
@@ -88,6 +111,7 @@ void Cockpit::ReadingTaken(const Reading& reading) {
                LongestGap(application_.forms.form1.tmrMain));
   ShowLamps();
   ShowSignal();
+  sounds_.ReadingTaken(now, good ? std::optional<int>(reading.raw) : std::nullopt);
 }
 
 GpsFacts Cockpit::Gps() const {
@@ -121,6 +145,9 @@ void Cockpit::ShowLamps() {
   forms.form1.lmpLog.says = forms.form5.lmpLog.says = LogLamp(application_.log.Facts());
   forms.form1.lmpGps.says = forms.form5.lmpGps.says = GpsLamp(Gps());
   forms.form1.lmpRig.says = forms.form5.lmpRig.says = RigLamp(Rig());
+  sounds_.LampsShow(
+      application_.ports().clock.Elapsed(),
+      {forms.form1.lmpLog.says.state, forms.form1.lmpGps.says.state, forms.form1.lmpRig.says.state});
 }
 
 void Cockpit::ShowPosition() {
