@@ -14,6 +14,7 @@
 #include "desktop/desktop.h"
 #include "desktop/forms/windows.h"
 #include "desktop/platform_factory.h"
+#include "desktop/sound/speaker.h"
 
 namespace {
 
@@ -77,8 +78,10 @@ int main(int argc, char** argv) {
 
   kestrum::Desktop desktop;
   kestrum::Application application(desktop.ports());
+  const auto speaker = kestrum::MakeSpeaker();
   const kestrum::Windows windows(application.forms, desktop.binder(),
-                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"));
+                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"),
+                                 speaker.get());
   desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
   desktop.binder().Enter([&application, &options] { application.Start(options); });
   if (!desktop.program().Ended()) QApplication::exec();

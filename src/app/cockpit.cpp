@@ -22,12 +22,14 @@ Milliseconds LongestGap(const Timer& timer) {
 }  // namespace
 
 Cockpit::Cockpit(const State& state, Forms& forms, const OwnPorts& ports, const Floors& floors)
-    : state_(state), forms_(forms), ports_(ports), floors_(floors) {}
+    : state_(state), forms_(forms), ports_(ports), floors_(floors), sounds_(forms.sound) {}
 
 void Cockpit::Wire() {
   forms_.form1.tmrLamps.tick = [this] { EverySecond(); };
   floors_.s_meter.reading_taken = [this](const Reading& reading) { ReadingTaken(reading); };
   floors_.log.health_changed = [this] { ShowLamps(); };
+  forms_.form1.lblSound.click = [this] { NextSound(); };
+  ShowSound();
   const auto open_port = [this] {
     floors_.link.OpenCatPort();
     ShowLamps();
@@ -56,6 +58,27 @@ void Cockpit::Look() {
   ShowPosition();
   ShowSignal();
   ShowScale();
+  ShowSound();
+}
+
+void Cockpit::NextSound() {
+  sounds_.NextMode();
+  ShowSound();
+}
+
+void Cockpit::ShowSound() {
+  Label& label = forms_.form1.lblSound;
+  switch (forms_.sound.mode) {
+    case SoundMode::kOff:
+      label.caption = "Sound off (F4)";
+      break;
+    case SoundMode::kTrouble:
+      label.caption = "Sound: trouble";
+      break;
+    case SoundMode::kSignal:
+      label.caption = "Sound: signal";
+      break;
+  }
 }
 
 void Cockpit::CheckLogFolder() {
@@ -85,6 +108,7 @@ void Cockpit::ReadingTaken(const Reading& reading) {
   history_.Add(now, good ? std::optional<int>(reading.raw) : std::nullopt, LongestGap(forms_.form1.tmrMain));
   ShowLamps();
   ShowSignal();
+  sounds_.ReadingTaken(now, good ? std::optional<int>(reading.raw) : std::nullopt);
 }
 
 GpsFacts Cockpit::Gps() const {
@@ -117,6 +141,8 @@ void Cockpit::ShowLamps() {
   forms_.form1.lmpLog.says = forms_.form5.lmpLog.says = LogLamp(floors_.log.Facts());
   forms_.form1.lmpGps.says = forms_.form5.lmpGps.says = GpsLamp(Gps());
   forms_.form1.lmpRig.says = forms_.form5.lmpRig.says = RigLamp(Rig());
+  sounds_.LampsShow(ports_.clock.Elapsed(), {forms_.form1.lmpLog.says.state, forms_.form1.lmpGps.says.state,
+                                             forms_.form1.lmpRig.says.state});
 }
 
 void Cockpit::ShowPosition() {

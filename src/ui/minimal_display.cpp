@@ -40,6 +40,9 @@ void MinimalDisplay::Wire() {
       case Key::kF3:
         Run(forms_.form1.cmdLoggin.click);
         return true;
+      case Key::kF4:
+        Run(forms_.form1.lblSound.click);
+        return true;
       case Key::kF5:
         Toggle();
         return true;

@@ -77,6 +77,21 @@ TEST_F(BusServiceTest, GivesASignOfLifeEveryTwoSeconds) {
   EXPECT_TRUE(client.changes.isEmpty());
 }
 
+TEST_F(BusServiceTest, TextsAreASignOfLifeThemselves) {
+  const PrivateBus bus(Address());
+  service_.Start();
+  ASSERT_TRUE(WaitForState("on the session bus"));
+  const LinkClient client(bus.Address());
+  GpsTexts texts;
+  for (int second = 0; second < 5; ++second) {
+    texts.speed = QString::number(second);
+    service_.SetTexts(texts);
+    RunFor(700);
+  }
+  EXPECT_EQ(client.changes.size(), 5);
+  EXPECT_EQ(client.heartbeats, 0);
+}
+
 TEST_F(BusServiceTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
   {
     const process::SilentBus silent(folder_.filePath(Q("bus")).toStdString());

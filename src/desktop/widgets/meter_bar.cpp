@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/text_convert.h"
 #include "desktop/widgets/scheme.h"
@@ -29,6 +30,11 @@ int Rank(const ScaleMark& mark) {
 MeterBar::MeterBar(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void MeterBar::MakePressable(std::function<void()> press) {
+  press_ = std::move(press);
+  setFocusPolicy(Qt::TabFocus);
 }
 
 void MeterBar::Redraw() {

@@ -2,6 +2,7 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <functional>
 #include <vector>
 
 #include "forms/control.h"
@@ -34,6 +35,11 @@ class MeterBar : public QWidget {
   // Height as a share of the full height; 1 is about two lines of text.
   void SetHeightShare(double share);
 
+  // Can be reached and pressed by the keyboard and by screen readers too.
+  void MakePressable(std::function<void()> press);
+  bool Pressable() const { return static_cast<bool>(press_); }
+  void Press() const { press_(); }
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -58,6 +64,7 @@ class MeterBar : public QWidget {
   bool stale_ = false;
   std::vector<ScaleMark> marks_;
   double height_share_ = 1;
+  std::function<void()> press_;
   QPixmap still_;  // track, scale and hatching
 };
 

@@ -2,6 +2,9 @@
 
 #include <QFont>
 #include <QWidget>
+#include <functional>
+
+#include "desktop/widgets/quick_text.h"
 
 namespace kestrum {
 
@@ -29,8 +32,10 @@ class TextLine : public QWidget {
   void UseDot() { has_dot_ = true; }
   bool HasDot() const { return has_dot_; }
   void SetDot(const QColor& color);
-  // Can be reached and pressed by the keyboard too.
-  void MakePressable();
+  // Can be reached and pressed by the keyboard and by screen readers too.
+  void MakePressable(std::function<void()> press);
+  bool Pressable() const { return static_cast<bool>(press_); }
+  void Press() const { press_(); }
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -48,8 +53,11 @@ class TextLine : public QWidget {
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
   Qt::TextElideMode elide_ = Qt::ElideRight;
   int characters_ = 16;
+  std::function<void()> press_;
   bool has_dot_ = false;
   QColor dot_;
+  QuickText normal_;
+  QuickText smaller_;
 };
 
 // A number with its unit, as large as its longest text fits: the digits keep their size whatever the number.
@@ -83,8 +91,8 @@ class Readout : public TextLine {
   QString longest_;
   double largest_scale_;
   mutable bool prepared_ = false;
-  mutable QFont main_font_;
-  mutable QFont tail_font_;
+  mutable QuickText main_;
+  mutable QuickText tail_;
 };
 
 // The signal line "S8+, 38.3 uV, 15.89 mV/m": one text, drawn with a large S value and the two others beside
@@ -99,6 +107,17 @@ class SignalLine : public TextLine {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void PrepareFonts();
+
+  bool prepared_ = false;
+  QuickText s_;
+  QuickText s_tail_;
+  QuickText value_;
+  QuickText unit_;
 };
 
 }  // namespace kestrum
