@@ -7,6 +7,8 @@ namespace {
 
 // A command of five bytes at 1200 baud takes 46 ms.
 constexpr DWORD kLongestDrainMs = 200;
+constexpr DWORD kLongestReadMs = 20;
+constexpr DWORD kLongestCancelMs = 100;
 
 }  // namespace
 
@@ -64,12 +66,16 @@ bool SerialLine::WriteIsPending() {
   return writing_;
 }
 
+void SerialLine::Settle(OVERLAPPED& deed, HANDLE done, DWORD longest_ms) {
+  if (::WaitForSingleObject(done, longest_ms) == WAIT_OBJECT_0) return;
+  ::CancelIoEx(file_.get(), &deed);
+  ::WaitForSingleObject(done, kLongestCancelMs);
+}
+
 void SerialLine::DropPending() {
   if (!WriteIsPending()) return;
-  ::CancelIoEx(file_.get(), &write_);
   ::PurgeComm(file_.get(), PURGE_TXABORT | PURGE_TXCLEAR);
-  DWORD written = 0;
-  ::GetOverlappedResult(file_.get(), &write_, &written, TRUE);
+  Settle(write_, write_done_.get(), 0);
   writing_ = false;
 }
 
@@ -100,18 +106,22 @@ DWORD SerialLine::Read(std::string& bytes) {
   DWORD line_errors = 0;
   COMSTAT state{};
   if (::ClearCommError(file_.get(), &line_errors, &state) == 0) return ::GetLastError();
-  std::array<char, kMostBytes> room{};
-  OVERLAPPED read{};
-  read.hEvent = read_done_.get();
+  if (state.cbInQue == 0) return 0;
+  read_ = {};
+  read_.hEvent = read_done_.get();
   ::ResetEvent(read_done_.get());
-  if (::ReadFile(file_.get(), room.data(), kMostBytes, nullptr, &read) == 0 &&
-      ::GetLastError() != ERROR_IO_PENDING) {
-    return ::GetLastError();
+  const DWORD wanted = state.cbInQue < kMostBytes ? state.cbInQue : kMostBytes;
+  if (::ReadFile(file_.get(), incoming_.data(), wanted, nullptr, &read_) == 0) {
+    if (::GetLastError() != ERROR_IO_PENDING) return ::GetLastError();
+    // Comes at once, as the limits of the line say.
+    Settle(read_, read_done_.get(), kLongestReadMs);
   }
-  // Comes at once, as the limits say.
   DWORD got = 0;
-  if (::GetOverlappedResult(file_.get(), &read, &got, TRUE) == 0) return ::GetLastError();
-  bytes.append(room.data(), got);
+  if (::GetOverlappedResult(file_.get(), &read_, &got, FALSE) == 0) {
+    const DWORD error = ::GetLastError();
+    return error == ERROR_OPERATION_ABORTED || error == ERROR_IO_INCOMPLETE ? 0 : error;
+  }
+  bytes.append(incoming_.data(), got);
   return 0;
 }
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <chrono>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -43,12 +43,17 @@ class SerialLine {
   DWORD Apply(const SerialSettings& settings);
   bool WriteIsPending();
   void DropPending();
+  // Gives up what has not come to an end within a moment.
+  void Settle(OVERLAPPED& deed, HANDLE done, DWORD longest_ms);
 
   Handle file_;
   Handle read_done_;
   Handle write_done_;
+  OVERLAPPED read_{};
   OVERLAPPED write_{};
-  std::string outgoing_;  // has to live as long as the write does
+  // These have to live as long as the read or the write does.
+  std::array<char, kMostBytes> incoming_{};
+  std::string outgoing_;
   bool writing_ = false;
 };
 

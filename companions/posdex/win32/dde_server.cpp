@@ -1,6 +1,5 @@
 #include "dde_server.h"
 
-
 // The second one does not stand without the first.
 // clang-format off
 #include <windows.h>

@@ -1,6 +1,5 @@
 #include "desktop/win32/dde_client.h"
 
-
 // The second one does not stand without the first.
 // clang-format off
 #include <windows.h>
