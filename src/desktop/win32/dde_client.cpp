@@ -80,6 +80,8 @@ class DdeClient::Talk {
   HCONV conversation_ = nullptr;
   bool lost_ = false;  // told by the server, perhaps in the middle of a question
   std::set<std::string> linked_;
+  std::set<std::string> followed_;  // what has been wanted when the links were looked at last
+  steady_clock::time_point links_due_;
   steady_clock::time_point next_look_;
   steady_clock::time_point next_probe_;
 };
@@ -186,10 +188,15 @@ void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
     ::DdeFreeStringHandle(instance_, name);
     return done != nullptr;
   };
+  bool all_linked = true;
   for (const std::string& item : wanted) {
     if (lost_ || Ending()) return;
-    // An item that the server does not have is not asked for again.
-    if (linked_.insert(item).second && change(item, XTYP_ADVSTART)) Ask(item);
+    if (linked_.contains(item)) continue;
+    // What a server does not link it may still answer; it is asked again in a while.
+    const bool linked = change(item, XTYP_ADVSTART);
+    if (linked) linked_.insert(item);
+    all_linked = all_linked && linked;
+    if (!lost_) Ask(item);
   }
   const std::set<std::string> linked = linked_;
   for (const std::string& item : linked) {
@@ -198,6 +205,8 @@ void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
     change(item, XTYP_ADVSTOP);
     linked_.erase(item);
   }
+  links_due_ = all_linked ? steady_clock::time_point::max() : steady_clock::now() + kProbeEvery;
+  followed_ = wanted;
 }
 
 void DdeClient::Talk::Probe(const std::string& item) {
@@ -223,6 +232,7 @@ void DdeClient::Talk::Lose() {
   ::DdeDisconnect(conversation_);
   conversation_ = nullptr;
   linked_.clear();
+  followed_.clear();
   const std::lock_guard lock(shared_.mutex);
   shared_.connected = false;
   shared_.last_heard.reset();
@@ -240,7 +250,7 @@ bool DdeClient::Talk::Step() {
   const auto now = steady_clock::now();
   if (conversation_ != nullptr && ServerIsGone()) Lose();
   if (conversation_ == nullptr && !wanted.empty() && now >= next_look_) Connect();
-  if (conversation_ != nullptr) FollowLinks(wanted);
+  if (conversation_ != nullptr && (now >= links_due_ || wanted != followed_)) FollowLinks(wanted);
   if (conversation_ != nullptr && !lost_ && !wanted.empty() && now >= next_probe_) Probe(*wanted.begin());
   return true;
 }
