@@ -69,7 +69,7 @@ class DdeClient::Talk {
   void Heard();
   void Keep(const std::string& item, HDDEDATA data);
   void WaitAndDispatch() const;
-  HSZ NameOf(const std::string& text) const;
+  HSZ NameOf(const std::string& text);
   std::string TextOf(HSZ name) const;
 
   // The system's callback has no room for an object of its own.
@@ -79,6 +79,7 @@ class DdeClient::Talk {
   DWORD instance_ = 0;
   HCONV conversation_ = nullptr;
   bool lost_ = false;  // told by the server, perhaps in the middle of a question
+  std::map<std::string, HSZ> names_;
   std::set<std::string> linked_;
   std::set<std::string> followed_;  // what has been wanted when the links were looked at last
   steady_clock::time_point links_due_;
@@ -110,8 +111,11 @@ HDDEDATA DdeClient::Talk::Take(UINT type, HSZ item, HDDEDATA data) {
   }
 }
 
-HSZ DdeClient::Talk::NameOf(const std::string& text) const {
-  return ::DdeCreateStringHandleW(instance_, win32::Wide(text).c_str(), CP_WINUNICODE);
+// Kept until the end: a name that is freed takes its link with it on some systems.
+HSZ DdeClient::Talk::NameOf(const std::string& text) {
+  HSZ& name = names_[text];
+  if (name == nullptr) name = ::DdeCreateStringHandleW(instance_, win32::Wide(text).c_str(), CP_WINUNICODE);
+  return name;
 }
 
 std::string DdeClient::Talk::TextOf(HSZ name) const {
@@ -153,8 +157,6 @@ void DdeClient::Talk::Connect() {
   const HSZ topic = NameOf(shared_.topic);
   lost_ = false;
   conversation_ = ::DdeConnect(instance_, service, topic, nullptr);
-  ::DdeFreeStringHandle(instance_, service);
-  ::DdeFreeStringHandle(instance_, topic);
   if (conversation_ == nullptr) return;
   Heard();
   const std::lock_guard lock(shared_.mutex);
@@ -167,7 +169,6 @@ bool DdeClient::Talk::Ask(const std::string& item) {
   const HDDEDATA data =
       ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, XTYP_REQUEST, kAnswerLimitMs, nullptr);
   const UINT error = data == nullptr ? ::DdeGetLastError(instance_) : UINT{DMLERR_NO_ERROR};
-  ::DdeFreeStringHandle(instance_, name);
   if (data != nullptr) {
     Keep(item, data);
     ::DdeFreeDataHandle(data);
@@ -185,7 +186,6 @@ void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
     const HSZ name = NameOf(item);
     const HDDEDATA done =
         ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, type, kAnswerLimitMs, nullptr);
-    ::DdeFreeStringHandle(instance_, name);
     return done != nullptr;
   };
   bool all_linked = true;
