@@ -6,7 +6,7 @@ namespace kestrum::win32 {
 namespace {
 
 // A command of five bytes at 1200 baud takes 46 ms.
-constexpr DWORD kLongestDrainMs = 200;
+constexpr DWORD kLongestWriteMs = 200;
 
 }  // namespace
 
@@ -19,11 +19,9 @@ DWORD SerialLine::Open(const std::wstring& name, const SerialSettings& settings)
   Close();
   // The prefix names the device whatever its number is, and never a file.
   file_.Reset(::CreateFileW((L"\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                            OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
+                            OPEN_EXISTING, 0, nullptr));
   if (!file_.valid()) return ::GetLastError();
-  read_done_.Reset(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  write_done_.Reset(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  const DWORD error = read_done_.valid() && write_done_.valid() ? Apply(settings) : ::GetLastError();
+  const DWORD error = Apply(settings);
   if (error != 0) file_.Reset();
   return error;
 }
@@ -53,46 +51,25 @@ DWORD SerialLine::Apply(const SerialSettings& settings) {
   // A read returns at once with what is there.
   COMMTIMEOUTS limits{};
   limits.ReadIntervalTimeout = MAXDWORD;
+  limits.WriteTotalTimeoutConstant = kLongestWriteMs;
   if (::SetCommTimeouts(file_.get(), &limits) == 0) return ::GetLastError();
   ::SetupComm(file_.get(), kMostBytes, kMostBytes);
   ::PurgeComm(file_.get(), PURGE_RXCLEAR | PURGE_TXCLEAR);
   return 0;
 }
 
-bool SerialLine::WriteIsPending() {
-  if (writing_) writing_ = ::WaitForSingleObject(write_done_.get(), 0) == WAIT_TIMEOUT;
-  return writing_;
-}
-
-void SerialLine::DropPending() {
-  if (!WriteIsPending()) return;
-  ::CancelIoEx(file_.get(), &write_);
-  ::PurgeComm(file_.get(), PURGE_TXABORT | PURGE_TXCLEAR);
-  DWORD written = 0;
-  ::GetOverlappedResult(file_.get(), &write_, &written, TRUE);
-  writing_ = false;
-}
-
 void SerialLine::Close() {
-  if (!file_.valid()) return;
-  if (WriteIsPending()) ::WaitForSingleObject(write_done_.get(), kLongestDrainMs);
-  DropPending();
   file_.Reset();
 }
 
 DWORD SerialLine::Write(std::string_view bytes) {
-  DropPending();
-  outgoing_ = bytes;
-  write_ = {};
-  write_.hEvent = write_done_.get();
-  ::ResetEvent(write_done_.get());
-  if (::WriteFile(file_.get(), outgoing_.data(), static_cast<DWORD>(outgoing_.size()), nullptr, &write_) !=
-      0) {
-    return 0;
+  DWORD written = 0;
+  if (::WriteFile(file_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) == 0) {
+    return ::GetLastError();
   }
-  const DWORD error = ::GetLastError();
-  writing_ = error == ERROR_IO_PENDING;
-  return writing_ ? 0 : error;
+  // The rest of a command that has begun would be taken for the beginning of the next one.
+  if (written < bytes.size()) ::PurgeComm(file_.get(), PURGE_TXABORT | PURGE_TXCLEAR);
+  return 0;
 }
 
 DWORD SerialLine::Read(std::string& bytes) {
@@ -101,16 +78,8 @@ DWORD SerialLine::Read(std::string& bytes) {
   COMSTAT state{};
   if (::ClearCommError(file_.get(), &line_errors, &state) == 0) return ::GetLastError();
   std::array<char, kMostBytes> room{};
-  OVERLAPPED read{};
-  read.hEvent = read_done_.get();
-  ::ResetEvent(read_done_.get());
-  if (::ReadFile(file_.get(), room.data(), kMostBytes, nullptr, &read) == 0 &&
-      ::GetLastError() != ERROR_IO_PENDING) {
-    return ::GetLastError();
-  }
-  // Comes at once, as the limits say.
   DWORD got = 0;
-  if (::GetOverlappedResult(file_.get(), &read, &got, TRUE) == 0) return ::GetLastError();
+  if (::ReadFile(file_.get(), room.data(), kMostBytes, &got, nullptr) == 0) return ::GetLastError();
   bytes.append(room.data(), got);
   return 0;
 }

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -17,8 +16,9 @@ struct SerialSettings {
   bool two_stop_bits = false;
 };
 
-// One serial line by the system's own calls: raw bytes, no flow control, never waits. Errors are the system's
-// numbers, zero for none. After an error of Read or Write the line is worth nothing any more.
+// One serial line by the system's own calls: raw bytes, no flow control. Reading never waits, writing for a
+// moment at most. Errors are the system's numbers, zero for none. After an error of Read or Write the line is
+// worth nothing any more.
 class SerialLine {
  public:
   SerialLine() = default;
@@ -32,7 +32,7 @@ class SerialLine {
   bool IsOpen() const { return file_.valid(); }
   // What was written before goes out first, for a moment at most.
   void Close();
-  // A line that takes no bytes has not failed: what it has not taken when the next bytes come is dropped.
+  // A line that takes no bytes has not failed: what it has not taken within a moment is dropped.
   DWORD Write(std::string_view bytes);
   // Appends what has been received up to now, at most kMostBytes of it.
   DWORD Read(std::string& bytes);
@@ -41,15 +41,8 @@ class SerialLine {
 
  private:
   DWORD Apply(const SerialSettings& settings);
-  bool WriteIsPending();
-  void DropPending();
 
   Handle file_;
-  Handle read_done_;
-  Handle write_done_;
-  OVERLAPPED write_{};
-  std::string outgoing_;  // has to live as long as the write does
-  bool writing_ = false;
 };
 
 // Whether the system knows a port of this name, in use or not.

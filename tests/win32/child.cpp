@@ -69,15 +69,20 @@ int ShowWindowUntilClosed(const std::string& title) {
 }
 
 int TellWhetherIconic() {
-  const HWND window = MakeWindow("Kestrum test: start");
-  ::ShowWindow(window, SW_SHOWDEFAULT);
-  return 10 + (::IsIconic(window) != 0 ? 1 : 0);
+  STARTUPINFOW how{};
+  how.cb = sizeof(how);
+  ::GetStartupInfoW(&how);
+  return (how.dwFlags & STARTF_USESHOWWINDOW) != 0 ? 10 + how.wShowWindow : 0;
 }
 
 }  // namespace
 
 int RunChild(const std::string& role, const std::string& argument) {
-  if (role == "dde") return ServeDde();
+  if (role == "dde") {
+    // At once: the thread that reads the lines would hold the end up.
+    const int code = ServeDde();
+    ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(code));
+  }
   if (role == "window") return ShowWindowUntilClosed(argument);
   if (role == "iconic") return TellWhetherIconic();
   if (role == "mark") return MarkInstance(win32::Wide(argument)) ? 0 : 1;

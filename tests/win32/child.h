@@ -30,9 +30,8 @@ class Child {
 };
 
 // The roles: "dde" a DDE server of Posdex|form1 ("set ITEM TEXT", "hang MS", "quit"), "window TITLE" a window
-// that lives until it is closed, "iconic" a window that ends at once with 10, and 1 more when it came up
-// minimised, "sleep" a process without window, "mark FOLDER" ends with 0 when it could mark the folder,
-// else 1.
+// that lives until it is closed, "iconic" ends at once with 10 and how its window is to be shown, "sleep" a
+// process without window, "mark FOLDER" ends with 0 when it could mark the folder, else 1.
 int RunChild(const std::string& role, const std::string& argument);
 
 // Polls until it is true; false when that takes too long.

@@ -60,8 +60,8 @@ int ExitCodeOfStarted(ShowStyle style) {
 }
 
 TEST(StartProgram, HandsOnHowTheFirstWindowComesUp) {
-  EXPECT_EQ(ExitCodeOfStarted(ShowStyle::kMinimisedWithFocus), 11);
-  EXPECT_EQ(ExitCodeOfStarted(ShowStyle::kNormalWithoutFocus), 10);
+  EXPECT_EQ(ExitCodeOfStarted(ShowStyle::kMinimisedWithFocus), 10 + SW_SHOWMINIMIZED);
+  EXPECT_EQ(ExitCodeOfStarted(ShowStyle::kNormalWithoutFocus), 10 + SW_SHOWNOACTIVATE);
 }
 
 TEST(StartedProcess, WithoutAWindowIsEnded) {

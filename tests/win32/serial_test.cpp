@@ -74,21 +74,6 @@ TEST(Win32SerialPort, TheSetAnswersWithFiveBytesWithin50Milliseconds) {
   EXPECT_EQ(port.ReadAll(), "");
 }
 
-TEST(Win32SerialPort, APortInUseSaysSo) {
-  Win32SerialPort first;
-  Win32SerialPort second;
-  for (Win32SerialPort* port : {&first, &second}) {
-    port->SetPort(1);
-    port->SetSettings(" 9600,N,8,2");
-  }
-  ASSERT_TRUE(first.Open());
-  EXPECT_FALSE(second.Open());
-  EXPECT_EQ(second.Trouble(), "COM1 is in use by another program. Close it, then choose the port again.");
-  EXPECT_FALSE(second.WaitsForDevice());
-  first.Close();
-  EXPECT_TRUE(second.Open());
-}
-
 void Leave(const char* name) {
   const HANDLE file = ::CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
   ::CloseHandle(file);

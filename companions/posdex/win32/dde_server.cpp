@@ -1,7 +1,10 @@
 #include "dde_server.h"
 
-#include <ddeml.h>
+// The second one does not stand without the first.
+// clang-format off
 #include <windows.h>
+#include <ddeml.h>
+// clang-format on
 
 #include <array>
 #include <set>

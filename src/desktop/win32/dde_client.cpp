@@ -1,7 +1,10 @@
 #include "desktop/win32/dde_client.h"
 
-#include <ddeml.h>
+// The second one does not stand without the first.
+// clang-format off
 #include <windows.h>
+#include <ddeml.h>
+// clang-format on
 
 #include <algorithm>
 #include <mutex>
@@ -66,7 +69,7 @@ class DdeClient::Talk {
   void Heard();
   void Keep(const std::string& item, HDDEDATA data);
   void WaitAndDispatch() const;
-  HSZ NameOf(const std::string& text) const;
+  HSZ NameOf(const std::string& text);
   std::string TextOf(HSZ name) const;
 
   // The system's callback has no room for an object of its own.
@@ -76,7 +79,10 @@ class DdeClient::Talk {
   DWORD instance_ = 0;
   HCONV conversation_ = nullptr;
   bool lost_ = false;  // told by the server, perhaps in the middle of a question
+  std::map<std::string, HSZ> names_;
   std::set<std::string> linked_;
+  std::set<std::string> followed_;  // what has been wanted when the links were looked at last
+  steady_clock::time_point links_due_;
   steady_clock::time_point next_look_;
   steady_clock::time_point next_probe_;
 };
@@ -105,8 +111,11 @@ HDDEDATA DdeClient::Talk::Take(UINT type, HSZ item, HDDEDATA data) {
   }
 }
 
-HSZ DdeClient::Talk::NameOf(const std::string& text) const {
-  return ::DdeCreateStringHandleW(instance_, win32::Wide(text).c_str(), CP_WINUNICODE);
+// Kept until the end: a name that is freed takes its link with it on some systems.
+HSZ DdeClient::Talk::NameOf(const std::string& text) {
+  HSZ& name = names_[text];
+  if (name == nullptr) name = ::DdeCreateStringHandleW(instance_, win32::Wide(text).c_str(), CP_WINUNICODE);
+  return name;
 }
 
 std::string DdeClient::Talk::TextOf(HSZ name) const {
@@ -148,8 +157,6 @@ void DdeClient::Talk::Connect() {
   const HSZ topic = NameOf(shared_.topic);
   lost_ = false;
   conversation_ = ::DdeConnect(instance_, service, topic, nullptr);
-  ::DdeFreeStringHandle(instance_, service);
-  ::DdeFreeStringHandle(instance_, topic);
   if (conversation_ == nullptr) return;
   Heard();
   const std::lock_guard lock(shared_.mutex);
@@ -162,7 +169,6 @@ bool DdeClient::Talk::Ask(const std::string& item) {
   const HDDEDATA data =
       ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, XTYP_REQUEST, kAnswerLimitMs, nullptr);
   const UINT error = data == nullptr ? ::DdeGetLastError(instance_) : UINT{DMLERR_NO_ERROR};
-  ::DdeFreeStringHandle(instance_, name);
   if (data != nullptr) {
     Keep(item, data);
     ::DdeFreeDataHandle(data);
@@ -180,13 +186,17 @@ void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
     const HSZ name = NameOf(item);
     const HDDEDATA done =
         ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, type, kAnswerLimitMs, nullptr);
-    ::DdeFreeStringHandle(instance_, name);
     return done != nullptr;
   };
+  bool all_linked = true;
   for (const std::string& item : wanted) {
     if (lost_ || Ending()) return;
-    // An item that the server does not have is not asked for again.
-    if (linked_.insert(item).second && change(item, XTYP_ADVSTART)) Ask(item);
+    if (linked_.contains(item)) continue;
+    // What a server does not link it may still answer; it is asked again in a while.
+    const bool linked = change(item, XTYP_ADVSTART);
+    if (linked) linked_.insert(item);
+    all_linked = all_linked && linked;
+    if (!lost_) Ask(item);
   }
   const std::set<std::string> linked = linked_;
   for (const std::string& item : linked) {
@@ -195,6 +205,8 @@ void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
     change(item, XTYP_ADVSTOP);
     linked_.erase(item);
   }
+  links_due_ = all_linked ? steady_clock::time_point::max() : steady_clock::now() + kProbeEvery;
+  followed_ = wanted;
 }
 
 void DdeClient::Talk::Probe(const std::string& item) {
@@ -220,6 +232,7 @@ void DdeClient::Talk::Lose() {
   ::DdeDisconnect(conversation_);
   conversation_ = nullptr;
   linked_.clear();
+  followed_.clear();
   const std::lock_guard lock(shared_.mutex);
   shared_.connected = false;
   shared_.last_heard.reset();
@@ -237,7 +250,7 @@ bool DdeClient::Talk::Step() {
   const auto now = steady_clock::now();
   if (conversation_ != nullptr && ServerIsGone()) Lose();
   if (conversation_ == nullptr && !wanted.empty() && now >= next_look_) Connect();
-  if (conversation_ != nullptr) FollowLinks(wanted);
+  if (conversation_ != nullptr && (now >= links_due_ || wanted != followed_)) FollowLinks(wanted);
   if (conversation_ != nullptr && !lost_ && !wanted.empty() && now >= next_probe_) Probe(*wanted.begin());
   return true;
 }
