@@ -126,7 +126,8 @@ void MainWindow::ShowToolTips() {
   form.chkBeep.tool_tip = "If checked then I beep every Timer fetch.";
   form.chkLock.tool_tip = "Lock dial knob of Cat controlled rig.";
   form.lblSound.tool_tip =
-      "What is heard: nothing, trouble once, or a tone that follows the signal too. Press or F4 for the next.";
+      "What is heard: nothing, trouble once, or a tone that follows the signal too. Press or F4 for the "
+      "next.";
   form.cmdFT817OnOff.tool_tip = "Switch FT817 On/Off.";
   form.txtFrequency.tool_tip = "Type the frequency you want to set the tranceiver on. ";
 }
