@@ -122,7 +122,6 @@ GpsFacts Cockpit::Gps() const {
 RigFacts Cockpit::Rig() const {
   const Form1& form = forms_.form1;
   const Settings& settings = state_.settings;
-  const PortSet<SerialPort, Clock>& ports = ports_;
   RigFacts rig;
   rig.port_chosen = settings.ComPort >= 1 && settings.ComPort <= 6;
   rig.port_is_open = floors_.link.IsOpen();

@@ -66,9 +66,10 @@ QString Save(const QString& path, QSize size, const QString& title, const Paint&
     bytes = SvgPicture(size, title, [&paint](QCPPainter& painter) { paint(painter, 1, true); });
   }
   if (ending == QLatin1String("pdf")) bytes = Pdf(size, title, paint);
-  if (bytes.isEmpty())
+  if (bytes.isEmpty()) {
     return QStringLiteral("The name of a picture has to end in %1: %2")
         .arg(WritesSvg() ? QStringLiteral(".png, .svg or .pdf") : QStringLiteral(".png or .pdf"), path);
+  }
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
     return QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString());

@@ -282,7 +282,7 @@ void OrvandiWindow::Calibrate(const QString& path) {
     return;
   }
   QFile file(path);
-  constexpr qint64 kMostBytes = 1024 * 1024;
+  constexpr qint64 kMostBytes = qint64{1024} * 1024;
   if (!file.open(QIODevice::ReadOnly)) {
     notice_->Say(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
     return;

@@ -43,8 +43,8 @@ TEST(DrivenPattern, IsThatOfTheTransmitter) {
   CarSetup setup;
   setup.antenna = "Beam 235 deg, PWR 10W";
   car.Configure(setup);
-  // Forty minutes of road in two and a half; the first moments pass before the logger is up. Faster, a position
-  // lies too far behind its reading where the pattern is steep.
+  // Forty minutes of road in two and a half; the first moments pass before the logger is up. Faster, a
+  // position lies too far behind its reading where the pattern is steep.
   car.Drive("FT840", 16, {"--laps", "1.03", "--antenna", "beam"});
   const auto kestrum = car.StartKestrum({"--start-logging"});
   ASSERT_TRUE(car.WaitForArrival(std::chrono::seconds(240)));
