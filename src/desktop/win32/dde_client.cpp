@@ -61,6 +61,8 @@ class DdeClient::Talk {
                                    HDDEDATA data, ULONG_PTR data1, ULONG_PTR data2);
   HDDEDATA Take(UINT type, HSZ item, HDDEDATA data);
   bool Step();
+  bool Open();
+  void Close();
   void Connect();
   void FollowLinks(const std::set<std::string>& wanted);
   bool Change(const std::string& item, UINT type);
@@ -157,8 +159,26 @@ void DdeClient::Talk::Keep(const std::string& item, HDDEDATA data) {
   }
 }
 
+bool DdeClient::Talk::Open() {
+  if (instance_ != 0) return true;
+  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
+      DMLERR_NO_ERROR)
+    instance_ = 0;
+  return instance_ != 0;
+}
+
+// Ends the conversation and gives back everything that belongs to it.
+void DdeClient::Talk::Close() {
+  if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
+  conversation_ = nullptr;
+  names_.clear();
+  if (instance_ != 0) ::DdeUninitialize(instance_);
+  instance_ = 0;
+}
+
 void DdeClient::Talk::Connect() {
   next_look_ = steady_clock::now() + kLookEvery;
+  if (!Open()) return;
   const HSZ service = NameOf(shared_.service);
   const HSZ topic = NameOf(shared_.topic);
   lost_ = false;
@@ -252,9 +272,10 @@ bool DdeClient::Talk::Ending() const {
   return shared_.ending;
 }
 
+// The next server is met from scratch: some systems keep a conversation whose server has gone, and refuse the
+// same one again.
 void DdeClient::Talk::Lose() {
-  ::DdeDisconnect(conversation_);
-  conversation_ = nullptr;
+  Close();
   linked_.clear();
   followed_.clear();
   const std::lock_guard lock(shared_.mutex);
@@ -296,14 +317,8 @@ void DdeClient::Talk::Dispatch() {
 
 void DdeClient::Talk::Run() {
   current_ = this;
-  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
-      DMLERR_NO_ERROR) {
-    ::SetEvent(shared_.finished.get());
-    return;
-  }
   while (Step()) WaitAndDispatch();
-  if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
-  ::DdeUninitialize(instance_);
+  Close();
   current_ = nullptr;
   ::SetEvent(shared_.finished.get());
 }
