@@ -35,7 +35,13 @@ void DispatchUntilQuit(const std::function<void(const std::string&)>& on_line) {
 }
 
 int ServeDde() {
-  posdex::DdeServer server("Posdex", "form1", {{"lblLat1", "5157.0000N"}, {"lblLong1", "00532.0000E"}});
+  posdex::DdeServer server("Posdex", "form1",
+                           {{"lblLat1", "5157.0000N"},
+                            {"lblLong1", "00532.0000E"},
+                            {"lblAlt1", "25"},
+                            {"lblTime1", "12:00:00"},
+                            {"lblSpeed1", "36.5"},
+                            {"lblCourse1", "180.0"}});
   server.on_clients = [](int clients) { std::cout << "clients " << clients << std::endl; };
   if (!server.Start()) return 1;
   const DWORD window_thread = ::GetCurrentThreadId();

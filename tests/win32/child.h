@@ -36,7 +36,7 @@ int RunChild(const std::string& role, const std::string& argument);
 
 // Polls until it is true; false when that takes too long.
 bool WaitUntil(const std::function<bool()>& done,
-               std::chrono::milliseconds longest = std::chrono::seconds(10));
+               std::chrono::milliseconds longest = std::chrono::seconds(30));
 
 std::wstring ThisProgram();
 

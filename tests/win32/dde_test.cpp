@@ -55,6 +55,33 @@ TEST(Dde, ALinkBringsThePresentTextAndEveryChange) {
   EXPECT_GE(listener.news(), 5);
 }
 
+TEST(Dde, SixItemsAllTellTheirFirstTextAndEveryChange) {
+  const std::map<std::string, std::string> first{{"lblLat1", "5157.0000N"}, {"lblLong1", "00532.0000E"},
+                                                 {"lblAlt1", "25"},         {"lblTime1", "12:00:00"},
+                                                 {"lblSpeed1", "36.5"},     {"lblCourse1", "180.0"}};
+  Child server("dde");
+  Listener listener;
+  for (const auto& [item, text] : first) listener.client().Link(item);
+  for (const auto& [item, text] : first) EXPECT_TRUE(listener.WaitFor(item, text)) << item;
+  for (const char* text : {"one", "two", "three"}) {
+    for (const auto& [item, old] : first) server.Tell("set " + item + " " + text);
+    for (const auto& [item, old] : first) EXPECT_TRUE(listener.WaitFor(item, text)) << item << ' ' << text;
+  }
+}
+
+TEST(Dde, AnItemThatIsLinkedLaterDisturbsNoOther) {
+  Child server("dde");
+  Listener listener;
+  listener.client().Link("lblLat1");
+  ASSERT_TRUE(listener.WaitFor("lblLat1", "5157.0000N"));
+  listener.client().Link("lblLong1");
+  EXPECT_TRUE(listener.WaitFor("lblLong1", "00532.0000E"));
+  server.Tell("set lblLat1 0006.0000S");
+  server.Tell("set lblLong1 00006.0000W");
+  EXPECT_TRUE(listener.WaitFor("lblLat1", "0006.0000S"));
+  EXPECT_TRUE(listener.WaitFor("lblLong1", "00006.0000W"));
+}
+
 TEST(Dde, WaitsForAServerThatComesLater) {
   Listener listener;
   listener.client().Link("lblLat1");

@@ -28,6 +28,9 @@ constexpr DWORD kLongestEndMs = 500;
 // How often the thread looks whether the server's window is still there: nobody tells of one that was killed.
 constexpr milliseconds kTick{250};
 constexpr std::size_t kLongestText = 4096;
+// What comes behind an answer follows it at once; a server that never stops talking is not waited for.
+constexpr DWORD kQuietMs = 20;
+constexpr int kMostMessages = 50;
 
 }  // namespace
 
@@ -58,17 +61,21 @@ class DdeClient::Talk {
                                    HDDEDATA data, ULONG_PTR data1, ULONG_PTR data2);
   HDDEDATA Take(UINT type, HSZ item, HDDEDATA data);
   bool Step();
+  bool Open();
+  void Close();
   void Connect();
   void FollowLinks(const std::set<std::string>& wanted);
-  // False when the server has not answered.
-  bool Ask(const std::string& item);
-  void Probe(const std::string& item);
+  bool Change(const std::string& item, UINT type);
+  void Ask(const std::string& item);
+  void Probe(const std::set<std::string>& wanted);
+  void LetTheServerFinish() const;
   bool ServerIsGone() const;
   bool Ending() const;
   void Lose();
   void Heard();
   void Keep(const std::string& item, HDDEDATA data);
   void WaitAndDispatch() const;
+  static void Dispatch();
   HSZ NameOf(const std::string& text);
   std::string TextOf(HSZ name) const;
 
@@ -82,6 +89,7 @@ class DdeClient::Talk {
   std::map<std::string, HSZ> names_;
   std::set<std::string> linked_;
   std::set<std::string> followed_;  // what has been wanted when the links were looked at last
+  std::string probed_;              // the item that was asked for last
   steady_clock::time_point links_due_;
   steady_clock::time_point next_look_;
   steady_clock::time_point next_probe_;
@@ -151,8 +159,26 @@ void DdeClient::Talk::Keep(const std::string& item, HDDEDATA data) {
   }
 }
 
+bool DdeClient::Talk::Open() {
+  if (instance_ != 0) return true;
+  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
+      DMLERR_NO_ERROR)
+    instance_ = 0;
+  return instance_ != 0;
+}
+
+// Ends the conversation and gives back everything that belongs to it.
+void DdeClient::Talk::Close() {
+  if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
+  conversation_ = nullptr;
+  names_.clear();
+  if (instance_ != 0) ::DdeUninitialize(instance_);
+  instance_ = 0;
+}
+
 void DdeClient::Talk::Connect() {
   next_look_ = steady_clock::now() + kLookEvery;
+  if (!Open()) return;
   const HSZ service = NameOf(shared_.service);
   const HSZ topic = NameOf(shared_.topic);
   lost_ = false;
@@ -164,10 +190,15 @@ void DdeClient::Talk::Connect() {
   shared_.on_news();
 }
 
-bool DdeClient::Talk::Ask(const std::string& item) {
-  const HSZ name = NameOf(item);
-  const HDDEDATA data =
-      ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, XTYP_REQUEST, kAnswerLimitMs, nullptr);
+bool DdeClient::Talk::Change(const std::string& item, UINT type) {
+  return ::DdeClientTransaction(nullptr, 0, conversation_, NameOf(item), CF_TEXT, type, kAnswerLimitMs,
+                                nullptr) != nullptr;
+}
+
+void DdeClient::Talk::Ask(const std::string& item) {
+  probed_ = item;
+  const HDDEDATA data = ::DdeClientTransaction(nullptr, 0, conversation_, NameOf(item), CF_TEXT, XTYP_REQUEST,
+                                               kAnswerLimitMs, nullptr);
   const UINT error = data == nullptr ? ::DdeGetLastError(instance_) : UINT{DMLERR_NO_ERROR};
   if (data != nullptr) {
     Keep(item, data);
@@ -178,40 +209,53 @@ bool DdeClient::Talk::Ask(const std::string& item) {
              error == DMLERR_NO_CONV_ESTABLISHED) {
     lost_ = true;
   }
-  return data != nullptr || error == DMLERR_NOTPROCESSED;
+  LetTheServerFinish();
 }
 
+// Some servers send an acknowledgement behind the text that was asked for. The system would take it for the
+// answer to whatever is asked next, so it is fetched first.
+void DdeClient::Talk::LetTheServerFinish() const {
+  for (int i = 0; i < kMostMessages; ++i) {
+    if (::MsgWaitForMultipleObjectsEx(0, nullptr, kQuietMs, QS_ALLINPUT, MWMO_INPUTAVAILABLE) !=
+        WAIT_OBJECT_0)
+      return;
+    Dispatch();
+  }
+}
+
+// All the links come first: what changes from then on comes by itself, whatever is asked for meanwhile.
 void DdeClient::Talk::FollowLinks(const std::set<std::string>& wanted) {
-  const auto change = [this](const std::string& item, UINT type) {
-    const HSZ name = NameOf(item);
-    const HDDEDATA done =
-        ::DdeClientTransaction(nullptr, 0, conversation_, name, CF_TEXT, type, kAnswerLimitMs, nullptr);
-    return done != nullptr;
-  };
+  std::vector<std::string> unheard;
   bool all_linked = true;
   for (const std::string& item : wanted) {
     if (lost_ || Ending()) return;
     if (linked_.contains(item)) continue;
     // What a server does not link it may still answer; it is asked again in a while.
-    const bool linked = change(item, XTYP_ADVSTART);
+    const bool linked = Change(item, XTYP_ADVSTART);
     if (linked) linked_.insert(item);
     all_linked = all_linked && linked;
-    if (!lost_) Ask(item);
+    unheard.push_back(item);
   }
   const std::set<std::string> linked = linked_;
   for (const std::string& item : linked) {
     if (lost_ || Ending()) return;
     if (wanted.contains(item)) continue;
-    change(item, XTYP_ADVSTOP);
+    Change(item, XTYP_ADVSTOP);
     linked_.erase(item);
+  }
+  for (const std::string& item : unheard) {
+    if (lost_ || Ending()) return;
+    Ask(item);
   }
   links_due_ = all_linked ? steady_clock::time_point::max() : steady_clock::now() + kProbeEvery;
   followed_ = wanted;
 }
 
-void DdeClient::Talk::Probe(const std::string& item) {
+// The items take turns, so that a text that was missed is made up for.
+void DdeClient::Talk::Probe(const std::set<std::string>& wanted) {
   next_probe_ = steady_clock::now() + kProbeEvery;
-  Ask(item);
+  const auto next = wanted.upper_bound(probed_);
+  Ask(next != wanted.end() ? *next : *wanted.begin());
 }
 
 bool DdeClient::Talk::ServerIsGone() const {
@@ -228,9 +272,10 @@ bool DdeClient::Talk::Ending() const {
   return shared_.ending;
 }
 
+// The next server is met from scratch: some systems keep a conversation whose server has gone, and refuse the
+// same one again.
 void DdeClient::Talk::Lose() {
-  ::DdeDisconnect(conversation_);
-  conversation_ = nullptr;
+  Close();
   linked_.clear();
   followed_.clear();
   const std::lock_guard lock(shared_.mutex);
@@ -251,7 +296,7 @@ bool DdeClient::Talk::Step() {
   if (conversation_ != nullptr && ServerIsGone()) Lose();
   if (conversation_ == nullptr && !wanted.empty() && now >= next_look_) Connect();
   if (conversation_ != nullptr && (now >= links_due_ || wanted != followed_)) FollowLinks(wanted);
-  if (conversation_ != nullptr && !lost_ && !wanted.empty() && now >= next_probe_) Probe(*wanted.begin());
+  if (conversation_ != nullptr && !lost_ && !wanted.empty() && now >= next_probe_) Probe(wanted);
   return true;
 }
 
@@ -259,6 +304,10 @@ void DdeClient::Talk::WaitAndDispatch() const {
   HANDLE wake = shared_.wake.get();
   ::MsgWaitForMultipleObjectsEx(1, &wake, static_cast<DWORD>(kTick.count()), QS_ALLINPUT,
                                 MWMO_INPUTAVAILABLE);
+  Dispatch();
+}
+
+void DdeClient::Talk::Dispatch() {
   MSG message{};
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
     ::TranslateMessage(&message);
@@ -268,14 +317,8 @@ void DdeClient::Talk::WaitAndDispatch() const {
 
 void DdeClient::Talk::Run() {
   current_ = this;
-  if (::DdeInitializeW(&instance_, &Talk::OnEvent, APPCLASS_STANDARD | APPCMD_CLIENTONLY, 0) !=
-      DMLERR_NO_ERROR) {
-    ::SetEvent(shared_.finished.get());
-    return;
-  }
   while (Step()) WaitAndDispatch();
-  if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
-  ::DdeUninitialize(instance_);
+  Close();
   current_ = nullptr;
   ::SetEvent(shared_.finished.get());
 }
