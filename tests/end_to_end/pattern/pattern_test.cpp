@@ -1,6 +1,4 @@
-// The simulated transmitter's pattern, found again in the log that Kestrum wrote on the way.
-#include "analysis/pattern.h"
-
+// What Kestrum wrote on a drive of the real programs, as the mapping program sees it.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,7 +6,6 @@
 #include <vector>
 
 #include "analysis/distribution.h"
-#include "analysis/law.h"
 #include "analysis/samples.h"
 #include "antenna.h"
 #include "car.h"
@@ -17,37 +14,22 @@
 namespace kestrum::end_to_end {
 namespace {
 
-using drivesim::Antenna;
-using drivesim::AntennaGainDb;
-
-constexpr double kSectorDeg = 10;
-constexpr std::size_t kEnoughRecords = 20;
-// The single vertical is 15 dB above S9 at 1 km, and S9 is 20.7 mV/m in the default calibration: 86.32
-// dBuV/m.
-constexpr double kVerticalAt1KmDb = 101.32;
-
-// What the transmitter sends into each sector, in the middle of the directions that records were made in.
-std::vector<double> SentBySector(const std::vector<orvandi::Sample>& samples, Antenna antenna) {
-  std::vector<std::vector<double>> levels(orvandi::SectorCount(kSectorDeg));
-  for (const orvandi::Sample& sample : samples) {
-    levels[orvandi::SectorOf(sample.bearing_deg, kSectorDeg)].push_back(
-        kVerticalAt1KmDb + AntennaGainDb(antenna, sample.bearing_deg));
-  }
-  std::vector<double> sent;
-  for (auto& sector : levels) sent.push_back(orvandi::Quantile(sector, 0.5));
-  return sent;
+// What the simulated transmitter sends towards a record's place: the single vertical is 15 dB above S9 at
+// 1 km, S9 is 20.7 mV/m (86.32 dBuV/m) in the default calibration, and it falls by 30 dB a decade.
+double SentDb(const orvandi::Sample& sample) {
+  return 101.32 - 30 * std::log10(sample.distance_km) +
+         drivesim::AntennaGainDb(drivesim::Antenna::Beam, sample.bearing_deg);
 }
 
-TEST(DrivenPattern, IsThatOfTheTransmitter) {
+TEST(DrivenLog, HasTheTransmitterInIt) {
   Car car(KESTRUM_PROGRAMS);
   CarSetup setup;
   setup.antenna = "Beam 235 deg, PWR 10W";
   car.Configure(setup);
-  // Forty minutes of road in two and a half; the first moments pass before the logger is up. Faster, a
-  // position lies too far behind its reading where the pattern is steep.
-  car.Drive("FT840", 16, {"--laps", "1.03", "--antenna", "beam"});
+  // Four minutes of road in fifteen seconds. Faster, a position lies too far behind its reading.
+  car.Drive("FT840", 16, {"--laps", "0.1", "--antenna", "beam"});
   const auto kestrum = car.StartKestrum({"--start-logging"});
-  ASSERT_TRUE(car.WaitForArrival(std::chrono::seconds(240)));
+  ASSERT_TRUE(car.WaitForArrival(std::chrono::seconds(60)));
   kestrum->Signal(SIGTERM);
   EXPECT_EQ(kestrum->Wait(), 0);
 
@@ -58,21 +40,13 @@ TEST(DrivenPattern, IsThatOfTheTransmitter) {
   EXPECT_EQ(log.Content().blocks.front().antenna, "Beam 235 deg, PWR 10W");
   const orvandi::NamedLog named{&log.Content(), "drive"};
   const auto samples = orvandi::CollectSamples({&named, 1});
-  ASSERT_GT(samples.size(), 600U);
-
-  const orvandi::Law law = orvandi::FitLawWithinSectors(samples, kSectorDeg);
-  EXPECT_NEAR(law.exponent, 3, 0.15);
-  const auto pattern = orvandi::AntennaPattern(samples, law, kSectorDeg, kEnoughRecords);
-  const auto sent = SentBySector(samples, Antenna::Beam);
-  std::size_t compared = 0;
-  for (std::size_t i = 0; i < pattern.sectors.size(); ++i) {
-    const orvandi::Sector& sector = pattern.sectors[i];
-    if (!sector.shown) continue;
-    ++compared;
-    EXPECT_NEAR(sector.median_db, sent[i], 1.5)
-        << sector.bearing_deg << " deg, " << sector.count << " records";
-  }
-  EXPECT_GE(compared, 18U);
+  ASSERT_GT(samples.size(), 50U);
+  std::vector<double> differences;
+  for (const auto& sample : samples) differences.push_back(sample.level_db - SentDb(sample));
+  // Houses and fading are in it.
+  EXPECT_NEAR(orvandi::Quantile(differences, 0.5), 0, 2);
+  EXPECT_GT(orvandi::Quantile(differences, 0.1), -8);
+  EXPECT_LT(orvandi::Quantile(differences, 0.9), 8);
 }
 
 }  // namespace
