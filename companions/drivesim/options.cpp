@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
-#include <functional>
 #include <sstream>
 #include <string_view>
 

@@ -1,8 +1,10 @@
 #include "app/cockpit.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "cat/rig_text.h"
+#include "cat/rigs.h"
 #include "position/needle.h"
 #include "signal/meter_scale.h"
 
@@ -103,12 +105,13 @@ void Cockpit::StartReaderAgain() {
 void Cockpit::ReadingTaken(const Reading& reading) {
   const Milliseconds now = ports_.clock.Elapsed();
   const bool good = reading.answered && SameText(forms_.form1.lblCatComment.caption, "Done");
+  const std::optional<int> raw = good ? std::optional(reading.raw) : std::nullopt;
   missed_readings_ = good ? 0 : missed_readings_ + 1;
   if (reading.answered || !heard_) heard_ = now;
-  history_.Add(now, good ? std::optional<int>(reading.raw) : std::nullopt, LongestGap(forms_.form1.tmrMain));
+  history_.Add(now, raw, LongestGap(forms_.form1.tmrMain));
   ShowLamps();
   ShowSignal();
-  sounds_.ReadingTaken(now, good ? std::optional<int>(reading.raw) : std::nullopt);
+  sounds_.ReadingTaken(now, raw);
 }
 
 GpsFacts Cockpit::Gps() const {
@@ -123,7 +126,7 @@ RigFacts Cockpit::Rig() const {
   const Form1& form = forms_.form1;
   const Settings& settings = state_.settings;
   RigFacts rig;
-  rig.port_chosen = settings.ComPort >= 1 && settings.ComPort <= 6;
+  rig.port_chosen = IsPort(settings.ComPort);
   rig.port_is_open = floors_.link.IsOpen();
   rig.device_is_gone = ports_.serial.WaitsForDevice();
   rig.trouble = ports_.serial.Trouble();

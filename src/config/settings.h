@@ -15,6 +15,7 @@ enum Unit : std::int16_t { kMicrovolt = 1, kMillivoltPerMetre = 2, kDbm = 3 };
 
 inline constexpr double kHfLimitKhz = 30000;   // above it the default calibration table is a tenth
 inline constexpr int kDistanceTickMs = 1100;   // tick of the main timer while logging by distance
+inline constexpr int kRecordsPerBlock = 100;   // of the log file
 inline constexpr int kLowestAverageMs = 1100;  // averaging needs at least this main interval
 
 // Everything that survives a restart. The values here are those before the first load; SetDefaults fills in

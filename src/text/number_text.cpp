@@ -186,6 +186,11 @@ std::string FixedPattern(double value, int integer_digits, int decimals) {
   return (number.negative && !number.digits.empty() ? "-" : "") + whole + "." + fraction;
 }
 
+std::string TwoDigits(int number) {
+  const int last_two = number % 100;
+  return (last_two < 10 ? "0" : "") + ShortNumber(last_two);
+}
+
 std::string ThreeDigits(int value) {
   std::string text = std::to_string(value);
   if (text.size() < 3) text.insert(0, 3 - text.size(), '0');

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "signal/conversion.h"
+
 namespace kestrum {
 namespace {
 
@@ -17,7 +19,6 @@ constexpr Milliseconds kAfterTrouble{800};
 
 constexpr double kLowest_hz = 220;
 constexpr double kOctaves = 3;
-constexpr int kHighestRaw = 255;
 constexpr int kSignalTone_ms = 80;
 
 std::vector<Tone> TroubleTones() {
@@ -31,7 +32,7 @@ Tone SignalTone(int raw) {
 }  // namespace
 
 int SignalPitch_hz(int raw) {
-  const double share = static_cast<double>(std::clamp(raw, 0, kHighestRaw)) / kHighestRaw;
+  const double share = static_cast<double>(std::clamp(raw, 0, kTopOfMeter)) / kTopOfMeter;
   return static_cast<int>(std::lround(kLowest_hz * std::exp2(kOctaves * share)));
 }
 
@@ -48,7 +49,7 @@ void Sounds::NextMode() {
       return;
     case SoundMode::kTrouble:
       sounder_.mode = SoundMode::kSignal;
-      Play({SignalTone(0), {0, 60}, SignalTone(kHighestRaw / 2), {0, 60}, SignalTone(kHighestRaw)});
+      Play({SignalTone(0), {0, 60}, SignalTone(kTopOfMeter / 2), {0, 60}, SignalTone(kTopOfMeter)});
       return;
     case SoundMode::kSignal:
       sounder_.mode = SoundMode::kOff;

@@ -3,7 +3,6 @@
 #include <QBuffer>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <cmath>
 
 #include "analysis/summary.h"
 #include "log/cleaning.h"

@@ -1,8 +1,8 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
+#include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
@@ -17,8 +17,6 @@
 #include "desktop/widgets/picture_widget.h"
 #include "desktop/widgets/readout.h"
 #include "desktop/widgets/strip_chart_widget.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 // Controls that only show something, and what all controls have in common.
 namespace kestrum {
@@ -84,7 +82,7 @@ void Binder::Bind(Label& label, TextLine* widget) {
   auto* events = new UserEvents(widget);
   events->clicked = [this, &label] { Deed(label.click); };
   if (!label.click) return;
-  widget->MakePressable(events->clicked);
+  widget->MakePressable(*widget, events->clicked);
   events->enter_pressed = events->clicked;
 }
 
@@ -150,7 +148,7 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
   auto* events = new UserEvents(widget);
   events->clicked = [this, &bar] { Deed(bar.click); };
   if (!bar.click) return;
-  widget->MakePressable(events->clicked);
+  widget->MakePressable(*widget, events->clicked);
   events->enter_pressed = events->clicked;
 }
 

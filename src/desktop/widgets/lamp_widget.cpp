@@ -56,7 +56,7 @@ void LampWidget::Show(const LampText& says) {
 }
 
 void LampWidget::Redraw() {
-  still_ = QPixmap();
+  still_.Drop();
   detail_letters_ = {};
   update();
 }
@@ -169,10 +169,7 @@ void LampWidget::DrawLine(QPainter& painter, Letters& letters, const QFont& want
 void LampWidget::PaintStill() {
   const Scheme& scheme = SchemeOf(palette());
   const LampShades shades = scheme.Lamp(says_.state, fills_);
-  still_ = QPixmap(size() * devicePixelRatioF());
-  still_.setDevicePixelRatio(devicePixelRatioF());
-  still_.fill(scheme.ground);
-  QPainter painter(&still_);
+  QPainter painter(&still_.Begin(*this, scheme.ground));
   painter.setRenderHint(QPainter::Antialiasing);
   const double edge = Edge();
   const QRectF body = QRectF(rect()).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
@@ -188,11 +185,9 @@ void LampWidget::PaintStill() {
 }
 
 void LampWidget::paintEvent(QPaintEvent* event) {
-  if (still_.isNull() || still_.devicePixelRatio() != devicePixelRatioF()) PaintStill();
+  if (still_.IsDue(*this)) PaintStill();
   QPainter painter(this);
-  const QRectF part = event->rect();
-  const double ratio = devicePixelRatioF();
-  painter.drawPixmap(part, still_, QRectF(part.topLeft() * ratio, part.size() * ratio));
+  still_.Draw(painter, event->rect());
   const LampShades shades = SchemeOf(palette()).Lamp(says_.state, fills_);
   if (fills_ && says_.state != LampState::kOff) {
     // How far the block has come: a bright line along the bottom.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QPixmap>
 #include <QPushButton>
 
 #include "desktop/widgets/quick_text.h"
+#include "desktop/widgets/still_picture.h"
 #include "forms/indicators.h"
 
 namespace kestrum {
@@ -49,7 +49,7 @@ class LampWidget : public QPushButton {
 
   bool fills_;
   LampText says_;
-  QPixmap still_;  // all but the detail and the line that fills
+  StillPicture still_;  // all but the detail and the line that fills
   Letters detail_letters_;
 };
 

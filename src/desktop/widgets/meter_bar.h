@@ -1,17 +1,17 @@
 #pragma once
 
-#include <QPixmap>
 #include <QWidget>
-#include <functional>
 #include <vector>
 
+#include "desktop/widgets/pressable.h"
+#include "desktop/widgets/still_picture.h"
 #include "forms/control.h"
 
 namespace kestrum {
 
 // The signal bar, drawn as a row of segments or as one plain bar, with the scale of the table in use below it
 // and a thin mark at the peak of a moment ago.
-class MeterBar : public QWidget {
+class MeterBar : public QWidget, public Pressable {
   Q_OBJECT
   Q_PROPERTY(int value READ value WRITE setValue)
 
@@ -35,17 +35,11 @@ class MeterBar : public QWidget {
   // Height as a share of the full height; 1 is about two lines of text.
   void SetHeightShare(double share);
 
-  // Can be reached and pressed by the keyboard and by screen readers too.
-  void MakePressable(std::function<void()> press);
-  bool Pressable() const { return static_cast<bool>(press_); }
-  void Press() const { press_(); }
-
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -64,8 +58,7 @@ class MeterBar : public QWidget {
   bool stale_ = false;
   std::vector<ScaleMark> marks_;
   double height_share_ = 1;
-  std::function<void()> press_;
-  QPixmap still_;  // track, scale and hatching
+  StillPicture still_;  // track, scale and hatching
 };
 
 }  // namespace kestrum

@@ -90,11 +90,6 @@ void TextLine::SetDot(const QColor& color) {
   update();
 }
 
-void TextLine::MakePressable(std::function<void()> press) {
-  press_ = std::move(press);
-  setFocusPolicy(Qt::TabFocus);
-}
-
 QSize TextLine::sizeHint() const {
   return {fontMetrics().averageCharWidth() * characters_, fontMetrics().height()};
 }
@@ -155,8 +150,24 @@ void TextLine::paintEvent(QPaintEvent* /*event*/) {
   letters->Draw(painter, {left, (height() + letters->Ascent() - letters->Descent()) / 2}, shown);
 }
 
+void FittedLine::Fit() const {
+  if (fitted_) return;
+  fitted_ = true;
+  ChooseFonts();
+}
+
+void FittedLine::resizeEvent(QResizeEvent* event) {
+  TextLine::resizeEvent(event);
+  fitted_ = false;
+}
+
+void FittedLine::changeEvent(QEvent* event) {
+  TextLine::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitted_ = false;
+}
+
 Readout::Readout(double scale, const QString& longest, QWidget* parent)
-    : TextLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
+    : FittedLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
@@ -170,9 +181,7 @@ QSize Readout::minimumSizeHint() const {
   return sizeHint();
 }
 
-void Readout::PrepareFonts() const {
-  if (prepared_) return;
-  prepared_ = true;
+void Readout::ChooseFonts() const {
   const double by_width = (width() - 2) * kMeasure_px / std::max(1.0, WidthAt100(font(), longest_));
   const double pixels = std::min({by_width, height() / kLineHeight, BasePixels(*this) * largest_scale_});
   main_.SetFont(Semibold(font(), pixels));
@@ -180,27 +189,17 @@ void Readout::PrepareFonts() const {
 }
 
 double Readout::FontPixels() const {
-  PrepareFonts();
+  Fit();
   return main_.font().pixelSize();
 }
 
 double Readout::TextWidth(const QString& text) const {
-  PrepareFonts();
+  Fit();
   return PartsWidth(Split(text), main_, tail_);
 }
 
-void Readout::resizeEvent(QResizeEvent* event) {
-  TextLine::resizeEvent(event);
-  prepared_ = false;
-}
-
-void Readout::changeEvent(QEvent* event) {
-  TextLine::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) prepared_ = false;
-}
-
 void Readout::paintEvent(QPaintEvent* /*event*/) {
-  PrepareFonts();
+  Fit();
   QPainter painter(this);
   PaintGround(painter);
   painter.setPen(Ink());
@@ -222,19 +221,7 @@ QSize SignalLine::minimumSizeHint() const {
   return {fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 2};
 }
 
-void SignalLine::resizeEvent(QResizeEvent* event) {
-  TextLine::resizeEvent(event);
-  prepared_ = false;
-}
-
-void SignalLine::changeEvent(QEvent* event) {
-  TextLine::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) prepared_ = false;
-}
-
-void SignalLine::PrepareFonts() {
-  if (prepared_) return;
-  prepared_ = true;
+void SignalLine::ChooseFonts() const {
   // "S9" and "+ 60dB" beside "50000.0 uV" and "20750.0 mV/m" are the longest.
   const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
   const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
@@ -248,7 +235,7 @@ void SignalLine::PrepareFonts() {
 }
 
 void SignalLine::paintEvent(QPaintEvent* /*event*/) {
-  PrepareFonts();
+  Fit();
   QPainter painter(this);
   PaintGround(painter);
   painter.setPen(Ink());

@@ -11,6 +11,31 @@
 namespace kestrum {
 namespace {
 
+// Words for a display that may be a button too.
+template <typename Widget>
+class PressableVoice : public QAccessibleWidget {
+ public:
+  PressableVoice(Widget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role), widget_(widget) {}
+
+  QStringList actionNames() const override {
+    return widget_->IsPressable() ? QStringList{pressAction(), setFocusAction()}
+                                  : QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& action) override {
+    if (action == pressAction() && widget_->IsPressable()) {
+      widget_->Press();
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
+  }
+
+ protected:
+  const Widget& Shown() const { return *widget_; }
+
+ private:
+  Widget* widget_;
+};
+
 class LampVoice : public QAccessibleWidget {
  public:
   explicit LampVoice(LampWidget* lamp) : QAccessibleWidget(lamp, QAccessible::Button), lamp_(lamp) {}
@@ -35,61 +60,33 @@ class LampVoice : public QAccessibleWidget {
   LampWidget* lamp_;
 };
 
-class LineVoice : public QAccessibleWidget {
+class LineVoice : public PressableVoice<TextLine> {
  public:
-  explicit LineVoice(TextLine* line) : QAccessibleWidget(line), line_(line) {}
+  explicit LineVoice(TextLine* line) : PressableVoice(line, QAccessible::StaticText) {}
 
   QAccessible::Role role() const override {
-    return line_->Pressable() ? QAccessible::Button : QAccessible::StaticText;
+    return Shown().IsPressable() ? QAccessible::Button : QAccessible::StaticText;
   }
   QString text(QAccessible::Text kind) const override {
     if (kind != QAccessible::Name) return QAccessibleWidget::text(kind);
     // What is faded for the eye is said to the ear.
-    return line_->Stale() ? line_->text() + QStringLiteral(", no longer true") : line_->text();
+    return Shown().Stale() ? Shown().text() + QStringLiteral(", no longer true") : Shown().text();
   }
-  QStringList actionNames() const override {
-    return line_->Pressable() ? QStringList{pressAction(), setFocusAction()}
-                              : QAccessibleWidget::actionNames();
-  }
-  void doAction(const QString& action) override {
-    if (action == pressAction()) {
-      line_->Press();
-    } else {
-      QAccessibleWidget::doAction(action);
-    }
-  }
-
- private:
-  TextLine* line_;
 };
 
-class BarVoice : public QAccessibleWidget, public QAccessibleValueInterface {
+class BarVoice : public PressableVoice<MeterBar>, public QAccessibleValueInterface {
  public:
-  explicit BarVoice(MeterBar* bar) : QAccessibleWidget(bar, QAccessible::ProgressBar), bar_(bar) {}
+  explicit BarVoice(MeterBar* bar) : PressableVoice(bar, QAccessible::ProgressBar) {}
 
   void* interface_cast(QAccessible::InterfaceType type) override {
     if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
     return QAccessibleWidget::interface_cast(type);
   }
-  QVariant currentValue() const override { return bar_->value(); }
+  QVariant currentValue() const override { return Shown().value(); }
   void setCurrentValue(const QVariant& /*value*/) override {}
-  QVariant maximumValue() const override { return bar_->maximum(); }
-  QVariant minimumValue() const override { return bar_->minimum(); }
+  QVariant maximumValue() const override { return Shown().maximum(); }
+  QVariant minimumValue() const override { return Shown().minimum(); }
   QVariant minimumStepSize() const override { return 1; }
-  QStringList actionNames() const override {
-    return bar_->Pressable() ? QStringList{pressAction(), setFocusAction()}
-                             : QAccessibleWidget::actionNames();
-  }
-  void doAction(const QString& action) override {
-    if (action == pressAction()) {
-      bar_->Press();
-    } else {
-      QAccessibleWidget::doAction(action);
-    }
-  }
-
- private:
-  MeterBar* bar_;
 };
 
 QAccessibleInterface* VoiceOf(const QString& class_name, QObject* object) {
