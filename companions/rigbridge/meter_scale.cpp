@@ -15,8 +15,8 @@ using sets::kS9Microvolt;
 constexpr int kStepsOfFt817 = 16;
 
 double ComputedDb(int raw) {
-  const auto* const upper =
-      std::find_if(kDefaultTable.begin() + 1, kDefaultTable.end(), [raw](const sets::TablePoint& point) { return point.raw >= raw; });
+  const auto* const upper = std::find_if(kDefaultTable.begin() + 1, kDefaultTable.end(),
+                                         [raw](const sets::TablePoint& point) { return point.raw >= raw; });
   const sets::TablePoint& lower = *(upper - 1);
   const double share = static_cast<double>(raw - lower.raw) / (upper->raw - lower.raw);
   const double microvolt = lower.microvolt + share * (upper->microvolt - lower.microvolt);

@@ -11,7 +11,6 @@
 namespace kestrum::test {
 namespace {
 
-using std::chrono::milliseconds;
 using std::chrono::seconds;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

@@ -95,7 +95,6 @@ class Readout : public FittedLine {
   void ChooseFonts() const override;
 
  private:
-
   double scale_;
   QString longest_;
   double largest_scale_;
