@@ -5,6 +5,7 @@
 #include <QScreen>
 
 #include "desktop/desktop_fixture.h"
+#include "desktop/twips.h"
 
 namespace kestrum::test {
 namespace {
@@ -81,6 +82,15 @@ TEST_F(FormWindowTest, APositionOnNoScreenIsPulledBack) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     EXPECT_TRUE(screen.contains(Main()->pos())) << left << " " << top;
   }
+}
+
+TEST_F(FormWindowTest, AWindowOpensWholeOnItsScreen) {
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  forms.form1.left = static_cast<float>(ToTwips(screen.right() - 400));
+  forms.form1.top = static_cast<float>(ToTwips(screen.bottom() - 300));
+  ShowForm1();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return screen.contains(Main()->frameGeometry()); }, 5000))
+      << Main()->x() << ", " << Main()->y() << ", " << Main()->width() << " x " << Main()->height();
 }
 
 struct KeyCase {
