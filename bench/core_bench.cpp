@@ -16,6 +16,9 @@ constexpr int kRepetitions = 25;
 constexpr double kSecondsEach = 0.04;
 constexpr int kFlushes = 200;
 
+const Site kSite{"GPS Ok", "5158.25N", "00534.50E", "1.23 km", "10.1 m", "45\xB0"};
+const Reading kReading{100, {"S8", " 25", " 10.4"}, {}};
+
 // A running program whose recordings do not pile up.
 struct BenchCar : ScriptedCar {
   BenchCar() {
@@ -64,7 +67,7 @@ void CheckCoordinate(benchmark::State& state) {
 // 100 records fill the buffer; the flush goes to the scripted disk.
 void AddRecord(benchmark::State& state) {
   BenchCar car;
-  for (auto _ : state) car.app.log.AddLogRecord();
+  for (auto _ : state) car.app.log.AddLogRecord(car.world.clock.now, kSite, kReading);
 }
 
 // The scripted car with the disk that this program lies on. One flush is one sample.
@@ -73,9 +76,9 @@ void FlushToDisk(benchmark::State& state) {
       (std::filesystem::read_symlink("/proc/self/exe").parent_path() / "flush-bench.log").string();
   ScriptedPorts world;
   const auto disk = MakeFileStore(QStringLiteral("."));
-  Application app({world.serial, world.links, world.dialogs, world.clock, world.pump, world.beeper,
-                   world.program, world.windows, *disk});
-  for (int record = 0; record < 99; ++record) app.log.AddLogRecord();
+  Application app(Ports{world.serial, world.links, world.dialogs, world.clock, world.pump, world.beeper,
+                        world.program, world.windows, *disk, world.worker});
+  for (int record = 0; record < 99; ++record) app.log.AddLogRecord(world.clock.now, kSite, kReading);
   const auto full_buffer = app.log.LogBuffer;
   app.log.NotLogging = false;
   for (auto _ : state) {

@@ -158,7 +158,7 @@ void MeasureTicks(Program& program, int interval_ms, std::size_t ticks) {
   };
   program.desktop.binder().Enter([&] {
     program.application.state.settings.TimeIntervalMs = static_cast<std::int16_t>(interval_ms);
-    program.application.timing.ApplyInterval();
+    program.application.intervals.ApplyInterval();
     timer.Start();
     started = SteadyClock::now();
   });
