@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -114,12 +115,24 @@ LinkClient::~LinkClient() {
   QDBusConnection::disconnectFromBus(name_);
 }
 
+QDBusMessage LinkClient::Call(const char* interface, const char* method,
+                              const QVariantList& arguments) const {
+  QDBusMessage call =
+      QDBusMessage::createMethodCall(Q("org.kestrum.Posdex"), Q("/form1"), Q(interface), Q(method));
+  call.setArguments(arguments);
+  // Objects of this process are served while it waits. A call that runs the event loop by itself
+  // (BlockWithGui) waits for ever when the reply comes before its loop has begun.
+  const QDBusPendingCallWatcher reply(bus_.asyncCall(call, 2000));
+  QEventLoop loop;
+  connect(&reply, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+  QTimer::singleShot(3000, &loop, &QEventLoop::quit);
+  if (!reply.isFinished()) loop.exec();
+  return reply.reply();
+}
+
 QString LinkClient::Get(const char* property) const {
-  QDBusMessage call = QDBusMessage::createMethodCall(Q("org.kestrum.Posdex"), Q("/form1"),
-                                                     Q("org.freedesktop.DBus.Properties"), Q("Get"));
-  call << Q("org.kestrum.Posdex") << Q(property);
-  // Serving in-process objects while it waits.
-  const QDBusMessage reply = bus_.call(call, QDBus::BlockWithGui, 2000);
+  const QDBusMessage reply =
+      Call("org.freedesktop.DBus.Properties", "Get", {Q("org.kestrum.Posdex"), Q(property)});
   if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return {};
   return reply.arguments().at(0).value<QDBusVariant>().variant().toString();
 }
@@ -129,9 +142,7 @@ bool LinkClient::WaitForValue(const char* property, const QString& value, int li
 }
 
 void LinkClient::Quit() const {
-  bus_.call(QDBusMessage::createMethodCall(Q("org.kestrum.Posdex"), Q("/form1"), Q("org.kestrum.Posdex"),
-                                           Q("Quit")),
-            QDBus::BlockWithGui, 2000);
+  Call("org.kestrum.Posdex", "Quit", {});
 }
 
 void LinkClient::OnChanged(const QString& interface, const QVariantMap& changed,

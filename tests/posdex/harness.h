@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 #include <QProcess>
 #include <QString>
@@ -111,6 +112,8 @@ class LinkClient : public QObject {
   void OnChanged(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
 
  private:
+  QDBusMessage Call(const char* interface, const char* method, const QVariantList& arguments) const;
+
   QString name_;
   QDBusConnection bus_;
 };
