@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/fault.h"
 #include "faults.h"
 #include "sets/rig.h"
 
@@ -12,7 +13,7 @@ namespace kestrum::drivesim {
 
 struct Options {
   std::string directory;
-  sets::Model model = sets::Model::FT817;
+  sets::Model model = sets::Model::kFT817;
   sets::RigSetup rig;
   std::string log_path;
   std::string control_path;
@@ -26,16 +27,11 @@ struct Options {
   bool version = false;
 };
 
-struct ParsedOptions {
-  Options options;
-  std::string error;  ///< empty when the command line was understood
-};
-
-/// `arguments` without the program's name.
-ParsedOptions ParseOptions(const std::vector<std::string>& arguments);
+// `arguments` without the program's name.
+Result<Options> ParseOptions(const std::vector<std::string>& arguments);
 
 std::string HelpText();
-/// "drivesim 1.02"
+// "drivesim 1.02"
 std::string VersionText();
 
 }  // namespace kestrum::drivesim

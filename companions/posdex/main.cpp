@@ -7,6 +7,7 @@
 #include "bus_service.h"
 #include "common/descriptor_guard.h"
 #include "common/end_signals.h"
+#include "common/fault_text.h"
 #include "common/reader_contract.h"
 #include "common/toolkit_start.h"
 #include "reader.h"
@@ -22,6 +23,10 @@ constexpr int kShowAtLatestMs = 500;
 
 void Print(FILE* stream, const QString& text) {
   std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+QString Shown(const kestrum::Fault& fault) {
+  return QString::fromStdString(TextOf(fault));
 }
 
 void ShowOnce(ReaderWindow& window, bool minimised) {
@@ -41,7 +46,7 @@ int Run(const QApplication& app, const CommandLine& options) {
   ReaderWindow window(reader.Description());
   BusService bus;
   const kestrum::EndSignals end_signals;
-  window.SetComplaint(options.source ? QString() : conf.complaint);
+  if (!options.source && conf.complaint) window.SetComplaint(Shown(*conf.complaint));
 
   QObject::connect(&reader, &Reader::TextsChanged, &window, &ReaderWindow::SetTexts);
   QObject::connect(&reader, &Reader::TextsChanged, &bus, &BusService::SetTexts);
@@ -87,8 +92,8 @@ int main(int argc, char** argv) {
   const QApplication app(argc, argv);
   starting.reset();
   options = ParseCommandLine(app.arguments().mid(1));  // without those that Qt has taken
-  if (!options.complaint.isEmpty()) {
-    Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(options.complaint) + HelpText());
+  if (options.complaint) {
+    Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(Shown(*options.complaint)) + HelpText());
     return 2;
   }
   return Run(app, options);
