@@ -11,6 +11,7 @@
 
 #include "support_process/child.h"
 #include "support_process/files.h"
+#include "support_process/qt_waits.h"
 #include "support_process/silent_bus.h"
 
 namespace kestrum {
@@ -72,7 +73,7 @@ class SessionBusTest : public testing::Test {
     return daemon_->ReadLine();
   }
   bool WaitForState(SessionBus::State state) {
-    return QTest::qWaitFor([&] { return bus_.state() == state; }, 10000);
+    return process::WaitFor([&] { return bus_.state() == state; });
   }
 
   Scratch folder_;
@@ -114,7 +115,7 @@ TEST_F(SessionBusTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
   QTimer ticking;
   QObject::connect(&ticking, &QTimer::timeout, [&] { ++ticks; });
   ticking.start(10);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return silent->let_in() == 1 && ticks > 20; }, 10000));
+  ASSERT_TRUE(process::WaitFor([&] { return silent->let_in() == 1 && ticks > 20; }));
   EXPECT_FALSE(bus_.WaitFor([] { return false; }, std::chrono::milliseconds(20)));
   EXPECT_EQ(bus_.state(), State::kConnecting);
   silent.reset();

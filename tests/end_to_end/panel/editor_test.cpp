@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
@@ -40,19 +41,17 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   };
   for (const Level& level : {Level{"010", "0.15"}, {"140", "33"}, {"200", "700"}}) {
     TellDrive(std::string("smeter ") + level.raw);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw); },
-        20000))
-        << level.raw;
+    ASSERT_TRUE(process::WaitFor([&] {
+      return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw);
+    })) << level.raw;
     InEditor<QLineEdit>("txtEdit")->setText(QString());
     QTest::keyClicks(InEditor<QLineEdit>("txtEdit"), QLatin1String(level.microvolt));
     PressInEditor("cmduVStore");
   }
   PressInEditor("cmdSup");
   TellDrive("smeter 40");
-  ASSERT_TRUE(QTest::qWaitFor(
-      [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); },
-      20000));
+  ASSERT_TRUE(process::WaitFor(
+      [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); }));
   PressInEditor("cmdSstore");
 
   InEditor<QAction>("mnuSave1")->trigger();

@@ -6,12 +6,12 @@
 #include <array>
 #include <filesystem>
 
+#include "support_process/qt_waits.h"
+
 namespace kestrum::end_to_end {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int kPatienceMs = 20000;
 
 }  // namespace
 
@@ -69,7 +69,7 @@ void Panel::Start(const CarSetup& setup, const std::vector<std::string>& drive_a
 
 void Panel::TellDrive(const std::string& line) {
   drive_->Tell(line);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return rig_.Says("control: " + line); }, kPatienceMs)) << line;
+  ASSERT_TRUE(process::WaitFor([&] { return rig_.Says("control: " + line); })) << line;
 }
 
 QWidget* Panel::Form1() {
@@ -92,7 +92,7 @@ void Panel::TypeFrequency(const char* text) {
 }
 
 bool Panel::WaitForText(const char* label, const std::string& text) {
-  return QTest::qWaitFor([&] { return Text(label) == text; }, kPatienceMs);
+  return process::WaitFor([&] { return Text(label) == text; });
 }
 
 std::vector<std::string> Panel::Sent(std::size_t count) {
@@ -107,13 +107,11 @@ std::vector<std::string> Panel::Sent(std::size_t count) {
     sent.erase(std::remove_if(sent.begin(), sent.end(), is_read), sent.end());
   };
   const std::size_t from = taken_;
-  const bool enough = QTest::qWaitFor(
-      [&] {
-        taken_ = from;
-        look();
-        return sent.size() >= count;
-      },
-      kPatienceMs);
+  const bool enough = process::WaitFor([&] {
+    taken_ = from;
+    look();
+    return sent.size() >= count;
+  });
   EXPECT_TRUE(enough);
   return sent;
 }
