@@ -4,9 +4,9 @@
 #include <QFile>
 #include <chrono>
 
+#include "desktop/linux/qt_serial_port.h"
 #include "desktop/platform_factory.h"
 #include "desktop/ports/qt_event_pump.h"
-#include "desktop/ports/qt_serial_port.h"
 #include "measured_car.h"
 #include "processor.h"
 #include "rows.h"

@@ -1,7 +1,8 @@
 #include "instant_rig.h"
 
+#include <array>
 #include <cstdlib>
-#include <string_view>
+#include <string>
 
 namespace kestrum::bench {
 namespace {
@@ -42,7 +43,11 @@ void InstantRig::Serve() {
 void InstantRig::Answer(unsigned char opcode) {
   if (opcode != kReadStatus && opcode != kReadMeter) return;
   const auto now = std::chrono::steady_clock::now();
-  const std::string_view reply = opcode == kReadStatus ? "\x07" : "\x64\x64\x64\x64\xF7";
+  // The signal swings, as it does in a car: no two readings in a row are the same, so each is painted.
+  constexpr std::array<char, 8> kSwing = {7, 8, 9, 10, 9, 8, 7, 6};  // of the FT817's 0 to 15
+  const char level = kSwing.at(static_cast<std::size_t>(answers_) % kSwing.size());
+  std::string reply(1, level);
+  if (opcode == kReadMeter) reply = std::string(4, static_cast<char>(level * 12)) + "\xF7";
   line_.Write(reply);
   const std::scoped_lock lock(mutex_);
   if (answers_ == 0) first_read_ = now;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <sstream>
 
 #include "instant_rig.h"
@@ -44,18 +45,39 @@ void MeasureStartUp() {
          "loading and linking the toolkit's libraries and its fonts"});
 }
 
+// How often the threads of a process have gone to sleep by themselves, and were woken again.
+long Sleeps(pid_t pid) {
+  long sleeps = 0;
+  const std::string tasks = "/proc/" + std::to_string(pid) + "/task";
+  for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+    const std::string status = process::ReadFile(task.path() / "status");
+    const std::string field = "\nvoluntary_ctxt_switches:";
+    const std::size_t at = status.find(field);
+    if (at != std::string::npos) sleeps += std::stol(status.substr(at + field.size()));
+  }
+  return sleeps;
+}
+
 void MeasureIdle() {
   const MeasuredCar car("FT840");
   MeasuredCar::Configure(2, 5000, false);
   InstantRig rig;
   const auto kestrum = car.StartKestrum(rig.path(), {"--start-logging"});
   process::LetRunFor(seconds(4));
+  constexpr double kWatched_s = 30;
+  const long sleeps_from = Sleeps(kestrum->pid());
   const double share = ShareOf(kestrum->pid(), seconds(30));
+  const double wake_ups = static_cast<double>(Sleeps(kestrum->pid()) - sleeps_from) / kWatched_s;
   Print({"Idle at 5,000 ms, share of a core",
          "%",
          {share},
          {0.3, {}},
          "each cycle and each position text repaints its readouts"});
+  Print({"Idle at 5,000 ms, wake-ups of all threads a second, position texts once a second",
+         "1/s",
+         {wake_ups},
+         {3, {}},
+         "one for the lamps, one for the texts, and four for each cycle"});
   Print({"Idle at 5,000 ms, resident memory", "MB", {ResidentMb(kestrum->pid())}, {60, {}}, {}});
 }
 

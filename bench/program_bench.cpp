@@ -79,8 +79,8 @@ struct Program {
   }
   Ports PortsWith(Clock& clock) {
     const Ports real = desktop.ports();
-    return {real.serial, real.links,   real.dialogs, clock,     real.pump,
-            real.beeper, real.program, real.windows, real.files};
+    return {real.serial, real.links,   real.dialogs, clock,      real.pump,
+            real.beeper, real.program, real.windows, real.files, real.worker};
   }
 
   Desktop desktop;
@@ -123,19 +123,24 @@ void MeasureCycles(Program& program) {
     const auto from = SteadyClock::now();
     const double busy_from = ProcessorMs();
     program.Cycle();
+    QApplication::processEvents();  // paints what the cycle has changed
     processor_ms.push_back(ProcessorMs() - busy_from);
     over.push_back(MsSince(from) - kReplyWindowMs);
   }
   auto sorted = processor_ms;
   std::sort(sorted.begin(), sorted.end());
-  const bool work_fits = sorted[sorted.size() / 2] < 0.9;
+  const bool work_fits = sorted[sorted.size() / 2] < 0.45;
   Print({"One cycle, wall time over the required 50 ms",
          "ms",
          over,
-         {1, 3},
+         {0.5, 1.5},
          work_fits ? "the work itself fits, see the next row; the processor was not free when its turn came"
                    : "painting the readouts without a graphics card takes the time of the next row"});
-  Print({"One cycle with its painting, processor time", "ms", processor_ms, {}, {}});
+  Print({"One cycle with its painting, processor time",
+         "ms",
+         processor_ms,
+         {0.45, {}},
+         "see what `perf record -g program_bench cycles` tells"});
 }
 
 // How much later than its interval after the last cycle each tick of the main timer comes.
@@ -153,7 +158,7 @@ void MeasureTicks(Program& program, int interval_ms, std::size_t ticks) {
   };
   program.desktop.binder().Enter([&] {
     program.application.state.settings.TimeIntervalMs = static_cast<std::int16_t>(interval_ms);
-    program.application.timing.ApplyInterval();
+    program.application.intervals.ApplyInterval();
     timer.Start();
     started = SteadyClock::now();
   });
@@ -175,6 +180,16 @@ void MeasureTimes() {
   MeasureTicks(program, 5000, 4);
 }
 
+// A quick look at a change of the painting.
+void MeasureCyclesAlone() {
+  SystemClock clock;
+  Program program(clock);
+  program.Start();
+  program.application.forms.form1.tmrMain.Stop();
+  program.desktop.binder().Sync();
+  MeasureCycles(program);
+}
+
 void MeasureMemory(InstantRig& rig) {
   constexpr int kFew = 1000;
   constexpr int kMany = 20000;
@@ -193,20 +208,22 @@ void MeasureMemory(InstantRig& rig) {
 
 int Main(int argc, char** argv) {
   const std::string_view what = argc == 2 ? argv[1] : "";
-  if (what != "times" && what != "memory") {
-    std::fprintf(stderr, "usage: program_bench times|memory\n");
+  if (what != "times" && what != "cycles" && what != "memory") {
+    std::fprintf(stderr, "usage: program_bench times|cycles|memory\n");
     return 2;
   }
   const MeasuredCar car("FT817");
   InstantRig rig;
   MeasuredCar::Configure(1, 5000, false);
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(car.runtime_folder()));
   qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(car.bus()));
   qputenv("KESTRUM_COM1", QByteArray::fromStdString(rig.path()));
   const QApplication toolkit(argc, argv);
   if (what == "times") {
     MeasureTimes();
+  } else if (what == "cycles") {
+    MeasureCyclesAlone();
   } else {
     MeasureMemory(rig);
   }

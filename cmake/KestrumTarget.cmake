@@ -28,7 +28,10 @@ function(kestrum_target target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict)
   endif()
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  if(WIN32)
+    # Windows 10; and of its headers only what is asked for, without macros called min and max.
+    target_compile_definitions(${target} PRIVATE _WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX UNICODE _UNICODE)
+  elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
     target_compile_options(${target} PRIVATE -fstack-protector-strong -fcf-protection=full -U_FORTIFY_SOURCE
                                              -D_FORTIFY_SOURCE=2)
     target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)

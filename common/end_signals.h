@@ -4,7 +4,8 @@
 
 namespace kestrum {
 
-// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal of the event loop. One at a time in a process.
+// Turns SIGTERM, SIGINT and SIGHUP, or what other systems have in their place, into a Qt signal of the event
+// loop. One at a time in a process.
 class EndSignals : public QObject {
   Q_OBJECT
 

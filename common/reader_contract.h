@@ -18,7 +18,8 @@ inline constexpr const char* kPath = "/form1";
 inline constexpr const char* kTitleProperty = "Title";
 // Asks the reader to close; no arguments, no result.
 inline constexpr const char* kQuit = "Quit";
-// Sent every kHeartbeatEvery by the thread that reads the receiver: a reader that stands still falls silent.
+// Sent when no text was for kHeartbeatEvery, by the thread that reads the receiver: a reader that stands
+// still falls silent.
 inline constexpr const char* kHeartbeat = "Heartbeat";
 inline constexpr std::chrono::milliseconds kHeartbeatEvery{2000};
 

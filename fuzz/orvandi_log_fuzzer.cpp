@@ -118,7 +118,7 @@ void CheckStatistics(const Log& log) {
 
 void CheckRecalibration(const std::string& bytes) {
   orvandi::Recalibration table;
-  if (!table.Load(bytes).empty()) return;
+  if (!table.Load(bytes)) return;
   for (int raw = 0; raw < 256; ++raw) {
     const auto& reading = table.Of(raw);
     Require(orvandi::ToUtf8(reading.s_text) == reading.s_text, "texts are UTF-8", reading.s_text);

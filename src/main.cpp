@@ -2,7 +2,6 @@
 #include <QIcon>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,13 +10,14 @@
 #include "app/application.h"
 #include "common/descriptor_guard.h"
 #include "common/toolkit_start.h"
+#include "config/app_title.h"
 #include "desktop/desktop.h"
 #include "desktop/forms/windows.h"
 #include "desktop/platform_factory.h"
+#include "desktop/sound/speaker.h"
 
 namespace {
 
-constexpr const char* kVersion = "Kestrum V1.02";
 constexpr const char* kHelp =
     "Usage: Kestrum [options]\n"
     "Automatic RF field strength logger for use in a vehicle.\n"
@@ -35,7 +35,8 @@ constexpr const char* kHelp =
 bool AnswerOnly(std::span<char*> arguments) {
   for (const std::string_view argument : arguments) {
     if (argument == "--help" || argument == "-h") return std::puts(kHelp) >= 0;
-    if (argument == "--version" || argument == "-v") return std::puts(kVersion) >= 0;
+    if (argument == "--version" || argument == "-v")
+      return std::printf("Kestrum %s\n", kestrum::Version.c_str()) >= 0;
   }
   return false;
 }
@@ -77,8 +78,10 @@ int main(int argc, char** argv) {
 
   kestrum::Desktop desktop;
   kestrum::Application application(desktop.ports());
+  const auto speaker = kestrum::MakeSpeaker();
   const kestrum::Windows windows(application.forms, desktop.binder(),
-                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"));
+                                 QCoreApplication::applicationDirPath() + QStringLiteral("/Kestrum.windows"),
+                                 speaker.get());
   desktop.OnEndRequest([&application] { application.ExitWithoutAsking(); });
   desktop.binder().Enter([&application, &options] { application.Start(options); });
   if (!desktop.program().Ended()) QApplication::exec();

@@ -1,7 +1,6 @@
 #include "sets/rig_ft840.h"
 
 #include <algorithm>
-#include <span>
 
 namespace kestrum::sets {
 namespace {

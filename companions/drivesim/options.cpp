@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
-#include <functional>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -42,6 +41,17 @@ bool SetSpeedup(Options& options, const std::string& value) {
   return true;
 }
 
+bool SetAntenna(Options& options, const std::string& value) {
+  const auto antenna = AntennaOf(value);
+  if (antenna) options.antenna = *antenna;
+  return antenna.has_value();
+}
+
+bool SetLaps(Options& options, const std::string& value) {
+  options.laps = ParseNumber(value);
+  return options.laps && *options.laps > 0 && *options.laps <= 1000;
+}
+
 bool SetLimit(Options& options, const std::string& value) {
   options.wall_limit_s = ParseSeconds(value);
   return options.wall_limit_s.has_value();
@@ -67,10 +77,12 @@ struct ValueOption {
   std::string_view wanted;
   bool (*set)(Options&, const std::string&);
 };
-constexpr std::array<ValueOption, 10> kValueOptions = {{
+constexpr std::array<ValueOption, 12> kValueOptions = {{
     {"--dir", "a folder", [](Options& o, const std::string& v) { return SetText(o.directory, v); }},
     {"--rig", "FT817, FT840, FT847, FT857 or FT897", SetModel},
     {"--frequency", "kHz", SetFrequency},
+    {"--antenna", "beam or vertical", SetAntenna},
+    {"--laps", "a number above 0, up to 1000", SetLaps},
     {"--log", "a file", [](Options& o, const std::string& v) { return SetText(o.log_path, v); }},
     {"--control", "a path", [](Options& o, const std::string& v) { return SetText(o.control_path, v); }},
     {"--speedup", "a factor from 0.01 to 1000", SetSpeedup},
@@ -159,11 +171,15 @@ std::string HelpText() {
   return R"(Usage: drivesim --dir DIR [options]
 
 A simulated drive around a transmitter. DIR/com1 becomes the CAT port of a rig whose
-S-meter follows the drive, DIR/gps a GPS receiver in the car (NMEA, once a second).
+S-meter follows the drive, DIR/gps a GPS receiver in the car (NMEA, once a second). A
+lap leads over two roads, 40 km, about 40 minutes, and through a tunnel without a fix.
 
   --dir DIR           folder for the links com1 and gps; made when it is missing
   --rig MODEL         FT817 (default), FT840, FT847, FT857 or FT897
   --frequency KHZ     what the rig is tuned to at the start (3630)
+  --antenna NAME      what the transmitter feeds: beam (default), an array that points
+                      to 235 degrees, or vertical, the same in all directions
+  --laps N            after N laps the car stands, and a line says "arrived"
   --start-utc TIME    the receiver's clock at the start, 2024-05-01T12:00:00Z (now)
   --speedup X         X simulated seconds in a second, 0.01 to 1000 (1)
   --seconds N         end after N real seconds

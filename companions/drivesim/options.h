@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "antenna.h"
 #include "common/fault.h"
 #include "faults.h"
 #include "sets/rig.h"
@@ -17,7 +18,9 @@ struct Options {
   sets::RigSetup rig;
   std::string log_path;
   std::string control_path;
+  Antenna antenna = Antenna::kBeam;
   double speedup = 1;
+  std::optional<double> laps;  ///< without: on and on
   std::optional<double> wall_limit_s;
   std::optional<std::int64_t> start_utc_s;
   std::vector<FaultRow> faults;

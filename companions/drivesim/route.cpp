@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <numbers>
 
 namespace kestrum::drivesim {
 namespace {
 
-constexpr double kLengthM = 20000;
+constexpr double kRoadM = 20000;
 constexpr double kEarthRadiusM = 6371000;
 constexpr int kPoints = 4000;
 constexpr double kTwoPi = 2 * std::numbers::pi;
@@ -24,33 +25,47 @@ double OutlineRadius(double angle) {
 constexpr double kMiddleEast = 0.70;
 constexpr double kMiddleNorth = 0.38;
 
+struct Stretch {
+  double from_m;
+  double to_m;
+};
+constexpr Stretch kTunnel = {6700, 6900};
+constexpr std::array<Stretch, 5> kTowns = {
+    {{0, 1800}, {6000, 8400}, {19000, 21500}, {33200, 35200}, {39900, 40000}}};
+
 struct Stop {
-  double part_of_lap;
+  double at_m;
   double wait_s;
 };
-constexpr std::array<Stop, 5> kStops = {{{0.0, 8}, {0.06, 20}, {0.36, 30}, {0.55, 10}, {0.70, 25}}};
-
-struct Town {
-  double from;
-  double to;
-};
-constexpr std::array<Town, 3> kTowns = {{{0.0, 0.09}, {0.30, 0.42}, {0.66, 0.76}}};
+constexpr std::array<Stop, 6> kStops = {
+    {{0, 8}, {1200, 20}, {7200, 30}, {20500, 15}, {31000, 10}, {34000, 25}}};
+constexpr double kTurnWaitS = 5;
 
 constexpr double kTownMps = 50 / 3.6;
 constexpr double kRoadMps = 80 / 3.6;
 constexpr double kAcceleration = 1.2;  // m/s2, braking too
 
-std::vector<double> SpeedProfile(std::size_t steps, double step_m) {
+/// Where the car stands, and for how long, by the steps of a lap.
+std::map<std::size_t, double> Waits(const Route& route, double step_m) {
+  const auto step_of = [step_m](double along_m) {
+    return static_cast<std::size_t>(std::lround(along_m / step_m));
+  };
+  std::map<std::size_t, double> waits;
+  for (const Stop& stop : kStops) waits[step_of(stop.at_m)] = stop.wait_s;
+  for (const double turn_m : route.TurnsM()) waits[step_of(turn_m)] = kTurnWaitS;
+  return waits;
+}
+
+std::vector<double> SpeedProfile(const std::map<std::size_t, double>& waits, std::size_t steps,
+                                 double step_m) {
   std::vector<double> speed(steps + 1, kRoadMps);
   for (std::size_t i = 0; i <= steps; ++i) {
-    const double part = static_cast<double>(i) / static_cast<double>(steps);
-    for (const Town& town : kTowns) {
-      if (part >= town.from && part <= town.to) speed[i] = kTownMps;
+    const double along_m = static_cast<double>(i) * step_m;
+    for (const Stretch& town : kTowns) {
+      if (along_m >= town.from_m && along_m <= town.to_m) speed[i] = kTownMps;
     }
   }
-  for (const Stop& stop : kStops) {
-    speed[static_cast<std::size_t>(std::lround(stop.part_of_lap * static_cast<double>(steps)))] = 0;
-  }
+  for (const auto& [step, wait_s] : waits) speed[step] = 0;
   speed[steps] = 0;  // the end of the lap is its start
   const double gain = 2 * kAcceleration * step_m;
   for (std::size_t i = 1; i <= steps; ++i) {
@@ -62,29 +77,74 @@ std::vector<double> SpeedProfile(std::size_t steps, double step_m) {
   return speed;
 }
 
+double BearingOf(double east_m, double north_m) {
+  const double bearing = std::atan2(east_m, north_m) / kRad;
+  return bearing < 0 ? bearing + 360 : bearing;
+}
+
 }  // namespace
 
-Route::Route(Position transmitter) : transmitter_(transmitter) {
+std::vector<Route::Offset> Route::FirstRoad() {
+  std::vector<Offset> road;
   for (int i = 0; i < kPoints; ++i) {
     const double angle = kTwoPi * i / kPoints;
     const double radius = OutlineRadius(angle);
     // The angle runs with the compass, so the car goes clockwise.
-    points_.push_back(
+    road.push_back(
         {kMiddleEast + radius * std::sin(angle + 0.5), kMiddleNorth + radius * std::cos(angle + 0.5)});
   }
+  double around = 0;
+  for (std::size_t i = 0; i < road.size(); ++i) {
+    const Offset& a = road[i];
+    const Offset& b = road[(i + 1) % road.size()];
+    around += std::hypot(b.east_m - a.east_m, b.north_m - a.north_m);
+  }
+  for (Offset& point : road) {
+    point.east_m *= kRoadM / around;
+    point.north_m *= kRoadM / around;
+  }
+  return road;
+}
+
+/// The second road is the first one, turned by half a circle about the transmitter. Where they cross, a point
+/// of the first lies opposite to another point of it, at the same distance.
+Route::Route(Position transmitter) : transmitter_(transmitter) {
+  const std::vector<Offset> road = FirstRoad();
+  const std::size_t count = road.size();
+  const auto gap = [&road](std::size_t i, std::size_t j) {
+    return std::hypot(road[i].east_m + road[j].east_m, road[i].north_m + road[j].north_m);
+  };
+  // Clockwise from the point j to the direction opposite to i.
+  const auto lags = [&road](std::size_t i, std::size_t j) {
+    return road[j].east_m * road[i].north_m > road[j].north_m * road[i].east_m;
+  };
+  std::size_t opposite = 0;
+  for (std::size_t j = 1; j < count; ++j) {
+    if (gap(0, j) < gap(0, opposite)) opposite = j;
+  }
+  std::size_t turn = 0;
+  std::size_t joins = opposite;
+  for (std::size_t i = 1; i < count / 2; ++i) {
+    while (lags(i, (opposite + 1) % count)) opposite = (opposite + 1) % count;
+    if (gap(i, opposite) < gap(turn, joins)) {
+      turn = i;
+      joins = opposite;
+    }
+  }
+  points_.assign(road.begin(), road.begin() + static_cast<std::ptrdiff_t>(turn) + 1);
+  for (std::size_t i = 1; i <= count; ++i) {
+    const Offset& point = road[(joins + i) % count];
+    points_.push_back({-point.east_m, -point.north_m});
+  }
+  points_.insert(points_.end(), road.begin() + static_cast<std::ptrdiff_t>(turn) + 1, road.end());
   along_.assign(1, 0.0);
   for (std::size_t i = 0; i < points_.size(); ++i) {
     const Offset& a = points_[i];
     const Offset& b = points_[(i + 1) % points_.size()];
     along_.push_back(along_.back() + std::hypot(b.east_m - a.east_m, b.north_m - a.north_m));
   }
-  const double scale = kLengthM / along_.back();
-  for (Offset& point : points_) {
-    point.east_m *= scale;
-    point.north_m *= scale;
-  }
-  for (double& along : along_) along *= scale;
-  length_m_ = kLengthM;
+  length_m_ = along_.back();
+  turns_m_ = {along_[turn], along_[turn + count]};
 }
 
 double Route::Wrap(double along_m) const {
@@ -116,12 +176,11 @@ double Route::HeadingDeg(double along_m) const {
   // Over 30 m, so that the corners of the outline's short straight pieces do not show.
   const Offset behind = OffsetAt(along_m - 15);
   const Offset ahead = OffsetAt(along_m + 15);
-  const double heading = std::atan2(ahead.east_m - behind.east_m, ahead.north_m - behind.north_m) / kRad;
-  return heading < 0 ? heading + 360 : heading;
+  return BearingOf(ahead.east_m - behind.east_m, ahead.north_m - behind.north_m);
 }
 
 double Route::AltitudeM(double along_m) const {
-  const double angle = kTwoPi * Wrap(along_m) / length_m_;
+  const double angle = kTwoPi * Wrap(along_m) / kRoadM;
   return 24 + 9 * std::sin(2 * angle + 0.4) + 4 * std::sin(5 * angle) + 1.5 * std::cos(11 * angle);
 }
 
@@ -130,19 +189,27 @@ double Route::DistanceToTransmitterM(double along_m) const {
   return std::hypot(offset.east_m, offset.north_m);
 }
 
+double Route::BearingDeg(double along_m) const {
+  const Offset offset = OffsetAt(along_m);
+  return BearingOf(offset.east_m, offset.north_m);
+}
+
+bool Route::InTunnel(double along_m) const {
+  const double along = Wrap(along_m);
+  return along >= kTunnel.from_m && along < kTunnel.to_m;
+}
+
 Car::Car(const Route& route) : route_(route) {
-  constexpr std::size_t kSteps = 2000;
+  constexpr std::size_t kSteps = 4000;
   step_m_ = route.LengthM() / kSteps;
-  speed_mps_ = SpeedProfile(kSteps, step_m_);
+  const auto waits = Waits(route, step_m_);
+  speed_mps_ = SpeedProfile(waits, kSteps, step_m_);
   double time_s = 0;
   for (std::size_t i = 0; i <= kSteps; ++i) {
     if (i > 0) time_s += 2 * step_m_ / (speed_mps_[i - 1] + speed_mps_[i]);
     arrival_s_.push_back(time_s);
-    for (const Stop& stop : kStops) {
-      if (i < kSteps && std::lround(stop.part_of_lap * kSteps) == static_cast<long>(i)) {
-        time_s += stop.wait_s;
-      }
-    }
+    const auto wait = waits.find(i);
+    if (wait != waits.end()) time_s += wait->second;
     departure_s_.push_back(time_s);
   }
   lap_s_ = time_s;
@@ -167,6 +234,8 @@ CarState Car::At(double time_s) const {
   state.heading_deg = route_.HeadingDeg(state.along_m);
   state.altitude_m = route_.AltitudeM(state.along_m);
   state.distance_m = route_.DistanceToTransmitterM(state.along_m);
+  state.bearing_deg = route_.BearingDeg(state.along_m);
+  state.in_tunnel = route_.InTunnel(state.along_m);
   return state;
 }
 

@@ -11,16 +11,18 @@ namespace {
 
 constexpr double kTwoPi = 2 * std::numbers::pi;
 constexpr double kLevelAt1KmDb = 15;
-constexpr double kPathLossExponent = 4.5;
-constexpr double kShadowSigmaDb = 5;
-constexpr double kShadowLengthM = 250;  // how far one hill reaches
+constexpr double kPathLossExponent = 3;  // between free space, 2, and a town, 4
+constexpr double kShadowSigmaDb = 0.7;
+constexpr double kShadowLengthM = 50;  // how far one house reaches
+constexpr double kTunnelDb = 25;
 constexpr double kFadingSigmaDb = 1.5;
-constexpr int kShadowWaves = 200;
-constexpr std::size_t kShadowPoints = 1000;
+constexpr int kShadowWaves = 400;
+constexpr std::size_t kShadowPoints = 2000;
 
 }  // namespace
 
-SignalModel::SignalModel(std::uint64_t seed, double lap_m) : lap_m_(lap_m), shadow_db_(kShadowPoints, 0.0) {
+SignalModel::SignalModel(std::uint64_t seed, double lap_m, Antenna antenna)
+    : lap_m_(lap_m), antenna_(antenna), shadow_db_(kShadowPoints, 0.0) {
   Random random(seed);
   // Whole waves in a lap close the ring; short waves are weaker, which makes near places alike.
   double power = 0;
@@ -63,12 +65,8 @@ double SignalModel::FadingDb(double driven_m, double time_s) const {
 }
 
 double SignalModel::LevelDb(const CarState& car, double time_s) const {
-  return PathLevelDb(car.distance_m) - ShadowDb(car.along_m) + FadingDb(car.driven_m, time_s);
-}
-
-double SignalModel::Reading(double level_db) {
-  const double reading = 9 + (level_db <= 0 ? level_db / 6 : level_db / 10);
-  return std::clamp(reading, 0.0, 15.0);
+  return PathLevelDb(car.distance_m) + AntennaGainDb(antenna_, car.bearing_deg) - ShadowDb(car.along_m) +
+         FadingDb(car.driven_m, time_s) - (car.in_tunnel ? kTunnelDb : 0);
 }
 
 }  // namespace kestrum::drivesim

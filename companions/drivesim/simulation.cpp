@@ -17,6 +17,7 @@
 #include <system_error>
 
 #include "common/fault_text.h"
+#include "meter_scale.h"
 #include "nmea.h"
 
 namespace kestrum::drivesim {
@@ -43,13 +44,14 @@ Simulation::Simulation(const Options& options)
     : options_(options),
       route_(kTransmitter),
       car_(route_),
-      signal_(kLandscapeSeed, route_.LengthM()),
+      signal_(kLandscapeSeed, route_.LengthM(), options.antenna),
       rig_(sets::MakeRig(options.model, options.rig)),
       faults_(options.faults),
       line_(*rig_, faults_, log_, [this](double sim_s) { return Meter(sim_s); }),
       com_(std::filesystem::path(options.directory) / "com1"),
       gps_(std::filesystem::path(options.directory) / "gps"),
-      start_(std::chrono::steady_clock::now()) {}
+      start_(std::chrono::steady_clock::now()),
+      arrival_s_(options.laps ? *options.laps * car_.LapS() : kNoEnd) {}
 
 Simulation::~Simulation() {
   if (control_) ::unlink(options_.control_path.c_str());
@@ -130,8 +132,22 @@ Moment Simulation::Now() const {
 int Simulation::Meter(double sim_s) const {
   const int most = rig_->MeterMax();
   if (held_meter_) return std::min(*held_meter_, most);
-  const double reading = SignalModel::Reading(signal_.LevelDb(car_.At(sim_s), sim_s));
-  return static_cast<int>(std::lround(reading / 15 * most));
+  // Faster than life the way from the receiver to the logger takes seconds of the drive: a level is then that
+  // of the last fix, so that a record's level and place belong together.
+  const double moment_s = options_.speedup > 1 ? std::floor(sim_s) : sim_s;
+  return MeterOfLevel(signal_.LevelDb(CarAt(moment_s), moment_s), most);
+}
+
+CarState Simulation::CarAt(double sim_s) const {
+  return car_.At(std::min(sim_s, arrival_s_));
+}
+
+void Simulation::TellArrival(Moment now) {
+  if (arrived_ || now.sim_s < arrival_s_) return;
+  arrived_ = true;
+  log_.Note(now.sim_s, "arrived");
+  std::puts("arrived");
+  std::fflush(stdout);
 }
 
 void Simulation::Run() {
@@ -153,6 +169,7 @@ void Simulation::Step() {
   const Moment now = Now();
   if (options_.wall_limit_s && now.wall_s >= *options_.wall_limit_s) ending_ = true;
   if (ending_) return;
+  TellArrival(now);
   Plug(com_, faults_.Active(FaultKind::kVanish, now.sim_s), now);
   ServeRig(now);
   if (!options_.gps) return;
@@ -162,6 +179,7 @@ void Simulation::Step() {
 
 int Simulation::SleepMs(Moment now) const {
   double until = std::min(line_.NextWallS(), WallOf(faults_.NextChange(now.sim_s)));
+  if (!arrived_) until = std::min(until, WallOf(arrival_s_));
   if (options_.gps) until = std::min(until, WallOf(next_fix_s_));
   if (options_.wall_limit_s) until = std::min(until, *options_.wall_limit_s);
   if (retry_wall_s_ > now.wall_s) until = std::min(until, retry_wall_s_);
@@ -210,8 +228,8 @@ void Simulation::SendGps(Moment now) {
   const double second = std::floor(now.sim_s);
   next_fix_s_ = second + 1;
   if (faults_.Active(FaultKind::kGpsSilence, now.sim_s)) return;
-  const bool fix = !faults_.Active(FaultKind::kNoFix, now.sim_s);
-  const CarState car = car_.At(second);
+  const CarState car = CarAt(second);
+  const bool fix = !car.in_tunnel && !faults_.Active(FaultKind::kNoFix, now.sim_s);
   const std::int64_t utc_s = start_utc_s_ + static_cast<std::int64_t>(second);
   std::string text = RmcSentence(car, utc_s, fix) + GgaSentence(car, utc_s, fix);
   if (options_.gsa) text += GsaSentence(fix);

@@ -28,13 +28,16 @@ class Simulation {
   Outcome Prepare();
   // "drivesim 1.02 ready: DIR/com1 -> /dev/pts/3, DIR/gps -> /dev/pts/4"
   std::string ReadyLine() const;
-  // Until a signal, "quit" or the end of the time; the links are gone when it returns.
+  // Until a signal, "quit" or the end of the time; the links are gone when it returns. After the laps that
+  // were asked for the car stands, and the standard output says "arrived".
   void Run();
 
  private:
   Moment Now() const;
   double WallOf(double sim_s) const { return sim_s / options_.speedup; }
   int Meter(double sim_s) const;
+  CarState CarAt(double sim_s) const;
+  void TellArrival(Moment now);
   void Step();
   int SleepMs(Moment now) const;
   void ServeRig(Moment now);
@@ -69,6 +72,8 @@ class Simulation {
   double next_fix_s_ = 0;
   double retry_wall_s_ = 0;  // after a port could not be made
   std::optional<int> held_meter_;
+  double arrival_s_ = kNoEnd;  // simulated
+  bool arrived_ = false;
   bool ending_ = false;
 };
 

@@ -9,12 +9,11 @@
 #include "cli/logger_log.h"
 #include "cli/text_commands.h"
 #include "start_options.h"
+#include "start_style.h"
 
 namespace {
 
 using namespace orvandi;
-
-constexpr auto kMinimisedVariable = "KESTRUM_START_MINIMISED";
 
 QStringList ArgumentsOf(int argc, char** argv) {
   QStringList arguments;
@@ -61,9 +60,7 @@ int RunWindow(int argc, char** argv) {
   options.folder = QCoreApplication::applicationDirPath();
   options.files = LogsToOpen(line);
   options.logger_log = line.files.isEmpty();
-  options.minimised = line.minimised || qEnvironmentVariable(kMinimisedVariable) == QLatin1String("1");
-  // What is started from here is not asked to be minimised.
-  qunsetenv(kMinimisedVariable);
+  options.minimised = StartedMinimised() || line.minimised;
   return RunMainWindow(options);
 }
 

@@ -1,9 +1,8 @@
 #include "auto_source.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSet>
 #include <array>
+
+#include "platform.h"
 
 namespace kestrum::posdex {
 namespace {
@@ -11,7 +10,6 @@ namespace {
 // The most usual ones first.
 constexpr std::array kSpeeds{4800, 9600, 38400, 115200, 19200, 57600};
 constexpr int kSentencesWanted = 2;
-constexpr int kSerialPortNumbers = 6;
 
 }  // namespace
 
@@ -36,7 +34,7 @@ QString AutoSource::Description() const {
 void AutoSource::BeginRound() {
   waiting_ = {gpsd_};
   trouble_.clear();
-  for (const QString& port : Ports()) {
+  for (const QString& port : ReceiverPorts(folder_, ports_)) {
     for (const int speed : kSpeeds) {
       SourceChoice choice;
       choice.kind = SourceChoice::Kind::kSerial;
@@ -45,20 +43,6 @@ void AutoSource::BeginRound() {
       waiting_.append(choice);
     }
   }
-}
-
-QStringList AutoSource::Ports() const {
-  QSet<QString> of_the_set;
-  for (int number = 1; number <= kSerialPortNumbers; ++number) {
-    const QString named = qEnvironmentVariable(qPrintable(QStringLiteral("KESTRUM_COM%1").arg(number)));
-    for (const QString& link : {named, QStringLiteral("%1/com%2").arg(folder_).arg(number)})
-      of_the_set.insert(QFileInfo(link).canonicalFilePath());
-  }
-  QStringList ports;
-  for (const QFileInfo& port : QDir(ports_).entryInfoList(QDir::System | QDir::Files, QDir::Name)) {
-    if (!of_the_set.contains(port.canonicalFilePath())) ports.append(port.absoluteFilePath());
-  }
-  return ports;
 }
 
 void AutoSource::TryNext() {

@@ -35,7 +35,6 @@ class AutoSource : public Source {
   void GiveUp();
   void TakeLine(const QByteArray& line) override;
   void TakeState(const SourceState& state);
-  QStringList Ports() const;
 
   QString folder_;
   QString ports_;

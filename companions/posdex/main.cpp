@@ -4,12 +4,12 @@
 #include <cstdio>
 #include <optional>
 
-#include "bus_service.h"
 #include "common/descriptor_guard.h"
 #include "common/end_signals.h"
 #include "common/fault_text.h"
 #include "common/reader_contract.h"
 #include "common/toolkit_start.h"
+#include "platform.h"
 #include "reader.h"
 #include "reader_settings.h"
 #include "reader_window.h"
@@ -18,7 +18,7 @@ namespace {
 
 using namespace kestrum::posdex;
 
-// The window waits this long for the bus, so that a second reader does not flash up before it ends.
+// The window waits this long for the links, so that a second reader does not flash up before it ends.
 constexpr int kShowAtLatestMs = 500;
 
 void Print(FILE* stream, const QString& text) {
@@ -44,27 +44,28 @@ int Run(const QApplication& app, const CommandLine& options) {
   const QString folder = options.source ? QDir::currentPath() : app.applicationDirPath();
   Reader reader(MakeSource(options.source.value_or(conf.source), folder));
   ReaderWindow window(reader.Description());
-  BusService bus;
+  const std::unique_ptr<TextService> service = MakeTextService();
+  TextService& links = *service;
   const kestrum::EndSignals end_signals;
   if (!options.source && conf.complaint) window.SetComplaint(Shown(*conf.complaint));
 
   QObject::connect(&reader, &Reader::TextsChanged, &window, &ReaderWindow::SetTexts);
-  QObject::connect(&reader, &Reader::TextsChanged, &bus, &BusService::SetTexts);
+  QObject::connect(&reader, &Reader::TextsChanged, &links, &TextService::SetTexts);
   QObject::connect(&reader, &Reader::StateChanged, &window, &ReaderWindow::SetState);
   QObject::connect(&reader, &Reader::FixChanged, &window, &ReaderWindow::SetFix);
   QObject::connect(&reader, &Reader::DescriptionChanged, &window, &ReaderWindow::SetSource);
-  QObject::connect(&bus, &BusService::StateChanged, &window, &ReaderWindow::SetBusState);
-  QObject::connect(&bus, &BusService::StateChanged, &window, [&] { ShowOnce(window, options.minimised); });
-  QObject::connect(&bus, &BusService::QuitRequested, &window, &QWidget::close, Qt::QueuedConnection);
-  QObject::connect(&bus, &BusService::QuitRequested, &app, &QCoreApplication::quit, Qt::QueuedConnection);
+  QObject::connect(&links, &TextService::StateChanged, &window, &ReaderWindow::SetBusState);
+  QObject::connect(&links, &TextService::StateChanged, &window, [&] { ShowOnce(window, options.minimised); });
+  QObject::connect(&links, &TextService::QuitRequested, &window, &QWidget::close, Qt::QueuedConnection);
+  QObject::connect(&links, &TextService::QuitRequested, &app, &QCoreApplication::quit, Qt::QueuedConnection);
   QObject::connect(&end_signals, &kestrum::EndSignals::Received, &app, &QCoreApplication::quit);
-  QObject::connect(&bus, &BusService::NameTaken, &window, [] {
-    Print(stderr, QStringLiteral("Posdex: another GPS reader is already running on this session bus.\n"));
+  QObject::connect(&links, &TextService::NameTaken, &window, [] {
+    Print(stderr, QStringLiteral("Posdex: another GPS reader is already running on %1.\n").arg(LinkScope()));
     QCoreApplication::exit(1);
   });
   QTimer::singleShot(kShowAtLatestMs, &window, [&] { ShowOnce(window, options.minimised); });
 
-  bus.Start();
+  links.Start();
   reader.Start();
   return QApplication::exec();
 }
@@ -84,10 +85,7 @@ int main(int argc, char** argv) {
     Print(stdout, QString::fromLatin1(kestrum::reader::kTitle) + QLatin1Char('\n'));
     return 0;
   }
-  if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-      qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
+  if (!HasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
   std::optional<kestrum::ToolkitStart> starting("Posdex");
   const QApplication app(argc, argv);
   starting.reset();

@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <string>
 
+#include "platform.h"
+
 namespace kestrum::posdex {
 namespace {
 
@@ -191,19 +193,20 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
 
 QString HelpText() {
   return QStringLiteral(
-      "Usage: Posdex [--source SOURCE] [--minimised]\n"
-      "\n"
-      "Reads a GPS receiver, shows its six values and hands them to Kestrum over the session bus.\n"
-      "\n"
-      "  --source gpsd:HOST:PORT       a running gpsd (default gpsd:localhost:2947)\n"
-      "  --source serial:DEVICE@BAUD   an NMEA receiver on a serial port (default 4800 baud)\n"
-      "  --source file:PATH            a recorded NMEA file at its own pace; file:PATH?loop repeats it\n"
-      "  --source auto                 gpsd, else the serial ports below /dev/serial/by-id at the usual "
-      "speeds\n"
-      "  --minimised                   start as an icon\n"
-      "  --help, --version             print this text or the version, and end\n"
-      "\n"
-      "Without --source the last good \"source=\" line of posdex.conf beside the program counts.\n");
+             "Usage: Posdex [--source SOURCE] [--minimised]\n"
+             "\n"
+             "Reads a GPS receiver, shows its six values and hands them to Kestrum over %1.\n"
+             "\n"
+             "  --source gpsd:HOST:PORT       a running gpsd (default gpsd:localhost:2947)\n"
+             "  --source serial:DEVICE@BAUD   an NMEA receiver on a serial port (default 4800 baud)\n"
+             "  --source file:PATH            a recorded NMEA file at its own pace; file:PATH?loop repeats "
+             "it\n"
+             "  --source auto                 gpsd, else %2 at the usual speeds\n"
+             "  --minimised                   start as an icon\n"
+             "  --help, --version             print this text or the version, and end\n"
+             "\n"
+             "Without --source the last good \"source=\" line of posdex.conf beside the program counts.\n")
+      .arg(LinkName(), PortsName());
 }
 
 }  // namespace kestrum::posdex

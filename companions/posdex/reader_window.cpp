@@ -37,7 +37,7 @@ ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this))
   fix_ = AddLine(QStringLiteral("Receiver"), "lblFix");
   age_ = AddLine(QStringLiteral("Age of position"), "lblAge");
   source_ = AddLine(QStringLiteral("Source"), "lblSource");
-  source_->setText(source);
+  Tell(source_, source);
   state_ = AddLine(QStringLiteral("State"), "lblState");
   bus_ = AddLine(QStringLiteral("Logger link"), "lblBus");
   complaint_ = AddLine(QStringLiteral("Settings"), "lblComplaint");
@@ -54,7 +54,6 @@ ReaderWindow::ReaderWindow(const QString& source) : form_(new QFormLayout(this))
 QLabel* ReaderWindow::AddLine(const QString& caption, const char* name) {
   auto* label = new QLabel;
   label->setObjectName(QString::fromLatin1(name));
-  label->setAccessibleName(caption);
   label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setWordWrap(true);
@@ -62,32 +61,40 @@ QLabel* ReaderWindow::AddLine(const QString& caption, const char* name) {
   return label;
 }
 
+// A screen reader hears the caption and the value: a name of the caption alone would hide the value.
+void ReaderWindow::Tell(QLabel* label, const QString& text) {
+  if (text == label->text() && !label->accessibleName().isEmpty()) return;
+  label->setText(text);
+  const auto* caption = qobject_cast<QLabel*>(form_->labelForField(label));
+  label->setAccessibleName(caption->text() + QStringLiteral(": ") + text);
+}
+
 void ReaderWindow::SetTexts(const GpsTexts& texts) {
-  for (std::size_t i = 0; i < kItems.size(); ++i) values_[i]->setText(texts.*kItems[i].text);
+  for (std::size_t i = 0; i < kItems.size(); ++i) Tell(values_[i], texts.*kItems[i].text);
 }
 
 void ReaderWindow::SetState(const QString& state) {
-  state_->setText(state);
+  Tell(state_, state);
   GrowToFit();
 }
 
 void ReaderWindow::SetSource(const QString& source) {
-  source_->setText(source);
+  Tell(source_, source);
   GrowToFit();
 }
 
 void ReaderWindow::SetFix(const QString& fix, const QString& age) {
-  fix_->setText(fix);
-  age_->setText(age);
+  Tell(fix_, fix);
+  Tell(age_, age);
 }
 
 void ReaderWindow::SetBusState(const QString& state) {
-  bus_->setText(state);
+  Tell(bus_, state);
   GrowToFit();
 }
 
 void ReaderWindow::SetComplaint(const QString& complaint) {
-  complaint_->setText(complaint);
+  Tell(complaint_, complaint);
   form_->setRowVisible(complaint_, !complaint.isEmpty());
   GrowToFit();
 }

@@ -31,6 +31,7 @@ class ReaderWindow : public QWidget {
  private:
   void GrowToFit();
   QLabel* AddLine(const QString& caption, const char* name);
+  void Tell(QLabel* label, const QString& text);
 
   QFormLayout* form_;
   std::array<QLabel*, kItems.size()> values_{};

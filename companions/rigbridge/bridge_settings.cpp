@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
-#include <cstdio>
 
 namespace kestrum::rigbridge {
 namespace {

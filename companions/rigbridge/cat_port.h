@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
-#include <string>
 #include <thread>
 
 #include "common/fault.h"

@@ -2,7 +2,6 @@
 
 #include <hamlib/rig.h>
 
-#include <array>
 #include <cstdlib>
 
 #include "port_check.h"

@@ -4,37 +4,20 @@
 #include <array>
 #include <cmath>
 
+#include "sets/default_table.h"
+
 namespace kestrum::rigbridge {
 namespace {
 
-struct Point {
-  int raw;
-  double microvolt;
-};
-// Kestrum's default table up to 30 MHz; above it all microvolts are a tenth, which is the same in dB to S9.
-constexpr std::array<Point, 16> kTable = {{{0, 0},
-                                           {1, 0.2},
-                                           {2, 0.39},
-                                           {8, 0.78},
-                                           {18, 1.56},
-                                           {32, 3.13},
-                                           {50, 6.25},
-                                           {72, 12.5},
-                                           {98, 25},
-                                           {128, 50},
-                                           {162, 158},
-                                           {180, 500},
-                                           {198, 1580},
-                                           {216, 5000},
-                                           {234, 15800},
-                                           {255, 50000}}};
-constexpr double kS9Microvolt = 50;
+// In dB to S9 the table above 30 MHz is the same.
+using sets::kDefaultTable;
+using sets::kS9Microvolt;
 constexpr int kStepsOfFt817 = 16;
 
 double ComputedDb(int raw) {
-  const auto* const upper =
-      std::find_if(kTable.begin() + 1, kTable.end(), [raw](const Point& point) { return point.raw >= raw; });
-  const Point& lower = *(upper - 1);
+  const auto* const upper = std::find_if(kDefaultTable.begin() + 1, kDefaultTable.end(),
+                                         [raw](const sets::TablePoint& point) { return point.raw >= raw; });
+  const sets::TablePoint& lower = *(upper - 1);
   const double share = static_cast<double>(raw - lower.raw) / (upper->raw - lower.raw);
   const double microvolt = lower.microvolt + share * (upper->microvolt - lower.microvolt);
   return microvolt > 0 ? 20 * std::log10(microvolt / kS9Microvolt) : kLowestDb;
@@ -50,7 +33,7 @@ std::array<double, 256> AllDb() {
 // hide the level, so the nearer end is told. The FT817's top step lies in the gap and is what a real one
 // sends.
 bool Shown(int raw, sets::Model act_as) {
-  return act_as == sets::Model::kFT817 || raw <= kTable[14].raw || raw == kTable[15].raw;
+  return act_as == sets::Model::kFT817 || raw <= kDefaultTable[14].raw || raw == kDefaultTable[15].raw;
 }
 
 int NearestByTable(double db, sets::Model act_as) {

@@ -1,9 +1,10 @@
 #include "app/cockpit.h"
 
 #include <algorithm>
-#include <array>
+#include <optional>
 
 #include "cat/rig_text.h"
+#include "cat/rigs.h"
 #include "position/needle.h"
 #include "signal/meter_scale.h"
 
@@ -23,12 +24,14 @@ Milliseconds LongestGap(const Timer& timer) {
 }  // namespace
 
 Cockpit::Cockpit(const State& state, Forms& forms, const OwnPorts& ports, const Floors& floors)
-    : state_(state), forms_(forms), ports_(ports), floors_(floors) {}
+    : state_(state), forms_(forms), ports_(ports), floors_(floors), sounds_(forms.sound) {}
 
 void Cockpit::Wire() {
   forms_.form1.tmrLamps.tick = [this] { EverySecond(); };
   floors_.s_meter.reading_taken = [this](const Reading& reading) { ReadingTaken(reading); };
   floors_.log.health_changed = [this] { ShowLamps(); };
+  forms_.form1.lblSound.click = [this] { NextSound(); };
+  ShowSound();
   const auto open_port = [this] {
     floors_.link.OpenCatPort();
     ShowLamps();
@@ -57,6 +60,27 @@ void Cockpit::Look() {
   ShowPosition();
   ShowSignal();
   ShowScale();
+  ShowSound();
+}
+
+void Cockpit::NextSound() {
+  sounds_.NextMode();
+  ShowSound();
+}
+
+void Cockpit::ShowSound() {
+  Label& label = forms_.form1.lblSound;
+  switch (forms_.sound.mode) {
+    case SoundMode::kOff:
+      label.caption = "Sound off (F4)";
+      break;
+    case SoundMode::kTrouble:
+      label.caption = "Sound: trouble";
+      break;
+    case SoundMode::kSignal:
+      label.caption = "Sound: signal";
+      break;
+  }
 }
 
 void Cockpit::CheckLogFolder() {
@@ -81,11 +105,13 @@ void Cockpit::StartReaderAgain() {
 void Cockpit::ReadingTaken(const Reading& reading) {
   const Milliseconds now = ports_.clock.Elapsed();
   const bool good = reading.answered && SameText(forms_.form1.lblCatComment.caption, "Done");
+  const std::optional<int> raw = good ? std::optional(reading.raw) : std::nullopt;
   missed_readings_ = good ? 0 : missed_readings_ + 1;
   if (reading.answered || !heard_) heard_ = now;
-  history_.Add(now, good ? std::optional<int>(reading.raw) : std::nullopt, LongestGap(forms_.form1.tmrMain));
+  history_.Add(now, raw, LongestGap(forms_.form1.tmrMain));
   ShowLamps();
   ShowSignal();
+  sounds_.ReadingTaken(now, raw);
 }
 
 GpsFacts Cockpit::Gps() const {
@@ -99,9 +125,8 @@ GpsFacts Cockpit::Gps() const {
 RigFacts Cockpit::Rig() const {
   const Form1& form = forms_.form1;
   const Settings& settings = state_.settings;
-  const PortSet<SerialPort, Clock>& ports = ports_;
   RigFacts rig;
-  rig.port_chosen = settings.ComPort >= 1 && settings.ComPort <= 6;
+  rig.port_chosen = IsPort(settings.ComPort);
   rig.port_is_open = floors_.link.IsOpen();
   rig.device_is_gone = ports_.serial.WaitsForDevice();
   rig.trouble = ports_.serial.Trouble();
@@ -118,6 +143,8 @@ void Cockpit::ShowLamps() {
   forms_.form1.lmpLog.says = forms_.form5.lmpLog.says = LogLamp(floors_.log.Facts());
   forms_.form1.lmpGps.says = forms_.form5.lmpGps.says = GpsLamp(Gps());
   forms_.form1.lmpRig.says = forms_.form5.lmpRig.says = RigLamp(Rig());
+  sounds_.LampsShow(ports_.clock.Elapsed(), {forms_.form1.lmpLog.says.state, forms_.form1.lmpGps.says.state,
+                                             forms_.form1.lmpRig.says.state});
 }
 
 void Cockpit::ShowPosition() {

@@ -9,6 +9,7 @@
 #include "signal/s_meter.h"
 #include "signal/signal_history.h"
 #include "ui/lamps.h"
+#include "ui/sounds.h"
 
 namespace kestrum {
 
@@ -33,6 +34,8 @@ class Cockpit {
   void Wire();
   // Once a second, and after whatever the lamps tell of.
   void Look();
+  // Sound off, for trouble, for the signal too.
+  void NextSound();
 
  private:
   void EverySecond();
@@ -43,6 +46,7 @@ class Cockpit {
   GpsFacts Gps() const;
   RigFacts Rig() const;
   void ShowLamps();
+  void ShowSound();
   void ShowPosition();
   void ShowSignal();
   void ShowScale();
@@ -52,6 +56,7 @@ class Cockpit {
   OwnPorts ports_;
   Floors floors_;
   SignalHistory history_;
+  Sounds sounds_;
   int missed_readings_ = 0;
   int missed_fixes_ = 0;                    // looks in a row that found no true position
   std::optional<Milliseconds> heard_;       // when the rig answered last, or was asked first

@@ -52,6 +52,9 @@ bool MainWindow::KeyDown(Key key) {
     case Key::kF3:
       Run(form.cmdLoggin.click);
       return true;
+    case Key::kF4:
+      Run(form.lblSound.click);
+      return true;
     case Key::kF5:
       Run(form.mnuMinimalDisplay.click);
       return true;
@@ -122,6 +125,9 @@ void MainWindow::ShowToolTips() {
   form.lblCatCount.tool_tip = "Measurements in buffer now.";
   form.chkBeep.tool_tip = "If checked then I beep every Timer fetch.";
   form.chkLock.tool_tip = "Lock dial knob of Cat controlled rig.";
+  form.lblSound.tool_tip =
+      "What is heard: nothing, trouble once, or a tone that follows the signal too. Press or F4 for the "
+      "next.";
   form.cmdFT817OnOff.tool_tip = "Switch FT817 On/Off.";
   form.txtFrequency.tool_tip = "Type the frequency you want to set the tranceiver on. ";
 }

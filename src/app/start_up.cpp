@@ -14,7 +14,7 @@ void InitApp(Parts& parts, MainWindow& main_window, Life& life) {
   parts.config.LoadCfg();
   if (parts.ports.program.Ended()) return;
   parts.gps.PrepareLabels();
-  form.ProgressBar1.maximum = 255;
+  form.ProgressBar1.maximum = kTopOfMeter;
   life.reader_loaded = true;
   parts.gps.LoadGps(true);
   if (parts.ports.program.Ended()) return;

@@ -5,9 +5,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <optional>
+#include <memory>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "config/app_title.h"
@@ -155,7 +154,7 @@ std::string FlagLine(bool flag) {
 
 }  // namespace
 
-MainConfig::MainConfig(State& state, Form1& form, const PortSet<Dialogs, Beeper, Program, FileStore>& ports)
+MainConfig::MainConfig(State& state, Form1& form, const OwnPorts& ports)
     : state_(state), form_(form), ports_(ports) {}
 
 void MainConfig::LoadCfg() {
@@ -207,10 +206,14 @@ void MainConfig::TellUnreadable(const Fault& fault) {
 }
 
 void MainConfig::SaveAtEnd() {
-  if (!unreadable_) SaveCfg();
+  if (!unreadable_) Save(Told::kInABox);
 }
 
 void MainConfig::SaveCfg() {
+  Save(Told::kInPassing);
+}
+
+std::string MainConfig::FileText() const {
   const Settings& settings = state_.settings;
   std::vector<std::string> lines = {
       VersionedTitle,
@@ -239,18 +242,37 @@ void MainConfig::SaveCfg() {
   // Gaps in the list close up at the next load; kept on purpose, the list is filled up to its first gap.
   std::copy_if(settings.TxAntennas.begin(), settings.TxAntennas.end(), std::back_inserter(lines),
                [](const std::string& antenna) { return !antenna.empty(); });
-  const std::string path = ports_.program.PathOf(kFileName);
-  Outcome saved = Done{};
-  if (keep_before_save_) saved = ports_.files.Rename(path, path + kKept);
-  if (saved) {
-    keep_before_save_ = false;
-    saved = ports_.files.Replace(path, JoinLines(lines));
-  }
-  if (saved) {
-    unreadable_ = false;
-    return;
-  }
-  ports_.dialogs.Show(VersionedTitle, "SaveCfg\r\n" + saved.fault().reason, Icon::kCritical);
+  return JoinLines(lines);
+}
+
+void MainConfig::Save(Told fault) {
+  struct Progress {
+    bool moved_aside = false;
+    Outcome outcome = Done{};
+  };
+  auto save = std::make_shared<Progress>();
+  const auto write = [&files = ports_.files, path = ports_.program.PathOf(kFileName), bytes = FileText(),
+                      keep = keep_before_save_, save] {
+    if (keep) {
+      save->outcome = files.Rename(path, path + kKept);
+      save->moved_aside = save->outcome.ok();
+    }
+    if (save->outcome) save->outcome = files.Replace(path, bytes);
+  };
+  ports_.worker.Post(write, [this, save, fault] {
+    if (save->moved_aside) keep_before_save_ = false;
+    if (save->outcome) {
+      unreadable_ = false;
+      return;
+    }
+    const std::string text = "SaveCfg\r\n" + save->outcome.fault().reason;
+    if (fault == Told::kInABox) {
+      ports_.dialogs.Show(VersionedTitle, text, Icon::kCritical);
+    } else {
+      // It may come inside a cycle, which must not wait for an answer.
+      ports_.dialogs.Notify(VersionedTitle, text, Icon::kCritical);
+    }
+  });
 }
 
 void MainConfig::SetDefaults() {
@@ -260,7 +282,7 @@ void MainConfig::SetDefaults() {
   settings.BaudRate = 4800;
   settings.TimeIntervalMs = 5000;
   settings.RigMode = kLsb;
-  settings.FieldStrengthUnit = 1;
+  settings.FieldStrengthUnit = kMicrovolt;
   settings.SquelchLevel = 0;
   settings.KHzStep = 9;
   settings.DistanceIntervalKm = 1;
@@ -288,7 +310,7 @@ void MainConfig::mnuDefaultCfg_Click() {
   if (ports_.program.Ended() || !yes) return;
   Run(ends_now);  // first: no record may be made of the new values
   SetDefaults();
-  SaveCfg();
+  Save(Told::kInABox);
   if (ports_.program.Ended()) return;
   ports_.dialogs.Show(AppTitle, "Restart me", Icon::kInformation);
   if (ports_.program.Ended()) return;

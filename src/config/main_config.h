@@ -10,7 +10,9 @@ namespace kestrum {
 // apart by their position alone and up to 21 antenna lines.
 class MainConfig {
  public:
-  MainConfig(State& state, Form1& form, const PortSet<Dialogs, Beeper, Program, FileStore>& ports);
+  using OwnPorts = PortSet<Dialogs, Beeper, Program, FileStore, Worker>;
+
+  MainConfig(State& state, Form1& form, const OwnPorts& ports);
 
   // Set by the application: the program is about to end without its shutdown steps.
   Handler ends_now;
@@ -21,9 +23,10 @@ class MainConfig {
   // another version, or a torn one, gives a message and the defaults. The rejected
   // file is kept as "Kestrum.cfg.bad".
   void LoadCfg();
-  // Writes the whole file; a fault is reported in a message box.
+  // Writes the whole file, beside the window thread; a fault is reported in a message box.
   void SaveCfg();
-  // The save at the end of the program: a file that could not be read is the user's and stays as it is.
+  // The same at the end of the program, where a message may be waited for: a file that could not be read is
+  // the user's and stays as it is.
   void SaveAtEnd();
   // Factory values. Window positions, the power caption and antenna entries 1 to 20 stay as they are: kept on
   // purpose, they belong to the user's desk and not to the set-up.
@@ -35,12 +38,15 @@ class MainConfig {
   void mnuDefaultCfg_Click();
 
  private:
+  enum class Told { kInPassing, kInABox };
+  void Save(Told fault);
+  std::string FileText() const;
   void RejectFile(const std::string& path);
   void TellUnreadable(const Fault& fault);
 
   State& state_;
   Form1& form_;
-  PortSet<Dialogs, Beeper, Program, FileStore> ports_;
+  OwnPorts ports_;
   bool unreadable_ = false;        // and so not overwritten
   bool keep_before_save_ = false;  // the first save moves the file aside
 };

@@ -10,9 +10,12 @@ namespace kestrum {
 enum Rig : std::int32_t { kFT817 = 1, kFT840 = 2, kFT847 = 3, kFT857 = 4, kFT897 = 5 };
 // RigMode
 enum Mode : std::int16_t { kUsb = 1, kLsb = 2, kCw = 3, kCwn = 4, kAm = 5, kAmn = 6, kFm = 7 };
+// FieldStrengthUnit
+enum Unit : std::int16_t { kMicrovolt = 1, kMillivoltPerMetre = 2, kDbm = 3 };
 
 inline constexpr double kHfLimitKhz = 30000;   // above it the default calibration table is a tenth
 inline constexpr int kDistanceTickMs = 1100;   // tick of the main timer while logging by distance
+inline constexpr int kRecordsPerBlock = 100;   // of the log file
 inline constexpr int kLowestAverageMs = 1100;  // averaging needs at least this main interval
 
 // Everything that survives a restart. The values here are those before the first load; SetDefaults fills in
@@ -23,7 +26,7 @@ struct Settings {
   std::int32_t BaudRate = 0;           // baud
   std::int16_t TimeIntervalMs = 0;     // 10 to 9999
   std::int16_t RigMode = 0;            // Mode
-  std::int16_t FieldStrengthUnit = 0;  // 1 uV, 2 mV/m, 3 dBm
+  std::int16_t FieldStrengthUnit = 0;  // Unit
   std::int16_t SquelchLevel = 0;       // raw S-meter value, 0 to 255
   float MainLeft = 0;                  // twips
   float MainTop = 0;

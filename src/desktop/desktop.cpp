@@ -7,7 +7,7 @@
 namespace kestrum {
 
 Desktop::Desktop()
-    : serial_(QCoreApplication::applicationDirPath()),
+    : serial_(MakeSerialPort(QCoreApplication::applicationDirPath())),
       dialogs_(program_, [this] { binder_.Sync(); }),
       pump_(
           program_, [this] { binder_.SyncTimers(); }, [this] { binder_.Sync(); }),

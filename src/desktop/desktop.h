@@ -8,7 +8,6 @@
 #include "desktop/ports/qt_dialogs.h"
 #include "desktop/ports/qt_event_pump.h"
 #include "desktop/ports/qt_program.h"
-#include "desktop/ports/qt_serial_port.h"
 #include "desktop/ports/qt_worker.h"
 #include "desktop/ports/system_clock.h"
 #include "platform/ports.h"
@@ -21,7 +20,7 @@ class Desktop {
   Desktop();
 
   Ports ports() {
-    return {serial_, *links_, dialogs_, clock_, pump_, beeper_, program_, *links_, *files_, worker_};
+    return {*serial_, *links_, dialogs_, clock_, pump_, beeper_, program_, *links_, *files_, worker_};
   }
   Binder& binder() { return binder_; }
   const QtProgram& program() const { return program_; }
@@ -33,7 +32,7 @@ class Desktop {
  private:
   QtProgram program_;
   Binder binder_{program_};
-  QtSerialPort serial_;
+  std::unique_ptr<SerialPort> serial_;
   QtDialogs dialogs_;
   SystemClock clock_;
   QtEventPump pump_;

@@ -3,16 +3,19 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
 #include "platform/file_store.h"
+#include "platform/program.h"
+#include "platform/serial_port.h"
 #include "platform/text_links.h"
 #include "platform/window_lookup.h"
 
 class QObject;
 
-// What differs from one operating system to the next; each folder linux/ or windows/ implements it.
+// What differs from one operating system to the next; each folder linux/ or win32/ implements it.
 namespace kestrum {
 
 // Links to other programs' texts and the look-up of their windows: one object, since both may share a line.
@@ -29,18 +32,15 @@ std::unique_ptr<LinksAndWindows> MakeLinks();
 // `folder` is the application folder; its 8-bit form at the beginning of a path stands for the true name.
 std::unique_ptr<FileStore> MakeFileStore(const QString& folder);
 
-// The device of a serial port number counted from 1.
-QString SerialDevice(int number, const QString& application_folder);
-// Why a device that exists cannot be opened, as a sentence; empty when nothing is known.
-QString WhyDeviceIsClosed(const QString& device);
-// Whether the device behind an open serial line is still there.
-bool SerialLineLives(int handle);
-// Waits a moment until the line has sent what it holds, so that closing does not cut a command in two.
-void DrainSerialLine(int handle);
+// `application_folder` may hold links "com1" to "com6" that stand for devices where the system has such.
+std::unique_ptr<SerialPort> MakeSerialPort(const QString& application_folder);
 
 // Marks this process as the user's only instance in the application folder `folder` until it ends, however it
 // ends. False when another one runs there.
 bool ClaimSingleInstance(const QString& folder);
+
+// Starts an executable in `folder` without waiting; its process, or nothing when that is not possible.
+std::optional<qint64> StartProcess(const QString& path, const QString& folder, ShowStyle style);
 
 // File name of an executable called "Posdex.exe" in a configuration or a message.
 QString ExecutableName(const QString& name);

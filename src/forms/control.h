@@ -22,7 +22,7 @@ enum class Color : int {
   kWarning = 42495,  // orange
 };
 
-enum class Key { kF1, kF2, kF3, kF5, kAltF4, kEnter };
+enum class Key { kF1, kF2, kF3, kF4, kF5, kAltF4, kEnter };
 
 // Every control knows its name; the desktop's widget carries the same one.
 struct Control {

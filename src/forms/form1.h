@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <string>
 #include <vector>
 
 #include "forms/control.h"
@@ -58,6 +57,7 @@ struct Form1 : Form {
   Label lblInterval{"lblInterval"};
   Label lblStatusCaption{"lblStatusCaption"};  // rig and port, calibration in use
   Label lblHint{"lblHint"};                    // why nothing is measured, or what start-up found
+  Label lblSound{"lblSound"};                  // what is heard; a press takes the next
 
   // Receive site
   Frame frmRxSite{"frmRxSite", "RxSite"};

@@ -15,6 +15,7 @@ struct Forms {
   Form4 form4;
   Form5 form5;
 
+  Sounder sound;
   bool night = false;  // all windows in dim amber on black
 };
 

@@ -27,6 +27,21 @@ struct Lamp : Control {
   Handler click;
 };
 
+// What is heard: nothing, trouble alone, or the strength of the signal too.
+enum class SoundMode { kOff, kTrouble, kSignal };
+
+struct Tone {
+  int frequency_hz = 0;  // 0 for a pause
+  int duration_ms = 0;
+};
+
+// Tones instead of paint.
+struct Sounder {
+  SoundMode mode = SoundMode::kOff;
+  std::vector<Tone> tones;  // to be played instead of what still sounds
+  unsigned plays = 0;       // rises whenever tones are to be played
+};
+
 // The last five minutes of the signal, one column a second.
 struct StripChart : Control {
   using Control::Control;

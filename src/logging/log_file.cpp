@@ -15,7 +15,6 @@
 namespace kestrum {
 namespace {
 
-constexpr int kRecordsPerBlock = 100;
 constexpr const char* kDefaultFile = "\\RSSI-GPS.log";
 
 std::string FaultText(const std::string& reason, const std::string& path) {

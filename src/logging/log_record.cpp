@@ -9,11 +9,6 @@
 namespace kestrum {
 namespace {
 
-std::string TwoDigits(int number) {
-  const int last_two = number % 100;
-  return (last_two < 10 ? "0" : "") + ShortNumber(last_two);
-}
-
 std::string FourDigits(int number) {
   return TwoDigits(number / 100) + TwoDigits(number);
 }

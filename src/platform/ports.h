@@ -63,7 +63,7 @@ template <typename... Port>
 struct PortSet : PortSlot<Port>... {
   PortSet(Port&... port) : PortSlot<Port>{port}... {}
   template <typename... More>
-  PortSet(const PortSet<More...>& more) : PortSlot<Port>(more)... {}
+  PortSet(const PortSet<More...>& more) : PortSlot<Port>(static_cast<const PortSlot<Port>&>(more))... {}
 };
 
 // The whole outside world, handed in by whoever builds the program. All of it is used on one thread, but for

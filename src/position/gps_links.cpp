@@ -1,5 +1,7 @@
 #include "position/gps_links.h"
 
+#include <array>
+
 #include "config/app_title.h"
 #include "position/coordinates.h"
 #include "position/speed_text.h"

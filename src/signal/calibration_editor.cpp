@@ -144,7 +144,7 @@ void CalibrationEditor::SelectPoint(int index) {
   Form3& form = forms_.form3;
   form.selected_point = std::clamp(index, 0, kLastPoint);
   const auto point = static_cast<std::size_t>(form.selected_point);
-  form.lblSSelect.caption = DefaultPoints(state_.AboveHF)[point].cells.s;
+  form.lblSSelect.caption = DefaultPoints(table_.band())[point].cells.s;
 }
 
 void CalibrationEditor::Refresh() {
@@ -158,7 +158,7 @@ void CalibrationEditor::Refresh() {
 void CalibrationEditor::ShowDefaultList() {
   std::string& list = forms_.form3.Label1.caption;
   list = "Default values\r\n-----------------------";
-  for (const auto& point : DefaultPoints(state_.AboveHF)) list += ListLine(point.row, point.cells);
+  for (const auto& point : DefaultPoints(table_.band())) list += ListLine(point.row, point.cells);
 }
 
 void CalibrationEditor::ShowTableLists() {
@@ -192,19 +192,19 @@ std::size_t CalibrationEditor::SelectedRow() const {
 }
 
 bool CalibrationEditor::HoldsDefaultPoints() const {
-  const S2FtableRows defaults = DefaultTable(state_.AboveHF);
+  const S2FtableRows defaults = DefaultTable(table_.band());
   return std::equal(defaults.begin(), defaults.begin() + kMeterRows, table_.S2Ftable.begin());
 }
 
 void CalibrationEditor::cmdSstore_Click() {
   const auto point = static_cast<std::size_t>(forms_.form3.selected_point);
-  Store(DefaultPoints(state_.AboveHF)[point].cells.microvolt);
+  Store(DefaultPoints(table_.band())[point].cells.microvolt);
 }
 
 void CalibrationEditor::cmduVStore_Click() {
   TextBox& edit = forms_.form3.txtEdit;
   const std::string microvolt = DigitsAndPoints(edit.text);
-  const auto points = DefaultPoints(state_.AboveHF);
+  const auto points = DefaultPoints(table_.band());
   const bool standard = std::any_of(points.begin(), points.end(), [&](const DefaultPoint& point) {
     return Val(point.cells.microvolt) == Val(microvolt);
   });
@@ -232,7 +232,7 @@ void CalibrationEditor::Store(const std::string& microvolt) {
   const std::size_t row =
       acquiring_ ? static_cast<std::size_t>(std::clamp<int>(state_.RssiRaw, 0, 255)) : SelectedRow();
   const bool had_duplicate = DropDuplicate(microvolt);
-  const auto points = DefaultPoints(state_.AboveHF);
+  const auto points = DefaultPoints(table_.band());
   const auto standard = std::find_if(points.begin(), points.end(), [&](const DefaultPoint& point) {
     return SameText(point.cells.microvolt, microvolt);
   });

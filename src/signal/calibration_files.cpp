@@ -1,5 +1,8 @@
 #include "signal/calibration_files.h"
 
+#include <chrono>
+#include <memory>
+
 #include "cat/frequency_digits.h"
 #include "cat/rig_text.h"
 #include "config/app_title.h"
@@ -7,9 +10,13 @@
 #include "text/text.h"
 
 namespace kestrum {
+namespace {
 
-CalibrationFiles::CalibrationFiles(State& state, Forms& forms,
-                                   const PortSet<Dialogs, Program, FileStore>& ports, RigCommands& rig,
+constexpr std::chrono::seconds kSavesFirst{2};
+
+}  // namespace
+
+CalibrationFiles::CalibrationFiles(State& state, Forms& forms, const OwnPorts& ports, RigCommands& rig,
                                    FrontPanel& panel, CalibrationTable& table)
     : state_(state), forms_(forms), ports_(ports), rig_(rig), panel_(panel), table_(table) {}
 
@@ -26,6 +33,7 @@ void CalibrationFiles::LoadS2Ftable(const std::string& path) {
 }
 
 Outcome CalibrationFiles::ReadTable(const std::string& path) {
+  (void)ports_.worker.Finish(kSavesFirst);  // what was saved just now is what is loaded
   const Result<std::string> bytes = ports_.files.Read(ports_.program.PathOf(path), kLargestCalibration);
   if (!bytes) return bytes.fault();
   table_.ClearCalibration(false);
@@ -39,10 +47,15 @@ Outcome CalibrationFiles::ReadTable(const std::string& path) {
 }
 
 void CalibrationFiles::SaveS2Ftable(const std::string& path) {
-  const Outcome saved = ports_.files.Replace(ports_.program.PathOf(path),
-                                             WriteCalibration(RigModeFreqText(""), table_.S2Ftable));
-  if (saved) return;
-  ports_.dialogs.Show(AppTitle, "SaveS2Ftable\r\n" + path + saved.fault().reason, Icon::kExclamation);
+  auto outcome = std::make_shared<Outcome>(Done{});
+  const auto write = [&files = ports_.files, full_path = ports_.program.PathOf(path),
+                      bytes = WriteCalibration(RigModeFreqText(""), table_.S2Ftable),
+                      outcome] { *outcome = files.Replace(full_path, bytes); };
+  ports_.worker.Post(write, [this, outcome, path] {
+    if (*outcome) return;
+    // It may come inside a cycle, which must not wait for an answer.
+    ports_.dialogs.Notify(AppTitle, "SaveS2Ftable\r\n" + path + outcome->fault().reason, Icon::kExclamation);
+  });
 }
 
 std::string CalibrationFiles::RigModeFreqText(const std::string& frequency) const {

@@ -11,12 +11,15 @@ namespace kestrum {
 // Calibration files: a header with rig, mode and frequency, then rows 0 to 255 of the table.
 class CalibrationFiles {
  public:
-  CalibrationFiles(State& state, Forms& forms, const PortSet<Dialogs, Program, FileStore>& ports,
-                   RigCommands& rig, FrontPanel& panel, CalibrationTable& table);
+  using OwnPorts = PortSet<Dialogs, Program, FileStore, Worker>;
+
+  CalibrationFiles(State& state, Forms& forms, const OwnPorts& ports, RigCommands& rig, FrontPanel& panel,
+                   CalibrationTable& table);
 
   // Replaces the table and puts the rig back to what the header says. Every fault is told in a message box;
   // what was loaded up to it stays.
   void LoadS2Ftable(const std::string& path);
+  // Beside the window thread.
   void SaveS2Ftable(const std::string& path);
   // Rig, mode and frequency text; an empty argument takes the frequency box.
   std::string RigModeFreqText(const std::string& frequency) const;
@@ -35,7 +38,7 @@ class CalibrationFiles {
 
   State& state_;
   Forms& forms_;
-  PortSet<Dialogs, Program, FileStore> ports_;
+  OwnPorts ports_;
   RigCommands& rig_;
   FrontPanel& panel_;
   CalibrationTable& table_;

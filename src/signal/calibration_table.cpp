@@ -19,7 +19,7 @@ void CalibrationTable::ClearCalibration(bool from_editor) {
 
 void CalibrationTable::DefaultCalibration(bool from_editor) {
   ClearCalibration(from_editor);
-  S2Ftable = DefaultTable(state_.AboveHF);
+  S2Ftable = DefaultTable(band());
   ShowStatusCaption("", "Default Calibration Table");
   Change();
 }
@@ -30,7 +30,7 @@ void CalibrationTable::TidyCalibration() {
 }
 
 void CalibrationTable::ConvertRSSI(int raw) {
-  S2Ftable[kCurrentRow] = ConvertRaw(S2Ftable, raw, state_.AboveHF);
+  S2Ftable[kCurrentRow] = ConvertRaw(S2Ftable, raw, band());
 }
 
 void CalibrationTable::ShowStatusCaption(const std::string& rig_text, const std::string& description) {

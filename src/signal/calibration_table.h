@@ -16,6 +16,8 @@ class CalibrationTable {
   S2FtableRows S2Ftable;
   const TableRow& Current() const { return S2Ftable[kCurrentRow]; }
 
+  // That of the receive frequency.
+  Band band() const { return state_.AboveHF ? Band::kAboveHf : Band::kHf; }
   // Rises with every change of the table but that of the current row.
   unsigned revision() const { return revision_; }
   // Set by the application: the table has changed.

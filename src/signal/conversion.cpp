@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "config/settings.h"
 #include "text/number_text.h"
 #include "text/single.h"
 
@@ -64,15 +65,15 @@ std::string RoundedText(float value, int decimals) {
 // kept on purpose, an incomplete table has always shown its last good figures.
 class Conversion {
  public:
-  Conversion(const S2FtableRows& rows, std::size_t raw, bool above_hf)
-      : rows_(rows), current_(rows[kCurrentRow]), raw_(raw), above_hf_(above_hf) {}
+  Conversion(const S2FtableRows& rows, std::size_t raw, Band band)
+      : rows_(rows), current_(rows[kCurrentRow]), raw_(raw), decimals_(band == Band::kHf ? 1 : 2) {}
 
   TableRow Run() {
     FindMicrovoltPoints();
     // Kept on purpose: a reading between the two uppermost points of a table that ends on row 255 is unknown.
     if (high_.row == kLastRow) return kUnknown;
     if (high_.value > low_.value) {
-      current_.microvolt = RoundedText(Interpolate(low_, high_, raw_), above_hf_ ? 2 : 1);
+      current_.microvolt = RoundedText(Interpolate(low_, high_, raw_), decimals_);
       WriteSText();
     }
     WriteField();
@@ -120,14 +121,18 @@ class Conversion {
   const S2FtableRows& rows_;
   TableRow current_;
   std::size_t raw_;
-  bool above_hf_;
+  int decimals_;  // of uV
   Point low_;
   Point high_;
 };
 
 }  // namespace
 
-std::array<DefaultPoint, 16> DefaultPoints(bool above_hf) {
+Band BandOf(double khz) {
+  return khz > kHfLimitKhz ? Band::kAboveHf : Band::kHf;
+}
+
+std::array<DefaultPoint, 16> DefaultPoints(Band band) {
   std::array<DefaultPoint, 16> points = {{
       {0, {"S0", "0", "0"}},
       {1, {"S1", "0.2", "0.083"}},
@@ -146,7 +151,7 @@ std::array<DefaultPoint, 16> DefaultPoints(bool above_hf) {
       {234, {"S9 + 50dB", "15800", "6560"}},
       {255, {"S9 + 60dB", "50000", "20750"}},
   }};
-  if (!above_hf) return points;
+  if (band == Band::kHf) return points;
   for (auto point = points.begin() + 1; point != points.end(); ++point) {
     point->cells.microvolt = ScaleTenth(point->cells.microvolt);
     point->cells.millivolt_per_metre = ScaleTenth(point->cells.millivolt_per_metre);
@@ -166,16 +171,16 @@ std::string RSSItoDBm(std::string_view text) {
   return NumberText(RoundHalfEven(10 * std::log10(power_watt), 2));
 }
 
-S2FtableRows DefaultTable(bool above_hf) {
+S2FtableRows DefaultTable(Band band) {
   S2FtableRows rows;
-  for (const DefaultPoint& point : DefaultPoints(above_hf)) rows[point.row] = point.cells;
+  for (const DefaultPoint& point : DefaultPoints(band)) rows[point.row] = point.cells;
   return rows;
 }
 
-TableRow ConvertRaw(const S2FtableRows& rows, int raw, bool above_hf) {
+TableRow ConvertRaw(const S2FtableRows& rows, int raw, Band band) {
   const auto row = static_cast<std::size_t>(std::clamp(raw, 0, kTopOfMeter));
   if (HasS(rows[row])) return rows[row];
-  return Conversion(rows, row, above_hf).Run();
+  return Conversion(rows, row, band).Run();
 }
 
 void Tidy(S2FtableRows& rows) {

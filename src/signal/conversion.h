@@ -23,19 +23,23 @@ struct TableRow {
 // 0 to 255 by raw S-meter value, 256 the current reading.
 using S2FtableRows = std::array<TableRow, kMeterRows + 1>;
 
+// On which side of kHfLimitKhz: levels above it are a tenth, and have a decimal more.
+enum class Band { kHf, kAboveHf };
+Band BandOf(double khz);
+
 // One point of the default table.
 struct DefaultPoint {
   std::size_t row = 0;
   TableRow cells;
 };
 // The 16 default points in row order; uV and mV/m are a tenth above 30 MHz.
-std::array<DefaultPoint, 16> DefaultPoints(bool above_hf);
+std::array<DefaultPoint, 16> DefaultPoints(Band band);
 // A table of these points and nothing else.
-S2FtableRows DefaultTable(bool above_hf);
+S2FtableRows DefaultTable(Band band);
 
 // What the table says of a raw value; values outside 0 to 255 are taken as the nearest of them. What an
 // incomplete table does not say keeps the text of its current row.
-TableRow ConvertRaw(const S2FtableRows& rows, int raw, bool above_hf);
+TableRow ConvertRaw(const S2FtableRows& rows, int raw, Band band);
 
 // Removes points whose uV does not rise above that of the point before.
 void Tidy(S2FtableRows& rows);

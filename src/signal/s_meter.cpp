@@ -54,13 +54,13 @@ void SMeter::ShowFieldStrength() {
   std::string& caption = forms_.form1.lblFieldStrenght.caption;
   const TableRow& current = table_.Current();
   switch (state_.settings.FieldStrengthUnit) {
-    case 1:
+    case kMicrovolt:
       caption = FixedPattern(Val(current.microvolt), 3, 1) + " uV";
       break;
-    case 2:
+    case kMillivoltPerMetre:
       caption = FixedPattern(Val(current.millivolt_per_metre), 3, 1) + " mV/m";
       break;
-    case 3:
+    case kDbm:
       // Kept on purpose: the figure is made from the mV/m column, as in all earlier logs.
       caption = RSSItoDBm(current.millivolt_per_metre) + " dBm";
       break;
@@ -130,9 +130,9 @@ void SMeter::ShowAtStart() {
   Form1& form = forms_.form1;
   form.sldSquelch.tool_tip = "Squelch adjust only if averaged";
   form.sldSquelch.minimum = 0;
-  form.sldSquelch.maximum = 255;
+  form.sldSquelch.maximum = kTopOfMeter;
   const int level = state_.settings.SquelchLevel;
-  if (level >= 0 && level <= 255) form.sldSquelch.value = level;
+  if (level >= 0 && level <= kTopOfMeter) form.sldSquelch.value = level;
 
   form.lblSquelch.tool_tip = "Red = No or reset average RSSI values, Green = collecting average RSSI";
   form.lblSquelch.back_color = Color::kRed;
@@ -140,7 +140,7 @@ void SMeter::ShowAtStart() {
   form.lblRSSI.tool_tip = "Latest RSSI-value reading from set.";
 
   for (ProgressBar* bar : {&form.ProgressBar1, &forms_.form5.ProgressBar1}) {
-    bar->maximum = 255;
+    bar->maximum = kTopOfMeter;
     bar->segments = state_.settings.ProgressBarMode;
   }
   form.ProgressBar1.tool_tip = BarToolTip("0", form.ProgressBar1);
@@ -167,7 +167,7 @@ void SMeter::ShowAveraging() {
 
 void SMeter::lblFieldStrenght_Click() {
   // Kept on purpose: the cycle starts anew in every run, so the first click gives uV whatever was shown.
-  state_.settings.FieldStrengthUnit = static_cast<std::int16_t>(unit_clicks_ + 1);
+  state_.settings.FieldStrengthUnit = static_cast<std::int16_t>(kMicrovolt + unit_clicks_);
   unit_clicks_ = (unit_clicks_ + 1) % 3;
   ShowRSSIStype();
 }

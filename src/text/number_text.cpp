@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <iterator>
 #include <limits>
 
@@ -25,15 +24,6 @@ void DropTrailingZeros(Decimal& number) {
   number.digits.erase(last == std::string::npos ? 0 : last + 1);
 }
 
-// Whole numbers are most of what is shown, and need no rounding while they have few enough digits.
-template <typename Number>
-bool IsShortWhole(Number size, int significant) {
-  std::int64_t first_too_long = 1;
-  for (int digit = 0; digit < significant; ++digit) first_too_long *= 10;
-  const auto limit = static_cast<Number>(first_too_long);
-  return size < limit && size == static_cast<Number>(static_cast<std::int64_t>(size));
-}
-
 template <typename Number>
 Decimal ToDecimal(Number value, int significant) {
   Decimal result;
@@ -41,14 +31,6 @@ Decimal ToDecimal(Number value, int significant) {
   result.negative = value < 0;
   const Number size = std::fabs(value);
   std::array<char, 64> buffer{};
-  if (IsShortWhole(size, significant)) {
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(size));
-    result.digits.assign(buffer.data(), end.ptr);
-    result.point = static_cast<int>(result.digits.size());
-    DropTrailingZeros(result);
-    return result;
-  }
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), size,
                                  std::chars_format::scientific, significant - 1);
   const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
@@ -202,6 +184,11 @@ std::string FixedPattern(double value, int integer_digits, int decimals) {
   if (whole.size() < wanted) whole.insert(0, wanted - whole.size(), '0');
   fraction.resize(static_cast<std::size_t>(decimals), '0');
   return (number.negative && !number.digits.empty() ? "-" : "") + whole + "." + fraction;
+}
+
+std::string TwoDigits(int number) {
+  const int last_two = number % 100;
+  return (last_two < 10 ? "0" : "") + ShortNumber(last_two);
 }
 
 std::string ThreeDigits(int value) {

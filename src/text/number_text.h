@@ -34,6 +34,9 @@ int RoundToInt(double value);
 // "006.3". Halves are rounded away from zero on the decimal text. decimals is at least 1.
 std::string FixedPattern(double value, int integer_digits, int decimals);
 
+// The last two digits of a number that is not negative: 7 gives "07", 2026 gives "26".
+std::string TwoDigits(int number);
+
 // At least three digits, padded on the left with "0": 7 gives "007". The padding goes before a sign too,
 // since it is put before the text: -5 gives "0-5".
 std::string ThreeDigits(int value);

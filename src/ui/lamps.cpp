@@ -2,18 +2,14 @@
 
 #include <algorithm>
 
+#include "config/settings.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
 namespace kestrum {
 namespace {
 
-constexpr int kRecordsPerBlock = 100;
 constexpr const char* kDone = "Done";
-
-std::string TwoDigits(int number) {
-  return (number < 10 ? "0" : "") + std::to_string(number);
-}
 
 std::string Minute(const DateTime& time) {
   return TwoDigits(time.hour) + ":" + TwoDigits(time.minute);

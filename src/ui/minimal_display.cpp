@@ -5,6 +5,7 @@
 #include "config/app_title.h"
 #include "position/great_circle.h"
 #include "position/needle.h"
+#include "signal/conversion.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
@@ -38,6 +39,9 @@ void MinimalDisplay::Wire() {
         return true;
       case Key::kF3:
         Run(forms_.form1.cmdLoggin.click);
+        return true;
+      case Key::kF4:
+        Run(forms_.form1.lblSound.click);
         return true;
       case Key::kF5:
         Toggle();
@@ -75,7 +79,7 @@ void MinimalDisplay::Load() {
   form5.caption = AppTitle;
   form5.Frame1.caption = "Kestrum";
   form5.Command1.caption = "&Main(F5) ";
-  form5.ProgressBar1.maximum = 255;
+  form5.ProgressBar1.maximum = kTopOfMeter;
   form5.ProgressBar1.value = 0;
   form5.ProgressBar1.segments = state_.settings.ProgressBarMode;
   auto& labels = form5.Label1;
@@ -120,7 +124,7 @@ void MinimalDisplay::ShowRecord(const Site& site, int raw, const std::string& si
   labels[2].caption = site.height;
   labels[3].caption = TrimLeft(form1.lblFreq.caption);
   labels[4].caption = signal;
-  forms_.form5.ProgressBar1.value = std::clamp(raw, 0, 255);
+  forms_.form5.ProgressBar1.value = std::clamp(raw, 0, kTopOfMeter);
   ShowPelorusMinimized(form1.lblPelorus.caption);
 }
 

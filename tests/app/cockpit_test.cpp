@@ -280,5 +280,45 @@ TEST_F(Cockpit, KeysOfTheMinimalDisplay) {
   EXPECT_FALSE(minimal.key_down(Key::kF1));
 }
 
+TEST_F(Cockpit, SoundIsChosenByKeyOrByPress) {
+  Drive();
+  const Label& says = car.form1.lblSound;
+  EXPECT_EQ(says.caption, "Sound off (F4)");
+  EXPECT_TRUE(car.form1.key_down(Key::kF4));
+  EXPECT_EQ(says.caption, "Sound: trouble");
+  EXPECT_TRUE(minimal.key_down(Key::kF4));
+  EXPECT_EQ(says.caption, "Sound: signal");
+  car.form1.lblSound.click();
+  EXPECT_EQ(says.caption, "Sound off (F4)");
+}
+
+TEST_F(Cockpit, ASilentRigIsHeardOnceAndItsSignalNoMore) {
+  Drive();
+  const Sounder& sound = car.app.forms.sound;
+  car.form1.key_down(Key::kF4);
+  const unsigned before = sound.plays;
+  car.RunFor(5000ms);
+  EXPECT_EQ(sound.plays, before) << "all is well";
+  car.rig_answers = false;
+  car.RunFor(30000ms);
+  EXPECT_EQ(sound.plays, before + 1);
+  car.rig_answers = true;
+  car.form1.key_down(Key::kF4);
+  car.RunFor(3000ms);
+  const unsigned with_signal = sound.plays;
+  EXPECT_GE(with_signal, before + 4) << "a tone with each reading";
+  car.rig_answers = false;
+  car.RunFor(1000ms);
+  const unsigned silent = sound.plays;
+  car.RunFor(8000ms);
+  EXPECT_EQ(sound.plays, silent) << "no answer, no tone; this trouble was told a moment ago";
+}
+
+TEST_F(Cockpit, WhatIsRememberedIsShown) {
+  car.app.forms.sound.mode = SoundMode::kSignal;
+  Drive();
+  EXPECT_EQ(car.form1.lblSound.caption, "Sound: signal");
+}
+
 }  // namespace
 }  // namespace kestrum::test

@@ -10,7 +10,6 @@
 namespace kestrum::test {
 namespace {
 
-using std::chrono::milliseconds;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 

@@ -11,7 +11,6 @@
 namespace kestrum::test {
 namespace {
 
-using std::chrono::milliseconds;
 using std::chrono::seconds;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -363,10 +362,51 @@ TEST(AFileName, IsOneOfTheApplicationFolderUnlessItIsAbsolute) {
   }
 }
 
+// Nobody has to answer before the drive goes on.
+TEST(ASaveThatFails, IsToldInPassing) {
+  TrueCar car;
+  car.Tick();
+  car.world.files.write_fault = "Read-only file system";
+  const int notices = car.world.dialogs.notices;
+  car.form1.mnuSavecfg.click();
+  car.app.forms.form3.mnuSave1.click();
+  EXPECT_EQ(car.world.dialogs.notices, notices + 2);
+  const auto& told = car.world.dialogs.messages;
+  ASSERT_GE(told.size(), 2U);
+  EXPECT_EQ(told[told.size() - 2].text, "SaveCfg\r\nRead-only file system");
+  EXPECT_EQ(told.back().text, "SaveS2Ftable\r\n/car/Calibration1.cfgRead-only file system");
+}
+
+// A disk that does not answer holds up neither the press nor the readings.
+TEST(ASaveThatHangs, HoldsUpNothing) {
+  TrueCar car;
+  car.Tick();
+  car.world.worker.hold = true;
+  car.form1.mnuSavecfg.click();
+  car.app.forms.form3.mnuSave1.click();
+  EXPECT_FALSE(car.world.files.files.contains("/car/Calibration1.cfg"));
+  const int count = car.app.log.LogCount;
+  car.Tick();
+  EXPECT_EQ(car.app.log.LogCount, count + 1);
+  car.world.worker.Release();
+  EXPECT_TRUE(car.world.files.files.contains("/car/Calibration1.cfg"));
+}
+
+TEST(ATableThatIsLoaded, IsTheOneThatWasSavedLast) {
+  TrueCar car;
+  car.form1.mnuDefaultCalibration.click();
+  car.world.worker.hold = true;
+  car.app.forms.form3.mnuSave1.click();
+  car.app.table.ClearCalibration(false);
+  car.form1.mnuLoadConfig1.click();
+  EXPECT_EQ(car.app.table.S2Ftable[128].s, "S9");
+}
+
 // Each box that a menu opens, held open for five seconds while readings are due every 200 ms.
 struct BoxRow {
   const char* name;
   void (*open)(TrueCar&);
+  int boxes_before = 0;  // that are answered at once
 };
 struct ABox : testing::TestWithParam<BoxRow> {};
 
@@ -379,8 +419,9 @@ TEST_P(ABox, StopsNoMeasuring) {
   std::size_t readings = 0;
   int records = 0;
   bool opened = false;
+  int boxes_before = GetParam().boxes_before;
   car.world.dialogs.while_open = [&] {
-    if (opened) return;
+    if (opened || boxes_before-- > 0) return;
     opened = true;
     const int before = car.app.log.LogCount;
     car.world.serial.written.clear();
@@ -410,12 +451,27 @@ INSTANTIATE_TEST_SUITE_P(
                     BoxRow{"EditorLoad", [](TrueCar& car) { car.app.forms.form3.mnuLoad.click(); }},
                     BoxRow{"EditorSaveAs", [](TrueCar& car) { car.app.forms.form3.mnuSaveAs.click(); }},
                     BoxRow{"EditorAbout", [](TrueCar& car) { car.app.forms.form3.mnuAbout.click(); }},
-                    BoxRow{"SaveConfigFault",
+                    BoxRow{"SetRxModeFirst",
                            [](TrueCar& car) {
-                             car.world.files.write_fault = "Read-only file system";
-                             car.world.files.faulty_path = "/car/Kestrum.cfg";
-                             car.form1.mnuSavecfg.click();
-                           }}),
+                             car.form1.cmdLoggin.click();  // off
+                             for (OptionButton* mode : ModeButtons(car.form1)) mode->checked = false;
+                             car.form1.cmdLoggin.click();
+                           }},
+                    BoxRow{"WrongLatitude",
+                           [](TrueCar& car) {
+                             car.world.dialogs.answers = {"north"};
+                             car.form1.mnuTxLatLong.click();
+                           },
+                           1},
+                    BoxRow{"Longitude", [](TrueCar& car) { car.form1.mnuTxLatLong.click(); }, 1},
+                    BoxRow{"Height", [](TrueCar& car) { car.form1.mnuTxLatLong.click(); }, 2},
+                    BoxRow{"EditorOverwrites",
+                           [](TrueCar& car) {
+                             car.world.files.files["/car/there.cfg"] = "x";
+                             car.world.dialogs.answers = {"there.cfg"};
+                             car.app.forms.form3.mnuSaveAs.click();
+                           },
+                           1}),
     [](const auto& row) { return std::string(row.param.name); });
 
 // The boxes that the program itself opens wait for nobody.

@@ -1,4 +1,4 @@
-#include "common/session_bus.h"
+#include "common/linux/session_bus.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -13,8 +13,9 @@
 #include <array>
 #include <thread>
 
+#include "desktop/linux/qt_serial_port.h"
+#include "desktop/linux/serial_devices.h"
 #include "desktop/platform_factory.h"
-#include "desktop/ports/qt_serial_port.h"
 #include "support_process/pty.h"
 #include "support_process/qt_waits.h"
 

@@ -50,16 +50,25 @@ void Car::Configure(const CarSetup& setup) const {
   process::WriteFile(File("Kestrum.cfg"), ConfigText(setup, scratch_.path().string()));
 }
 
-void Car::Drive(const std::string& rig, int speedup) {
+void Car::Drive(const std::string& rig, int speedup, const std::vector<std::string>& more_arguments) {
   process::Call call{{File("drivesim"), "--dir", scratch_.path().string(), "--rig", rig, "--speedup",
                       std::to_string(speedup), "--log", File("rig-commands.txt")},
                      {},
                      {},
                      true};
+  call.words.insert(call.words.end(), more_arguments.begin(), more_arguments.end());
   drive_ = std::make_unique<process::Child>(call);
   const std::string ready = drive_->ReadLine();
   EXPECT_NE(ready.find("ready"), std::string::npos) << ready;
   tap_ = std::make_unique<GpsTap>(File("gps"), File("receiver"));
+}
+
+bool Car::WaitForArrival(std::chrono::seconds patience) const {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (std::chrono::steady_clock::now() < end) {
+    if (drive_->ReadLine() == "arrived") return true;
+  }
+  return false;
 }
 
 process::Call Car::CallOf(const std::string& program, const std::vector<std::string>& arguments) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,7 +54,9 @@ class Car {
   void Configure(const CarSetup& setup) const;
 
   // The simulated drive; its receiver is tapped and can be read at the link "receiver".
-  void Drive(const std::string& rig, int speedup = 1);
+  void Drive(const std::string& rig, int speedup = 1, const std::vector<std::string>& more_arguments = {});
+  // False when the drive has not come to the end of its laps in that time.
+  bool WaitForArrival(std::chrono::seconds patience) const;
   void TellDrive(const std::string& line) const { drive_->Tell(line); }
   GpsTap& tap() { return *tap_; }
   const RigLog& rig() const { return rig_; }

@@ -29,7 +29,7 @@ class ReceiverAtSpeed : public QObject {
     termios mode{};
     const QByteArray sentence = Nmea("GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A");
     const bool heard = tcgetattr(pty_.line(), &mode) == 0 && cfgetispeed(&mode) == speed_;
-    Send(pty_, heard ? sentence : QByteArray("\xF8\x1E\x80\xFC\x06\xE6\x9E\x18\x98"));
+    posdex::Send(pty_, heard ? sentence : QByteArray("\xF8\x1E\x80\xFC\x06\xE6\x9E\x18\x98"));
   }
 
   const Pty& pty_;

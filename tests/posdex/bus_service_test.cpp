@@ -76,6 +76,20 @@ TEST_F(BusServiceTest, GivesASignOfLifeEveryTwoSeconds) {
   EXPECT_TRUE(client.changes.isEmpty());
 }
 
+TEST_F(BusServiceTest, TextsAreASignOfLifeThemselves) {
+  const PrivateBus bus(Folder());
+  service_.Start();
+  ASSERT_TRUE(WaitForState("on the session bus"));
+  const LinkClient client(bus.address());
+  GpsTexts texts;
+  for (int second = 0; second < 5; ++second) {
+    texts.speed = QString::number(second);
+    service_.SetTexts(texts);
+    EXPECT_TRUE(StaysTrueWhileEventsRun(milliseconds(700), [&] { return client.heartbeats == 0; }));
+  }
+  EXPECT_EQ(client.changes.size(), 5);
+}
+
 TEST_F(BusServiceTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
   {
     const process::SilentBus silent(folder_.filePath(Q("bus")).toStdString());

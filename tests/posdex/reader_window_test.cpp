@@ -25,6 +25,16 @@ TEST(ReaderWindow, ShowsTheSixValuesUnderTheirNames) {
   EXPECT_EQ(Find(window, "lblSpeed1")->text(), Q("10"));
 }
 
+TEST(ReaderWindow, AScreenReaderHearsTheValues) {
+  ReaderWindow window(Q("gpsd on localhost:2947"));
+  EXPECT_EQ(Find(window, "lblSource")->accessibleName(), Q("Source: gpsd on localhost:2947"));
+  EXPECT_EQ(Find(window, "lblVal1")->accessibleName(), Q("Validity: V"));
+  window.SetTexts({Q("5157.0000N"), Q("00532.0000E"), Q("A"), Q("45"), Q("328.1"), Q("10")});
+  EXPECT_EQ(Find(window, "lblLat1")->accessibleName(), Q("Latitude: 5157.0000N"));
+  EXPECT_EQ(Find(window, "lblVal1")->accessibleName(), Q("Validity: A"));
+  EXPECT_EQ(Find(window, "lblSpeed1")->accessibleName(), Q("Speed (knots): 10"));
+}
+
 TEST(ReaderWindow, ShowsSourceStateAndLink) {
   ReaderWindow window(Q("gpsd on localhost:2947"));
   window.SetState(Q("connected, fix"));

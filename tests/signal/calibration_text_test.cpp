@@ -60,7 +60,7 @@ TEST(CalibrationText, WhatStandsBeforeAFaultIsThere) {
 }
 
 TEST(CalibrationText, WhatIsWrittenIsReadAgain) {
-  const S2FtableRows rows = DefaultTable(false);
+  const S2FtableRows rows = DefaultTable(Band::kHf);
   const std::string bytes = WriteCalibration(" FT840 LSB 3630 kHz", rows);
   EXPECT_TRUE(bytes.starts_with(" FT840 LSB 3630 kHz\r\nS0, 0, 0\r\nS1, 0.2, 0.083\r\n"));
   EXPECT_TRUE(bytes.ends_with(", , \r\nS9 + 60dB, 50000, 20750\r\n"));

@@ -6,13 +6,13 @@ namespace kestrum {
 namespace {
 
 TEST(MeterScale, TakesItsMarksFromTheTable) {
-  const std::vector<ScaleMark> marks = MeterScale(DefaultTable(false));
+  const std::vector<ScaleMark> marks = MeterScale(DefaultTable(Band::kHf));
   ASSERT_EQ(marks.size(), 16U);
   EXPECT_EQ(marks.front(), (ScaleMark{0, "0"}));
   EXPECT_EQ(marks.at(9), (ScaleMark{128, "9"}));
   EXPECT_EQ(marks.at(10), (ScaleMark{162, "+10"}));
   EXPECT_EQ(marks.back(), (ScaleMark{255, "+60"}));
-  EXPECT_EQ(S9Row(DefaultTable(false)), 128);
+  EXPECT_EQ(S9Row(DefaultTable(Band::kHf)), 128);
 }
 
 TEST(MeterScale, ShowsATableOfTheBench) {

@@ -1,8 +1,6 @@
 #include "analysis/layers.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 #include "analysis/summary.h"
 #include "text/number_text.h"

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "config/settings.h"
 #include "log/line_parser.h"
 #include "log/text_encoding.h"
 #include "signal/calibration_text.h"
@@ -38,12 +37,11 @@ kestrum::Outcome Recalibration::Load(std::string_view bytes) {
   }
   const auto table = std::make_unique<kestrum::S2FtableRows>(text.value().rows);
   kestrum::Tidy(*table);
-  const std::string& frequency = text.value().header.frequency;
-  const bool above_hf = kestrum::Val(frequency) > kestrum::kHfLimitKhz;
+  const kestrum::Band band = kestrum::BandOf(kestrum::Val(text.value().header.frequency));
   for (std::size_t raw = 0; raw < kestrum::kMeterRows; ++raw) {
     // Each value stands for itself: cells that the table leaves open are unknown, not those of the value
     // before.
-    readings_[raw] = ReadingOf(kestrum::ConvertRaw(*table, static_cast<int>(raw), above_hf));
+    readings_[raw] = ReadingOf(kestrum::ConvertRaw(*table, static_cast<int>(raw), band));
   }
   header_ = ToUtf8(Trimmed(kestrum::SplitLines(kestrum::WithoutUtf8Mark(bytes)).front()));
   return kestrum::Done{};

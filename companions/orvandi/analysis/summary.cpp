@@ -1,11 +1,7 @@
 #include "analysis/summary.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cmath>
-#include <cstdio>
-#include <limits>
 
 #include "log/geo.h"
 

@@ -1,7 +1,6 @@
 #include "log/cleaning.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace orvandi {
 namespace {

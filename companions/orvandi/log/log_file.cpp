@@ -1,7 +1,6 @@
 #include "log/log_file.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <optional>

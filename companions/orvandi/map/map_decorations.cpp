@@ -88,7 +88,7 @@ QString DistanceText(double km) {
   return QStringLiteral("%1 km").arg(km);
 }
 
-void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
+void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink, const QRectF& covered) {
   const QRectF visible = camera.Visible();
   const Place north_west = ToGeo(visible.topLeft());
   const Place south_east = ToGeo(visible.bottomRight());
@@ -111,8 +111,11 @@ void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink) {
     painter.drawLine(QPointF(0, y), QPointF(camera.size.width(), y));
     if (y < 2.5 * metrics.height()) continue;  // the longitudes stand there
     const QString text = DegreesText(at, step, QLatin1String("N"), QLatin1String("S"));
+    const QRectF place(camera.size.width() - metrics.horizontalAdvance(text) - 6, y - 3 - metrics.ascent(),
+                       metrics.horizontalAdvance(text), metrics.height());
+    if (place.intersects(covered)) continue;
     painter.setPen(ink.faint_text);
-    painter.drawText(QPointF(camera.size.width() - metrics.horizontalAdvance(text) - 6, y - 3), text);
+    painter.drawText(QPointF(place.left(), y - 3), text);
   }
 }
 
@@ -214,33 +217,57 @@ QRectF PaintScaleBar(QPainter& painter, const Camera& camera, const MapInk& ink)
   return card;
 }
 
-QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Legend& legend) {
+namespace {
+
+constexpr double kLegendBarWidth = 14;
+
+struct LegendLayout {
+  QRectF card;
+  double bar_height = 0;
+  std::vector<double> ticks;
+  QStringList texts;
+};
+
+LegendLayout LayOut(const QFontMetricsF& metrics, QSizeF size, const Legend& legend) {
+  constexpr double kIntervals = 3.5;
+  LegendLayout layout;
+  layout.bar_height = std::clamp(size.height() * 0.28, 90.0, 220.0);
+  double text_width = 0;
+  const double low = legend.scale.low;
+  const double range = legend.scale.high - legend.scale.low;
+  const double tick_step = RoundStep(range / kIntervals);
+  for (double at = std::ceil(low / tick_step) * tick_step; at <= low + range * (1 + 1e-9); at += tick_step) {
+    layout.ticks.push_back(at);
+    layout.texts << legend.text(at);
+    text_width = std::max(text_width, metrics.horizontalAdvance(layout.texts.back()));
+  }
+  const double width =
+      std::max(kLegendBarWidth + 8 + text_width, metrics.horizontalAdvance(legend.title)) + 2 * kPadding;
+  const double height = layout.bar_height + 2 * metrics.height() + 2 * kPadding;
+  layout.card = QRectF(size.width() - kMargin - width,
+                       size.height() - kMargin - metrics.height() - 4 - height, width, height);
+  return layout;
+}
+
+}  // namespace
+
+QRectF LegendCard(const QPainter& painter, QSizeF size, const Legend& legend) {
+  return LayOut(QFontMetricsF(SmallFont(painter)), size, legend).card;
+}
+
+void PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Legend& legend) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(SmallFont(painter));
   const QFontMetricsF metrics(painter.font());
-  constexpr double kIntervals = 3.5;
-  constexpr double kBarWidth = 14;
-  const double bar_height = std::clamp(size.height() * 0.28, 90.0, 220.0);
-  double text_width = 0;
-  QStringList texts;
-  const double low = legend.scale.low, range = legend.scale.high - legend.scale.low;
-  const double tick_step = RoundStep(range / kIntervals);
-  std::vector<double> ticks;
-  for (double at = std::ceil(low / tick_step) * tick_step; at <= low + range * (1 + 1e-9); at += tick_step) {
-    ticks.push_back(at);
-    texts << legend.text(at);
-    text_width = std::max(text_width, metrics.horizontalAdvance(texts.back()));
-  }
-  const double width =
-      std::max(kBarWidth + 8 + text_width, metrics.horizontalAdvance(legend.title)) + 2 * kPadding;
-  const double height = bar_height + 2 * metrics.height() + 2 * kPadding;
-  const QRectF card(size.width() - kMargin - width, size.height() - kMargin - metrics.height() - 4 - height,
-                    width, height);
+  const LegendLayout layout = LayOut(metrics, size, legend);
+  const QRectF& card = layout.card;
+  const double low = legend.scale.low;
+  const double range = legend.scale.high - legend.scale.low;
   PaintCard(painter, card, ink);
   painter.setPen(ink.text);
   painter.drawText(QPointF(card.left() + kPadding, card.top() + kPadding + metrics.ascent()), legend.title);
-  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kBarWidth,
-                   bar_height);
+  const QRectF bar(card.left() + kPadding, card.top() + kPadding + metrics.height() * 1.5, kLegendBarWidth,
+                   layout.bar_height);
   const double step = bar.height() / kColorSteps;
   painter.setRenderHint(QPainter::Antialiasing, false);
   for (int i = 0; i < kColorSteps; ++i) {
@@ -248,15 +275,14 @@ QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Lege
     painter.fillRect(QRectF(bar.left(), bar.bottom() - (i + 1) * step, bar.width(), step + 0.5), color);
   }
   painter.setRenderHint(QPainter::Antialiasing);
-  for (std::size_t i = 0; i < ticks.size(); ++i) {
-    const double y = bar.bottom() - bar.height() * (ticks[i] - low) / range;
+  for (std::size_t i = 0; i < layout.ticks.size(); ++i) {
+    const double y = bar.bottom() - bar.height() * (layout.ticks[i] - low) / range;
     painter.setPen(QPen(ink.faint_text, 1));
     painter.drawLine(QPointF(bar.right(), y), QPointF(bar.right() + 4, y));
     painter.setPen(ink.text);
     painter.drawText(QPointF(bar.right() + 8, y + metrics.ascent() / 2 - 1),
-                     texts.at(static_cast<qsizetype>(i)));
+                     layout.texts.at(static_cast<qsizetype>(i)));
   }
-  return card;
 }
 
 void PaintAttribution(QPainter& painter, QSizeF size, const MapInk& ink, const QString& text) {

@@ -43,7 +43,8 @@ double RoundStep(double limit);
 // "250 m", "2 km".
 QString DistanceText(double km);
 
-void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink);
+// Without the labels that would stand below `covered`.
+void PaintGrid(QPainter& painter, const Camera& camera, const MapInk& ink, const QRectF& covered);
 // The labels of the rings come apart, over the dots.
 void PaintRings(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center);
 void PaintRingLabels(QPainter& painter, const Camera& camera, const MapInk& ink, const Place& center);
@@ -52,7 +53,9 @@ void PaintCells(QPainter& painter, const Camera& camera, const std::vector<MapCe
                 const ColorScale& scale);
 // The two return the rectangle that they took.
 QRectF PaintScaleBar(QPainter& painter, const Camera& camera, const MapInk& ink);
-QRectF PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Legend& legend);
+// Where the legend is painted.
+QRectF LegendCard(const QPainter& painter, QSizeF size, const Legend& legend);
+void PaintLegend(QPainter& painter, QSizeF size, const MapInk& ink, const Legend& legend);
 void PaintAttribution(QPainter& painter, QSizeF size, const MapInk& ink, const QString& text);
 
 }  // namespace orvandi

@@ -226,7 +226,7 @@ void MapView::Render(QPainter& painter, QSizeF size, const MapInk& ink, const Re
     tiles_.Paint(painter, camera, how.pixel_ratio);
     if (ink.dark) painter.fillRect(QRectF(QPointF(0, 0), size), QColor(0, 0, 0, kTileShade));
   } else {
-    PaintGrid(painter, camera, ink);
+    PaintGrid(painter, camera, ink, legend_.text ? LegendCard(painter, size, legend_) : QRectF());
   }
   for (const Transmitter& transmitter : transmitters_) {
     painter.setFont(font);

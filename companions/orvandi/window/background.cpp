@@ -58,7 +58,7 @@ QString ShowBackground(TileLayer& layer, const Background& background) {
     return info.error;
   }
   if (background.kind == Background::Kind::kOnline) {
-    const QString complaint = ComplaintOf(background.online);
+    QString complaint = ComplaintOf(background.online);
     if (complaint.isEmpty()) {
       layer.SetSource(std::make_unique<UrlSource>(background.online, CacheFolder()));
       return {};

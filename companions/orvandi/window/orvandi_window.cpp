@@ -129,7 +129,7 @@ OrvandiWindow::OrvandiWindow(const StartOptions& options, QWidget* parent)
   // A log that is waited for is looked for by following.
   QStringList present;
   for (const QString& path : options_.files) {
-    if (!options_.logger_log || QFileInfo::exists(path)) present << path;
+    if (!options_.logger_log || LogIsThere(path)) present << path;
   }
   OpenFiles(present);
 }
@@ -164,6 +164,7 @@ void OrvandiWindow::MakeStatusBar() {
   told_->setContentsMargins(8, 0, 0, 0);
   counts_ = new QLabel;
   counts_->setObjectName(QStringLiteral("counts"));
+  counts_->setContentsMargins(0, 0, 8, 0);
   job_title_ = new QLabel;
   job_title_->setObjectName(QStringLiteral("jobTitle"));
   job_bar_ = new QProgressBar;

@@ -104,6 +104,8 @@ class OrvandiWindow final : public QMainWindow {
   void Load(const QString& path);
   void Loaded(const std::shared_ptr<LogFile>& file, const QString& path, const LogFile::Outcome& outcome);
   void FollowTick();
+  // The log, or the journal of its first block.
+  [[nodiscard]] static bool LogIsThere(const QString& path);
   void WatchFiles();
   void AddRecent(const QString& path);
   void ShowJob();
@@ -138,6 +140,7 @@ class OrvandiWindow final : public QMainWindow {
   PlotDeck* plots_;
   StartPage* start_page_;
   NoticeBar* notice_;
+  QStringList complaints_;  // about the files that were opened together
   QStackedWidget* left_;
   QSplitter* split_;
   QSplitter* right_split_ = nullptr;

@@ -5,12 +5,12 @@
 #include <QImage>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <QSvgGenerator>
 #include <functional>
 
 #include "map/map_view.h"
 #include "plots/record_plot.h"
 #include "window/theme.h"
+#include "window/vector_pictures.h"
 
 namespace orvandi {
 namespace {
@@ -41,23 +41,6 @@ QByteArray Png(QSize size, const Paint& paint) {
   return bytes;
 }
 
-QByteArray Svg(QSize size, const QString& title, const Paint& paint) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  QSvgGenerator generator;
-  generator.setOutputDevice(&buffer);
-  generator.setSize(size);
-  generator.setViewBox(QRect(QPoint(0, 0), size));
-  generator.setResolution(kScreenDpi);
-  generator.setTitle(title);
-  QCPPainter painter(&generator);
-  painter.setMode(QCPPainter::pmVectorized);
-  paint(painter, 1, true);
-  painter.end();
-  return bytes;
-}
-
 QByteArray Pdf(QSize size, const QString& title, const Paint& paint) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -79,10 +62,14 @@ QString Save(const QString& path, QSize size, const QString& title, const Paint&
   const QString ending = QFileInfo(path).suffix().toLower();
   QByteArray bytes;
   if (ending == QLatin1String("png")) bytes = Png(size, paint);
-  if (ending == QLatin1String("svg")) bytes = Svg(size, title, paint);
+  if (ending == QLatin1String("svg")) {
+    bytes = SvgPicture(size, title, [&paint](QCPPainter& painter) { paint(painter, 1, true); });
+  }
   if (ending == QLatin1String("pdf")) bytes = Pdf(size, title, paint);
-  if (bytes.isEmpty())
-    return QStringLiteral("The name of a picture has to end in .png, .svg or .pdf: %1").arg(path);
+  if (bytes.isEmpty()) {
+    return QStringLiteral("The name of a picture has to end in %1: %2")
+        .arg(WritesSvg() ? QStringLiteral(".png, .svg or .pdf") : QStringLiteral(".png or .pdf"), path);
+  }
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
     return QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString());

@@ -68,6 +68,10 @@ QString CountText(std::uint64_t count) {
   return text;
 }
 
+QString RecordsText(std::uint64_t count) {
+  return CountText(count) + (count == 1 ? QStringLiteral(" record") : QStringLiteral(" records"));
+}
+
 QString WhenText(const Log& log, const Record& record) {
   const bool dated = log.BlockOf(record).has_header;
   return QString::fromStdString(dated ? DateTimeText(record.time_s) : TimeOfDayText(record.time_s));

@@ -8,6 +8,8 @@ namespace orvandi {
 
 // "1200", and "1 000 000" with narrow blanks from 10,000 on.
 QString CountText(std::uint64_t count);
+// "1 record", "1200 records".
+QString RecordsText(std::uint64_t count);
 // "2026-11-21 14:03:11", or the time of day alone for a block without a date.
 QString WhenText(const Log& log, const Record& record);
 // "51.83450 N 5.46880 E", or "no position".

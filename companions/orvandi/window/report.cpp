@@ -3,7 +3,6 @@
 #include <QBuffer>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <cmath>
 
 #include "analysis/summary.h"
 #include "log/cleaning.h"
@@ -11,6 +10,7 @@
 #include "plots/level_axis.h"
 #include "window/picture_export.h"
 #include "window/plot_deck.h"
+#include "window/record_text.h"
 #include "window/session.h"
 
 namespace orvandi {
@@ -137,8 +137,7 @@ Rows CleaningRows(const Session& session, const Summary& summary) {
                           .arg(counts.at(i))
                           .arg(shown ? QStringLiteral("shown all the same") : QStringLiteral("left out")));
   }
-  rows << std::pair(QStringLiteral("Hidden by hand"),
-                    QStringLiteral("%1 records").arg(session.HiddenCount()));
+  rows << std::pair(QStringLiteral("Hidden by hand"), RecordsText(session.HiddenCount()));
   rows << std::pair(QStringLiteral("Not understood"), QStringLiteral("%1 lines").arg(summary.dropped_lines));
   return rows;
 }

@@ -5,7 +5,6 @@
 #include <QUndoStack>
 #include <memory>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "analysis/comparison.h"

@@ -114,7 +114,7 @@ void LayerPanel::Refill() {
     item->setCheckState(looks[i].visible ? Qt::Checked : Qt::Unchecked);
     item->setIcon(ColorIcon(looks[i].color));
     const QString name = looks[i].name.isEmpty() ? QStringLiteral("(none)") : looks[i].name;
-    item->setText(QStringLiteral("%1  \u2013  %2 records").arg(name, CountText(layers[i].record_count)));
+    item->setText(QStringLiteral("%1  \u2013  %2").arg(name, RecordsText(layers[i].record_count)));
   }
   filling_ = false;
 }

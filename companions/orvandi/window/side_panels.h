@@ -2,7 +2,6 @@
 
 #include <QAbstractTableModel>
 #include <QWidget>
-#include <array>
 
 #include "window/session.h"
 

@@ -4,8 +4,9 @@
 #include <QFile>
 #include <QPainter>
 #include <QStyle>
-#include <QSvgRenderer>
 #include <QToolTip>
+
+#include "window/vector_pictures.h"
 
 // Resources of a static library are found only when somebody asks for them; the macro wants no namespace.
 static void LoadIcons() {
@@ -48,17 +49,6 @@ QPalette PaletteOf(const Tones& tones) {
   return palette;
 }
 
-QPixmap Painted(const QByteArray& svg, int side, const QColor& color) {
-  QByteArray colored = svg;
-  colored.replace("currentColor", color.name().toLatin1());
-  QSvgRenderer renderer(colored);
-  QPixmap pixmap(side, side);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  renderer.render(&painter);
-  return pixmap;
-}
-
 }  // namespace
 
 QPalette LightPalette() {
@@ -86,8 +76,8 @@ QIcon IconFor(const QString& name, const QPalette& palette) {
   const QByteArray svg = file.readAll();
   QIcon icon;
   for (const int side : {16, 20, 24, 32, 48, 64, 96, 144, 192}) {
-    icon.addPixmap(Painted(svg, side, palette.color(QPalette::ButtonText)));
-    icon.addPixmap(Painted(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)),
+    icon.addPixmap(PaintedIcon(svg, side, palette.color(QPalette::ButtonText)));
+    icon.addPixmap(PaintedIcon(svg, side, palette.color(QPalette::Disabled, QPalette::ButtonText)),
                    QIcon::Disabled);
   }
   return icon;

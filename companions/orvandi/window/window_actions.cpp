@@ -11,6 +11,7 @@
 #include "window/orvandi_window.h"
 #include "window/plot_deck.h"
 #include "window/side_panels.h"
+#include "window/vector_pictures.h"
 
 namespace orvandi {
 namespace {
@@ -243,7 +244,8 @@ QMenu* OrvandiWindow::MakeExportMenu() {
   records("GPX, a track\u2026", "gpx", Format::kGpx);
   records("GeoJSON\u2026", "geojson", Format::kGeoJson);
   records("CSV, a table\u2026", "csv", Format::kCsv);
-  menu->addSection(QStringLiteral("Pictures (PNG, SVG, PDF)"));
+  menu->addSection(WritesSvg() ? QStringLiteral("Pictures (PNG, SVG, PDF)")
+                               : QStringLiteral("Pictures (PNG, PDF)"));
   const auto picture = [&](const QString& text, QWidget* view, const QString& name) {
     QAction* action = menu->addAction(text);
     action->setObjectName(QStringLiteral("picture") + name);

@@ -16,11 +16,13 @@
 #include "window/plot_deck.h"
 #include "window/record_text.h"
 #include "window/report.h"
+#include "window/vector_pictures.h"
 
 namespace orvandi {
 namespace {
 
 constexpr qsizetype kMostRecent = 10;
+constexpr auto kJournalEnding = ".pending";
 // What came since the last look is read at once; more than this in the background.
 constexpr qint64 kReadAtOnceBytes = qint64{8} * 1024 * 1024;
 
@@ -64,7 +66,12 @@ QString OutcomeText(const ExportOutcome& outcome, const QString& path) {
 
 }  // namespace
 
+bool OrvandiWindow::LogIsThere(const QString& path) {
+  return QFileInfo::exists(path) || QFileInfo::exists(path + QString::fromLatin1(kJournalEnding));
+}
+
 void OrvandiWindow::OpenFiles(const QStringList& paths) {
+  if (!jobs_.Busy()) complaints_.clear();
   for (const QString& path : paths) Load(QFileInfo(path).absoluteFilePath());
 }
 
@@ -90,9 +97,11 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
     notice_->Say(QStringLiteral("Reading %1 was cancelled.").arg(QFileInfo(path).fileName()));
     return;
   }
-  notice_->Say(outcome.sentence.empty() ? QString()
-                                        : QFileInfo(path).fileName() + QStringLiteral(": ") +
-                                              QString::fromStdString(outcome.sentence));
+  if (!outcome.sentence.empty()) {
+    complaints_ << QFileInfo(path).fileName() + QStringLiteral(": ") +
+                       QString::fromStdString(outcome.sentence);
+  }
+  notice_->Say(complaints_.join(QLatin1Char('\n')));
   if (!outcome.ok) return;
   sizes_[path] = QFileInfo(path).size();
   session_.AddLog(file, path);
@@ -102,8 +111,7 @@ void OrvandiWindow::Loaded(const std::shared_ptr<LogFile>& file, const QString& 
 void OrvandiWindow::FollowTick() {
   if (jobs_.Busy() || !actions_.value(QStringLiteral("follow"))->isChecked()) return;
   if (session_.Logs().empty()) {
-    if (!options_.logger_log || options_.files.isEmpty() || !QFileInfo::exists(options_.files.front()))
-      return;
+    if (!options_.logger_log || options_.files.isEmpty() || !LogIsThere(options_.files.front())) return;
     options_.logger_log = false;
     OpenFiles(options_.files);
     return;
@@ -124,7 +132,9 @@ void OrvandiWindow::FollowTick() {
 
 void OrvandiWindow::WatchFiles() {
   QStringList wanted;
-  for (const OpenLog& log : session_.Logs()) wanted << log.path << log.path + QStringLiteral(".pending");
+  for (const OpenLog& log : session_.Logs()) {
+    wanted << log.path << log.path + QString::fromLatin1(kJournalEnding);
+  }
   for (const QString& path : watcher_.files()) {
     if (!wanted.contains(path)) watcher_.removePath(path);
   }
@@ -182,9 +192,10 @@ void OrvandiWindow::AskForExport(Format format, const QString& ending) {
 }
 
 void OrvandiWindow::AskForPicture(QWidget* view, const QString& name) {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"),
-                                                    Proposed(QStringLiteral("-%1.png").arg(name)),
-                                                    QStringLiteral("Pictures (*.png *.svg *.pdf)"));
+  const QString path = QFileDialog::getSaveFileName(
+      this, QStringLiteral("Save picture"), Proposed(QStringLiteral("-%1.png").arg(name)),
+      WritesSvg() ? QStringLiteral("Pictures (*.png *.svg *.pdf)")
+                  : QStringLiteral("Pictures (*.png *.pdf)"));
   if (!path.isEmpty()) SavePicture(view, path);
 }
 
@@ -271,7 +282,7 @@ void OrvandiWindow::Calibrate(const QString& path) {
     return;
   }
   QFile file(path);
-  constexpr qint64 kMostBytes = 1024 * 1024;
+  constexpr qint64 kMostBytes = qint64{1024} * 1024;
   if (!file.open(QIODevice::ReadOnly)) {
     notice_->Say(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
     return;

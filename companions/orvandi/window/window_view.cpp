@@ -160,21 +160,22 @@ void OrvandiWindow::ShowPlots() {
   }
   for (Plot* plot : plots_->All()) plot->Refresh(view);
   const bool any = session_.ShownCount() > 0;
+  const QString none =
+      session_.View().Count() == 0 ? QString() : QStringLiteral("no record is fit to be shown: see Cleaning");
   const Distribution& figures = plots_->Distribution()->Figures();
-  plots_->SetCaption(PlotDeck::kTime,
-                     any ? QStringLiteral("%1 records").arg(CountText(session_.ShownCount())) : QString());
-  plots_->SetCaption(PlotDeck::kDistance, any ? LawText(session_.FittedLaw(), view.unit) : QString());
+  plots_->SetCaption(PlotDeck::kTime, any ? RecordsText(session_.ShownCount()) : none);
+  plots_->SetCaption(PlotDeck::kDistance, any ? LawText(session_.FittedLaw(), view.unit) : none);
   plots_->SetCaption(PlotDeck::kPattern, session_.Compared() ? QStringLiteral("difference in dB by direction")
                                          : any ? QStringLiteral("%1 at 1 km, n = %2 within sectors")
                                                      .arg(UnitName(view.unit))
                                                      .arg(exponents.join(QStringLiteral(", ")))
-                                               : QString());
+                                               : none);
   plots_->SetCaption(PlotDeck::kDistribution,
                      figures.count > 0
                          ? QStringLiteral("median %1, 10 % below %2, 10 % above %3")
                                .arg(LevelText(figures.median, view.unit), LevelNumber(figures.p10, view.unit),
                                     LevelNumber(figures.p90, view.unit))
-                         : QString());
+                         : none);
 }
 
 void OrvandiWindow::ShowChosen() {
@@ -222,8 +223,8 @@ void OrvandiWindow::ShowCounts() {
   const std::size_t shown = session_.ShownCount();
   QString text;
   if (!session_.Logs().empty()) {
-    text = shown == all ? QStringLiteral("%1 records").arg(CountText(all))
-                        : QStringLiteral("%1 of %2 records").arg(CountText(shown), CountText(all));
+    text =
+        shown == all ? RecordsText(all) : QStringLiteral("%1 of %2").arg(CountText(shown), RecordsText(all));
     QStringList names;
     for (const OpenLog& log : session_.Logs()) names << log.name;
     setWindowTitle(names.join(QStringLiteral(", ")) + QStringLiteral(" \u2013 Orvandi"));

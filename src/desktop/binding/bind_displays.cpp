@@ -1,8 +1,8 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
+#include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
@@ -17,8 +17,6 @@
 #include "desktop/widgets/picture_widget.h"
 #include "desktop/widgets/readout.h"
 #include "desktop/widgets/strip_chart_widget.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 // Controls that only show something, and what all controls have in common.
 namespace kestrum {
@@ -79,25 +77,22 @@ void Binder::Bind(Label& label, TextLine* widget) {
   BindCommon(label, widget);
   Follow<std::string>(label.caption, [widget](const std::string& text) {
     widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
-    widget->setAccessibleName(widget->text());
   });
   FollowFrom<bool>(false, label.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   auto* events = new UserEvents(widget);
   events->clicked = [this, &label] { Deed(label.click); };
   if (!label.click) return;
-  widget->MakePressable();
+  widget->MakePressable(*widget, events->clicked);
   events->enter_pressed = events->clicked;
 }
 
 void Binder::Bind(Lamp& lamp, LampWidget* widget) {
   BindCommon(lamp, widget);
   widget->setAccessibleName(QLatin1String(lamp.name).mid(3));  // until it says more
-  Follow<LampText>(lamp.says, [widget](const LampText& says) {
-    widget->Show(says);
-    const QString advice = ToolTip(says.advice, *widget);
-    if (widget->toolTip() == advice) return;
-    widget->setToolTip(advice);
-    widget->setAccessibleDescription(ToQtLines(says.advice));
+  Follow<LampText>(lamp.says, [widget](const LampText& says) { widget->Show(says); });
+  Follow<std::string>(lamp.says.advice, [widget](const std::string& advice) {
+    widget->setToolTip(ToolTip(advice, *widget));
+    widget->setAccessibleDescription(ToQtLines(advice));
   });
   connect(widget, &LampWidget::clicked, this, [this, &lamp] { Deed(lamp.click); });
 }
@@ -129,7 +124,6 @@ void Binder::Bind(StatusPanel& panel, TextLine* widget) {
   widget->setObjectName(QLatin1String(panel.name));
   Follow<std::string>(panel.text, [widget](const std::string& text) {
     widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
-    widget->setAccessibleName(widget->text());
   });
   Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
     widget->setToolTip(ToolTip(text, *widget));
@@ -154,7 +148,7 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
   auto* events = new UserEvents(widget);
   events->clicked = [this, &bar] { Deed(bar.click); };
   if (!bar.click) return;
-  widget->setFocusPolicy(Qt::TabFocus);
+  widget->MakePressable(*widget, events->clicked);
   events->enter_pressed = events->clicked;
 }
 

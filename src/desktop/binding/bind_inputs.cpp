@@ -38,6 +38,12 @@ void ShowOption(QRadioButton* widget, bool checked) {
   widget->setAutoExclusive(true);
 }
 
+void ShowChosen(QComboBox* widget, const std::string& text) {
+  widget->setEditText(ToQt(text));
+  // A long text shows its beginning.
+  if (!widget->hasFocus()) widget->lineEdit()->setCursorPosition(0);
+}
+
 }  // namespace
 
 void Binder::Bind(Button& button, QPushButton* widget) {
@@ -104,14 +110,11 @@ void Binder::Bind(ComboBox& box, QComboBox* widget) {
     const QSignalBlocker quiet(widget);
     widget->clear();
     for (const std::string& item : items) widget->addItem(ToQt(item));
-    widget->setEditText(ToQt(box.text));
+    ShowChosen(widget, box.text);
   });
   Follow<std::string>(box.text, [widget](const std::string& text) {
     const QSignalBlocker quiet(widget);
-    if (widget->currentText() == ToQt(text)) return;
-    widget->setEditText(ToQt(text));
-    // A long text shows its beginning.
-    if (!widget->hasFocus()) widget->lineEdit()->setCursorPosition(0);
+    if (widget->currentText() != ToQt(text)) ShowChosen(widget, text);
   });
   connect(widget, &QComboBox::editTextChanged, this,
           [this, &box](const QString& text) { Deed([&box, text] { box.text = FromQt(text); }, {}); });

@@ -23,6 +23,10 @@ void Binder::Enter(const Handler& handler) {
   ++depth_;
   kestrum::Run(handler);
   --depth_;
+  if (deeds_wait_ && depth_ > 0) {
+    SyncTimers();  // a short pump inside a handler, which paints when it is through
+    return;
+  }
   Sync();
   if (depth_ == 0) RunDeeds();
 }

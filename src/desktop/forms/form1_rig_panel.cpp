@@ -74,10 +74,11 @@ void Form1Window::AddTuning(QBoxLayout* rows, const Panel& panel) {
   entry->setMinimumWidth(Characters(entry, 11));
   auto* set = panel.Button(form_.cmdSetFreq);
   auto* down = panel.Button(form_.cmdDown);
+  // Made in the order of the eye, which the tab key follows.
+  auto* step = panel.Slide(form_.sldkHzSteps, tr("Step in kHz"));
   auto* up = panel.Button(form_.cmdUp);
   KeepNarrow(down, 8);
   KeepNarrow(up, 8);
-  auto* step = panel.Slide(form_.sldkHzSteps, tr("Step in kHz"));
   step->setMinimumWidth(Characters(step, 5));
   auto* line = Line();
   line->addWidget(entry, 2);

@@ -93,7 +93,10 @@ void Form1Window::BuildMenus() {
 void Form1Window::BuildStatusBar() {
   statusBar()->setObjectName(QStringLiteral("StatusBar1"));
   statusBar()->setSizeGripEnabled(false);
-  statusBar()->setContentsMargins(fontMetrics().height() / 2, 0, fontMetrics().height() / 2, 0);
+  // In line with the texts above it; the bar itself adds a little on the left.
+  constexpr int kOwnMargin = 3;
+  const int air = fontMetrics().height() / 4 * 2;
+  statusBar()->setContentsMargins(qMax(0, air - kOwnMargin), 0, air, 0);
   constexpr int kPanelCharacters = 18;
   for (StatusPanel& status : form_.StatusBar1) {
     auto* panel = new TextLine(statusBar());
@@ -101,6 +104,10 @@ void Form1Window::BuildStatusBar() {
     statusBar()->addWidget(panel, 1);
     binder_.Bind(status, panel);
   }
+  const Panel beside(binder_, statusBar());
+  TextLine* const sound = beside.Value(form_.lblSound, 15);
+  sound->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  statusBar()->addPermanentWidget(sound);
   // Beside the panels and only as wide as what it says.
   auto* hint = new QLabel(statusBar());
   binder_.Bind(form_.lblHint, hint);
@@ -112,6 +119,8 @@ QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"), kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
+  constexpr int kOwnMargin = 2;  // of an edit field, which would stand apart from the line below
+  into->setTextMargins(-kOwnMargin, 0, 0, 0);
   into->setFocusPolicy(Qt::ClickFocus);
   // The text is selected for copying; that is no news to a driver.
   into->setStyleSheet(

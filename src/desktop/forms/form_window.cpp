@@ -31,6 +31,8 @@ std::optional<Key> FormKey(const QKeyEvent& event) {
       return Key::kF2;
     case Qt::Key_F3:
       return Key::kF3;
+    case Qt::Key_F4:
+      return Key::kF4;
     case Qt::Key_F5:
       return Key::kF5;
     default:
@@ -100,8 +102,21 @@ QPoint FormWindow::OnScreen(QPoint wanted) const {
           qBound(nearest.top(), wanted.y(), qMax(nearest.top(), nearest.bottom() - size.height()))};
 }
 
+void FormWindow::PlaceWhole() {
+  if (!isVisible() || isMaximized() || isMinimized() || isFullScreen()) return;
+  const QRect room = screen()->availableGeometry();
+  const QSize frame = frameSize() - size();
+  if (frameSize().width() > room.width() || frameSize().height() > room.height()) {
+    resize((room.size() - frame).boundedTo(size()));
+  }
+  const QPoint place(qBound(room.left(), x(), qMax(room.left(), room.right() + 1 - frameSize().width())),
+                     qBound(room.top(), y(), qMax(room.top(), room.bottom() + 1 - frameSize().height())));
+  if (place != pos()) move(place);
+}
+
 void FormWindow::Activate() {
   if (!form_.visible) return;
+  if (!activated_) PlaceWhole();  // by now the desktop has put its frame around the window
   activated_ = true;
   binder_.Enter(form_.activate);
 }

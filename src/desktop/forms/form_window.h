@@ -33,6 +33,8 @@ class FormWindow : public QMainWindow {
   // `wanted`, or the nearest place where the title bar lies on a screen.
   QPoint OnScreen(QPoint wanted) const;
   void Activate();
+  // Moves and, if need be, shrinks a shown window so that the whole of it lies on its screen.
+  void PlaceWhole();
 
   Form& form_;
   QWidget* owner_;

@@ -37,4 +37,16 @@ void WindowMemory::KeepFlag(const QString& name, bool on) const {
   QSettings(path_, QSettings::IniFormat).setValue(name, on);
 }
 
+int WindowMemory::Number(const QString& name, int otherwise) const {
+  if (path_.isEmpty()) return otherwise;
+  bool good = false;
+  const int number = QSettings(path_, QSettings::IniFormat).value(name).toInt(&good);
+  return good ? number : otherwise;
+}
+
+void WindowMemory::KeepNumber(const QString& name, int number) const {
+  if (path_.isEmpty()) return;
+  QSettings(path_, QSettings::IniFormat).setValue(name, number);
+}
+
 }  // namespace kestrum

@@ -19,6 +19,8 @@ class WindowMemory {
   void Keep(const QWidget& window) const;
   bool Flag(const QString& name, bool otherwise) const;
   void KeepFlag(const QString& name, bool on) const;
+  int Number(const QString& name, int otherwise) const;
+  void KeepNumber(const QString& name, int number) const;
 
  private:
   QString path_;

@@ -12,19 +12,24 @@
 #include "desktop/forms/form5_window.h"
 #include "desktop/widgets/cockpit_style.h"
 #include "desktop/widgets/scheme.h"
+#include "desktop/widgets/voices.h"
 
 namespace kestrum {
 namespace {
 
 const QString kNight = QStringLiteral("night");
+const QString kSound = QStringLiteral("sound");
 
 }  // namespace
 
-Windows::Windows(Forms& forms, Binder& binder, const QString& memory) : binder_(binder), memory_(memory) {
+Windows::Windows(Forms& forms, Binder& binder, const QString& memory, Speaker* speaker)
+    : binder_(binder), memory_(memory) {
+  GiveVoices();
   // One style everywhere, whose colours are the program's own.
   if (qobject_cast<CockpitStyle*>(QApplication::style()) == nullptr) QApplication::setStyle(new CockpitStyle);
   forms.night = memory_.Flag(kNight, forms.night);
   binder.Follow<bool>(forms.night, [this](const bool& night) { FollowNight(night); });
+  FollowSound(forms.sound, speaker);
   auto main = std::make_unique<Form1Window>(forms.form1, binder);
   windows_.push_back(std::make_unique<Form2Window>(forms.form2, binder, main.get()));
   windows_.push_back(std::make_unique<Form3Window>(forms.form3, binder, main.get()));
@@ -44,6 +49,19 @@ void Windows::FollowNight(const bool& night) {
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);
   memory_.KeepFlag(kNight, night);
+}
+
+void Windows::FollowSound(Sounder& sound, Speaker* speaker) {
+  const int kept = memory_.Number(kSound, static_cast<int>(sound.mode));
+  if (kept >= static_cast<int>(SoundMode::kOff) && kept <= static_cast<int>(SoundMode::kSignal)) {
+    sound.mode = static_cast<SoundMode>(kept);
+  }
+  binder_.FollowFrom<SoundMode>(sound.mode, sound.mode, [this](const SoundMode& mode) {
+    memory_.KeepNumber(kSound, static_cast<int>(mode));
+  });
+  if (speaker == nullptr) return;
+  binder_.FollowFrom<unsigned>(sound.plays, sound.plays,
+                               [&sound, speaker](const unsigned&) { speaker->Play(sound.tones); });
 }
 
 }  // namespace kestrum

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "common/session_bus.h"
+#include "common/linux/session_bus.h"
 #include "desktop/linux/started_process.h"
 #include "desktop/platform_factory.h"
 

@@ -1,13 +1,21 @@
 #include "desktop/platform_factory.h"
 
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "desktop/linux/bus_links.h"
 #include "desktop/linux/posix_file_store.h"
+#include "desktop/linux/qt_serial_port.h"
 
 namespace kestrum {
+namespace {
+
+constexpr QLatin1String kStartMinimised("KESTRUM_START_MINIMISED");
+
+}  // namespace
 
 std::unique_ptr<LinksAndWindows> MakeLinks() {
   return std::make_unique<BusLinks>();
@@ -15,6 +23,25 @@ std::unique_ptr<LinksAndWindows> MakeLinks() {
 
 std::unique_ptr<FileStore> MakeFileStore(const QString& folder) {
   return std::make_unique<PosixFileStore>(folder);
+}
+
+std::unique_ptr<SerialPort> MakeSerialPort(const QString& application_folder) {
+  return std::make_unique<QtSerialPort>(application_folder);
+}
+
+// A desktop here has no show style that one program could give another: our programs take the wish from the
+// environment. A started program does not take the focus from the one that the user works in.
+std::optional<qint64> StartProcess(const QString& path, const QString& folder, ShowStyle style) {
+  QProcess companion;
+  companion.setProgram(path);
+  companion.setWorkingDirectory(folder);
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(kStartMinimised);
+  if (style == ShowStyle::kMinimisedWithFocus) environment.insert(kStartMinimised, QStringLiteral("1"));
+  companion.setProcessEnvironment(environment);
+  qint64 process = 0;
+  if (!companion.startDetached(&process)) return std::nullopt;
+  return process;
 }
 
 QString ExecutableName(const QString& name) {

@@ -1,3 +1,5 @@
+#include "desktop/linux/serial_devices.h"
+
 #include <grp.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -7,14 +9,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <array>
-#include <cerrno>
 #include <chrono>
 #include <thread>
 
-#include "desktop/platform_factory.h"
-
-// Serial ports of Linux: which device a port number stands for, and why one does not open.
 namespace kestrum {
 namespace {
 

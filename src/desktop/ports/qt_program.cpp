@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QWidget>
 #include <csignal>
 #include <cstdio>
@@ -57,13 +56,12 @@ std::string QtProgram::CompanionPath(const std::string& name) const {
       QDir::toNativeSeparators(folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name))));
 }
 
-bool QtProgram::StartCompanion(const std::string& name, ShowStyle /*style*/) {
-  // How its window comes up is for the desktop to say here; a started program does not take the focus from
-  // the one that the user works in.
+bool QtProgram::StartCompanion(const std::string& name, ShowStyle style) {
   const QString path = folder_ + QLatin1Char('/') + ExecutableName(WithoutBackslash(name));
-  qint64 process = 0;
-  if (!QFileInfo(path).isFile() || !QProcess::startDetached(path, {}, folder_, &process)) return false;
-  if (on_started) on_started(name, process);
+  if (!QFileInfo(path).isFile()) return false;
+  const std::optional<qint64> process = StartProcess(path, folder_, style);
+  if (!process) return false;
+  if (on_started) on_started(name, *process);
   return true;
 }
 

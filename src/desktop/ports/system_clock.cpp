@@ -6,7 +6,14 @@
 namespace kestrum {
 
 DateTime SystemClock::Now() const {
-  const QDateTime now = QDateTime::currentDateTime();
+  constexpr qint64 kMinute_ms = 60000;
+  const qint64 now_ms = QDateTime::currentMSecsSinceEpoch();
+  // Each question for the zone looks at its file; zones change their offset at a full minute.
+  if (now_ms / kMinute_ms != asked_minute_) {
+    asked_minute_ = now_ms / kMinute_ms;
+    offset_s_ = QDateTime::fromMSecsSinceEpoch(now_ms).offsetFromUtc();
+  }
+  const QDateTime now = QDateTime::fromMSecsSinceEpoch(now_ms, Qt::OffsetFromUTC, offset_s_);
   return {now.date().year(), now.date().month(),  now.date().day(),
           now.time().hour(), now.time().minute(), now.time().second()};
 }

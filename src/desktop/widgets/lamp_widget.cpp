@@ -1,11 +1,9 @@
 #include "desktop/widgets/lamp_widget.h"
 
 #include <QAccessible>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 
 #include "desktop/text_convert.h"
@@ -13,6 +11,11 @@
 
 namespace kestrum {
 namespace {
+
+constexpr double kSignLeft = 0.2;  // shares of the height
+constexpr double kSign = 0.42;
+constexpr double kRound = 0.12;
+constexpr double kSmallestShare = 0.6;  // of its size, before a text is shortened
 
 QFont Sized(const QFont& base, double pixels, QFont::Weight weight) {
   QFont font = base;
@@ -34,6 +37,8 @@ void LampWidget::Show(const LampText& says) {
   if (says == says_) return;
   const bool news = says.words != says_.words || says.state != says_.state;
   const bool trouble = says.state == LampState::kTrouble && says_.state != LampState::kTrouble;
+  const bool advice_alone =
+      !news && says.detail == says_.detail && says.fill == says_.fill;  // the tool tip's matter
   says_ = says;
   // Each second brings another detail; only another state is worth being read aloud.
   if (news) {
@@ -43,7 +48,42 @@ void LampWidget::Show(const LampText& says) {
       QAccessible::updateAccessibility(&announced);
     }
   }
+  if (news) {
+    Redraw();
+  } else if (!advice_alone) {
+    update(Lower());
+  }
+}
+
+void LampWidget::Redraw() {
+  still_.Drop();
+  detail_letters_ = {};
   update();
+}
+
+QRect LampWidget::Lower() const {
+  const int top = height() / 2;
+  return {0, top, width(), height() - top};
+}
+
+void LampWidget::resizeEvent(QResizeEvent* event) {
+  QPushButton::resizeEvent(event);
+  Redraw();
+}
+
+void LampWidget::changeEvent(QEvent* event) {
+  QPushButton::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) Redraw();
+}
+
+void LampWidget::focusInEvent(QFocusEvent* event) {
+  QPushButton::focusInEvent(event);
+  Redraw();
+}
+
+void LampWidget::focusOutEvent(QFocusEvent* event) {
+  QPushButton::focusOutEvent(event);
+  Redraw();
 }
 
 QSize LampWidget::sizeHint() const {
@@ -94,50 +134,76 @@ void LampWidget::PaintSign(QPainter& painter, const QRectF& room, const QColor& 
   }
 }
 
-void LampWidget::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
+double LampWidget::Edge() const {
+  return std::max(1.0, height() / 30.0);
+}
+
+double LampWidget::TextLeft() const {
+  return height() * (kSignLeft + kSign + kSignLeft);
+}
+
+void LampWidget::DrawLine(QPainter& painter, Letters& letters, const QFont& wanted, const QString& text,
+                          double baseline) const {
+  const QPointF place(TextLeft(), baseline);
+  const double room = width() - TextLeft() - height() * 0.12;
+  letters.wanted.SetFont(wanted);
+  const double wide = letters.wanted.Width(text);
+  if (wide <= room) {
+    letters.wanted.Draw(painter, place, text);
+    return;
+  }
+  // What fitted last time is tried first; a resize forgets it.
+  const int smallest = static_cast<int>(wanted.pixelSize() * kSmallestShare);
+  const bool known = letters.smaller.font().pixelSize() > 0 && letters.smaller.Width(text) <= room;
+  for (int pixels = wanted.pixelSize() - 1; !known && pixels >= smallest; --pixels) {
+    letters.smaller.SetFont(Sized(wanted, pixels, static_cast<QFont::Weight>(wanted.weight())));
+    if (letters.smaller.Width(text) <= room) break;
+  }
+  const bool fits = letters.smaller.Width(text) <= room;
+  letters.smaller.Draw(
+      painter, place,
+      fits ? text : QFontMetricsF(letters.smaller.font()).elidedText(text, Qt::ElideRight, room));
+}
+
+// What changes with the state alone.
+void LampWidget::PaintStill() {
   const Scheme& scheme = SchemeOf(palette());
   const LampShades shades = scheme.Lamp(says_.state, fills_);
-  const double edge = std::max(1.0, height() / 30.0);
-  painter.fillRect(rect(), scheme.ground);
+  QPainter painter(&still_.Begin(*this, scheme.ground));
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double edge = Edge();
   const QRectF body = QRectF(rect()).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
-  const double round = height() * 0.12;
+  const double round = height() * kRound;
   painter.setPen(hasFocus() ? QPen(scheme.ink, edge * 3) : QPen(shades.edge, edge));
   painter.setBrush(shades.ground);
   painter.drawRoundedRect(hasFocus() ? body.adjusted(edge, edge, -edge, -edge) : body, round, round);
+  const double sign = height() * kSign;
+  PaintSign(painter, QRectF(height() * kSignLeft, (height() - sign) / 2, sign, sign), shades.sign);
+  painter.setPen(shades.ink);
+  Letters letters;
+  DrawLine(painter, letters, Sized(font(), height() * 0.38, QFont::Bold), ToQt(says_.words), height() * 0.46);
+}
+
+void LampWidget::paintEvent(QPaintEvent* event) {
+  if (still_.IsDue(*this)) PaintStill();
+  QPainter painter(this);
+  still_.Draw(painter, event->rect());
+  const LampShades shades = SchemeOf(palette()).Lamp(says_.state, fills_);
   if (fills_ && says_.state != LampState::kOff) {
     // How far the block has come: a bright line along the bottom.
     QColor fill = shades.ink;
-    painter.setPen(Qt::NoPen);
     fill.setAlphaF(0.85F);
-    painter.setBrush(fill);
-    const double thick = height() * 0.07;
-    const QRectF room = body.adjusted(round, 0, -round, -edge * 2);
-    painter.drawRect(QRectF(room.left(), room.bottom() - thick, room.width() * says_.fill, thick));
+    const double edge = Edge();
+    const double round = height() * kRound;
+    const double thick = height() * 0.055;  // below the descenders of the detail
+    const double bottom = height() - edge * 1.6;
+    painter.fillRect(QRectF(edge / 2 + round, bottom - thick,
+                            (width() - edge - round * 2) * std::clamp(says_.fill, 0.0, 1.0), thick),
+                     fill);
   }
-
-  const QString words = ToQt(says_.words);
-  const QString detail = ToQt(says_.detail);
-  const double sign = height() * 0.42;
-  const double left = height() * 0.2;
-  PaintSign(painter, QRectF(left, (height() - sign) / 2, sign, sign), shades.sign);
-  const double text_left = left + sign + height() * 0.2;
-  const double room = width() - text_left - height() * 0.12;
-  const auto draw = [&](const QString& text, double pixels, QFont::Weight weight, double baseline) {
-    QFont font = Sized(this->font(), pixels, weight);
-    double wide = QFontMetricsF(font).horizontalAdvance(text);
-    if (wide > room) {
-      font = Sized(font, std::max(pixels * room / wide, pixels * 0.6), weight);
-      wide = QFontMetricsF(font).horizontalAdvance(text);
-    }
-    painter.setFont(font);
-    painter.drawText(QPointF(text_left, baseline),
-                     wide > room ? QFontMetricsF(font).elidedText(text, Qt::ElideRight, room) : text);
-  };
   painter.setPen(shades.ink);
-  draw(words, height() * 0.38, QFont::Bold, height() * 0.46);
-  draw(detail, height() * 0.27, QFont::Normal, height() * 0.80);
+  DrawLine(painter, detail_letters_, Sized(font(), height() * 0.27, QFont::Normal), ToQt(says_.detail),
+           height() * 0.79);
 }
 
 }  // namespace kestrum

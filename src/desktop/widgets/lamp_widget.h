@@ -2,6 +2,8 @@
 
 #include <QPushButton>
 
+#include "desktop/widgets/quick_text.h"
+#include "desktop/widgets/still_picture.h"
 #include "forms/indicators.h"
 
 namespace kestrum {
@@ -24,12 +26,31 @@ class LampWidget : public QPushButton {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void PaintSign(QPainter& painter, const QRectF& room, const QColor& color) const;
 
+  void Redraw();
+  QRect Lower() const;  // where the detail stands, and the line that fills
+  double Edge() const;
+  double TextLeft() const;
+  // Letters of the size in which they are wanted, and of one in which a longer text fits.
+  struct Letters {
+    QuickText wanted;
+    QuickText smaller;
+  };
+  void DrawLine(QPainter& painter, Letters& letters, const QFont& wanted, const QString& text,
+                double baseline) const;
+  void PaintStill();
+
   bool fills_;
   LampText says_;
+  StillPicture still_;  // all but the detail and the line that fills
+  Letters detail_letters_;
 };
 
 }  // namespace kestrum

@@ -1,11 +1,11 @@
 #include "desktop/widgets/meter_bar.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/text_convert.h"
 #include "desktop/widgets/scheme.h"
@@ -32,7 +32,7 @@ MeterBar::MeterBar(QWidget* parent) : QWidget(parent) {
 }
 
 void MeterBar::Redraw() {
-  still_ = QPixmap();
+  still_.Drop();
   update();
 }
 
@@ -107,11 +107,6 @@ void MeterBar::UpdateBetween(int one, int other) {
   update(QRectF(from, 0, to - from, Track().height() + 2).toAlignedRect());
 }
 
-void MeterBar::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  still_ = QPixmap();
-}
-
 void MeterBar::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) Redraw();
@@ -148,10 +143,7 @@ void MeterBar::PaintScale(QPainter& painter) const {
 
 void MeterBar::PaintStill() {
   const Scheme& scheme = SchemeOf(palette());
-  still_ = QPixmap(size() * devicePixelRatioF());
-  still_.setDevicePixelRatio(devicePixelRatioF());
-  still_.fill(palette().color(QPalette::Window));
-  QPainter painter(&still_);
+  QPainter painter(&still_.Begin(*this, palette().color(QPalette::Window)));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(scheme.line, 1));
   painter.setBrush(scheme.bar_ground);
@@ -170,11 +162,10 @@ void MeterBar::PaintStill() {
 }
 
 void MeterBar::paintEvent(QPaintEvent* event) {
-  if (still_.isNull()) PaintStill();
+  if (still_.IsDue(*this)) PaintStill();
   QPainter painter(this);
   const QRectF part = event->rect();
-  const double ratio = devicePixelRatioF();
-  painter.drawPixmap(part, still_, QRectF(part.topLeft() * ratio, part.size() * ratio));
+  still_.Draw(painter, part);
   const Scheme& scheme = SchemeOf(palette());
   const QRectF room = Track().adjusted(2, 3, -2, -3);
   if (!stale_ && value_ > 0) {

@@ -1,16 +1,17 @@
 #pragma once
 
-#include <QPixmap>
 #include <QWidget>
 #include <vector>
 
+#include "desktop/widgets/pressable.h"
+#include "desktop/widgets/still_picture.h"
 #include "forms/control.h"
 
 namespace kestrum {
 
 // The signal bar, drawn as a row of segments or as one plain bar, with the scale of the table in use below it
 // and a thin mark at the peak of a moment ago.
-class MeterBar : public QWidget {
+class MeterBar : public QWidget, public Pressable {
   Q_OBJECT
   Q_PROPERTY(int value READ value WRITE setValue)
 
@@ -39,7 +40,6 @@ class MeterBar : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -58,7 +58,7 @@ class MeterBar : public QWidget {
   bool stale_ = false;
   std::vector<ScaleMark> marks_;
   double height_share_ = 1;
-  QPixmap still_;  // track, scale and hatching
+  StillPicture still_;  // track, scale and hatching
 };
 
 }  // namespace kestrum

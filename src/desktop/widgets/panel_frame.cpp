@@ -1,6 +1,7 @@
 #include "desktop/widgets/panel_frame.h"
 
 #include <QPainter>
+#include <algorithm>
 
 #include "desktop/widgets/scheme.h"
 
@@ -43,7 +44,7 @@ void FooterFrame::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setFont(Heading(font()));
   painter.setPen(SchemeOf(palette()).quiet);
-  const int margin = FooterHeight() / 2;
+  const int margin = std::max(4, width() / 70);  // as wide as the air around everything else
   painter.drawText(rect().adjusted(margin, 0, -margin, -2), Qt::AlignLeft | Qt::AlignBottom, title());
 }
 

@@ -1,14 +1,11 @@
 #include "desktop/widgets/pelorus_widget.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "desktop/widgets/dial_parts.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace kestrum {
 namespace {
@@ -17,10 +14,7 @@ const QColor kNeedleRed(0xFF, 0x00, 0x00);
 
 }  // namespace
 
-PelorusWidget::PelorusWidget(QWidget* parent) : QWidget(parent) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
+PelorusWidget::PelorusWidget(QWidget* parent) : Dial(12, 7, parent) {}
 
 void PelorusWidget::SetNeedle(Needle needle_deg) {
   needle_deg_ = needle_deg;
@@ -34,49 +28,14 @@ void PelorusWidget::SetCourse(Needle course_deg) {
   update();
 }
 
-void PelorusWidget::SetStale(bool stale) {
-  if (stale == stale_) return;
-  stale_ = stale;
-  update();
-}
-
-void PelorusWidget::SetBadge(const QString& badge) {
-  if (badge == badge_) return;
-  badge_ = badge;
-  update();
-}
-
-QSize PelorusWidget::sizeHint() const {
-  const int side = fontMetrics().height() * 12;
-  return {side, side};
-}
-
-QSize PelorusWidget::minimumSizeHint() const {
-  const int side = fontMetrics().height() * 7;
-  return {side, side};
-}
-
 // Room for the front mark above the rim.
 double PelorusWidget::Radius() const {
   return std::min(width(), height()) / 2.0 * 0.86;
 }
 
-void PelorusWidget::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  still_ = QPixmap();
-}
-
-void PelorusWidget::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) still_ = QPixmap();
-}
-
 void PelorusWidget::PaintStill() {
   const Scheme& scheme = SchemeOf(palette());
-  still_ = QPixmap(size() * devicePixelRatioF());
-  still_.setDevicePixelRatio(devicePixelRatioF());
-  still_.fill(palette().color(QPalette::Window));
-  QPainter painter(&still_);
+  QPainter painter(&still().Begin(*this, palette().color(QPalette::Window)));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(QRectF(rect()).center());
   const double radius = Radius();
@@ -104,14 +63,14 @@ void PelorusWidget::PaintLetters(QPainter& painter, double radius) const {
 }
 
 void PelorusWidget::paintEvent(QPaintEvent* /*event*/) {
-  if (still_.isNull()) PaintStill();
+  if (still().IsDue(*this)) PaintStill();
   QPainter painter(this);
   const Scheme& scheme = SchemeOf(palette());
-  if (stale_) {
+  if (Stale()) {
     painter.fillRect(rect(), palette().color(QPalette::Window));
     painter.setOpacity(kFadedDial);
   }
-  painter.drawPixmap(0, 0, still_);
+  still().Draw(painter);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(QRectF(rect()).center());
   const double radius = Radius();
@@ -119,9 +78,9 @@ void PelorusWidget::paintEvent(QPaintEvent* /*event*/) {
   if (needle_deg_) {
     PaintArrow(painter, OnCircle(*needle_deg_, radius * 0.94), radius, kNeedleRed);
   }
-  if (!stale_) return;
+  if (!Stale()) return;
   painter.setOpacity(1);
-  PaintBadge(painter, radius, badge_, scheme);
+  PaintBadge(painter, radius, Badge(), scheme);
 }
 
 }  // namespace kestrum

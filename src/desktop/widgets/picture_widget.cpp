@@ -1,6 +1,5 @@
 #include "desktop/widgets/picture_widget.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <cmath>
 #include <utility>
@@ -18,46 +17,21 @@ QPointF Centre(const Shape& shape) {
 
 }  // namespace
 
-PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
+PictureWidget::PictureWidget(QWidget* parent) : Dial(10, 5, parent) {}
 
 void PictureWidget::SetShapes(std::vector<Shape> shapes) {
   const auto same_circle = [](const Shape& a, const Shape& b) {
     return a.x1 == b.x1 && a.y1 == b.y1 && a.radius == b.radius;
   };
-  if (shapes.empty() || shapes_.empty() || !same_circle(shapes.front(), shapes_.front())) still_ = QPixmap();
+  if (shapes.empty() || shapes_.empty() || !same_circle(shapes.front(), shapes_.front())) still().Drop();
   shapes_ = std::move(shapes);
   update();
-}
-
-void PictureWidget::SetStale(bool stale) {
-  if (stale == stale_) return;
-  stale_ = stale;
-  update();
-}
-
-void PictureWidget::SetBadge(const QString& badge) {
-  if (badge == badge_) return;
-  badge_ = badge;
-  update();
-}
-
-QSize PictureWidget::sizeHint() const {
-  const int side = fontMetrics().height() * 10;
-  return {side, side};
-}
-
-QSize PictureWidget::minimumSizeHint() const {
-  const int side = fontMetrics().height() * 5;
-  return {side, side};
 }
 
 void PictureWidget::PaintShape(QPainter& painter, const Shape& shape) const {
   const QPointF start = Centre(shape);
   const QColor pure = ShapeColor(shape.color);
-  const bool fades = stale_ && shape.kind == Shape::Kind::kLine;
+  const bool fades = Stale() && shape.kind == Shape::Kind::kLine;
   const QColor color = fades ? Faded(pure, palette().color(QPalette::Window)) : pure;
   if (shape.kind == Shape::Kind::kCircle) {
     const double radius = ToPixels(shape.radius);
@@ -81,10 +55,7 @@ void PictureWidget::PaintShape(QPainter& painter, const Shape& shape) const {
 
 void PictureWidget::PaintStill(const Shape& circle) {
   const Scheme& scheme = SchemeOf(palette());
-  still_ = QPixmap(size() * devicePixelRatioF());
-  still_.setDevicePixelRatio(devicePixelRatioF());
-  still_.fill(palette().color(QPalette::Window));
-  QPainter painter(&still_);
+  QPainter painter(&still().Begin(*this, palette().color(QPalette::Window)));
   painter.setRenderHint(QPainter::Antialiasing);
   const double radius = ToPixels(circle.radius);
   painter.translate(Centre(circle));
@@ -102,26 +73,20 @@ void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), palette().color(QPalette::Window));
   if (shapes_.empty()) return;
-  if (still_.isNull()) PaintStill(shapes_.front());
-  if (stale_) painter.setOpacity(kFadedDial);
-  painter.drawPixmap(0, 0, still_);
+  if (still().IsDue(*this)) PaintStill(shapes_.front());
+  if (Stale()) painter.setOpacity(kFadedDial);
+  still().Draw(painter);
   painter.setOpacity(1);
   painter.setRenderHint(QPainter::Antialiasing);
   for (std::size_t i = 1; i < shapes_.size(); ++i) PaintShape(painter, shapes_.at(i));
-  if (!stale_) return;
+  if (!Stale()) return;
   painter.translate(Centre(shapes_.front()));
-  PaintBadge(painter, ToPixels(shapes_.front().radius), badge_, SchemeOf(palette()));
+  PaintBadge(painter, ToPixels(shapes_.front().radius), Badge(), SchemeOf(palette()));
 }
 
 void PictureWidget::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  still_ = QPixmap();
+  Dial::resizeEvent(event);
   emit Resized();
-}
-
-void PictureWidget::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) still_ = QPixmap();
 }
 
 }  // namespace kestrum

@@ -1,5 +1,6 @@
 #include "desktop/widgets/readout.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QFontInfo>
 #include <QFontMetricsF>
@@ -7,6 +8,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/widgets/scheme.h"
 
@@ -18,6 +20,8 @@ constexpr double kLineHeight = 1.16;     // of a font, in its pixel size
 constexpr double kSmallestShare = 0.75;  // of its font, before a text is shortened
 constexpr double kMeasure_px = 100;      // size in which texts are measured
 constexpr double kLargestWithoutEnd = 1000;
+constexpr double kValueShare = 0.46;  // size of the values against the S value
+constexpr double kSecondLine = 1.08;  // how far two values stand apart, in their size
 
 QFont Semibold(const QFont& base, double pixels) {
   QFont font = base;
@@ -48,19 +52,15 @@ double WidthAt100(const QFont& base, const QString& text) {
          QFontMetricsF(Semibold(base, kMeasure_px)).horizontalAdvance(parts.tail) * kTailShare;
 }
 
-// Draws in a room of the given size; returns where the text ends.
-struct Place {
-  double left;
-  double baseline;
-};
-double DrawParts(QPainter& painter, const Parts& parts, const QFont& main, const QFont& tail, Place place) {
-  painter.setFont(main);
-  painter.drawText(QPointF(place.left, place.baseline), parts.main);
-  const double end = place.left + QFontMetricsF(main).horizontalAdvance(parts.main);
-  if (parts.tail.isEmpty()) return end;
-  painter.setFont(tail);
-  painter.drawText(QPointF(end, place.baseline), parts.tail);
-  return end + QFontMetricsF(tail).horizontalAdvance(parts.tail);
+// Draws the main part and what follows it smaller; `place` is the left end of their base line.
+void DrawParts(QPainter& painter, const Parts& parts, const QuickText& main, const QuickText& tail,
+               const QPointF& place) {
+  main.Draw(painter, place, parts.main);
+  tail.Draw(painter, place + QPointF(main.Width(parts.main), 0), parts.tail);
+}
+
+double PartsWidth(const Parts& parts, const QuickText& main, const QuickText& tail) {
+  return main.Width(parts.main) + tail.Width(parts.tail);
 }
 
 }  // namespace
@@ -74,6 +74,9 @@ void TextLine::SetText(const QString& text) {
   if (text == text_) return;
   text_ = text;
   update();
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent renamed(this, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&renamed);
 }
 
 void TextLine::SetStale(bool stale) {
@@ -85,10 +88,6 @@ void TextLine::SetStale(bool stale) {
 void TextLine::SetDot(const QColor& color) {
   dot_ = color;
   update();
-}
-
-void TextLine::MakePressable() {
-  setFocusPolicy(Qt::TabFocus);
 }
 
 QSize TextLine::sizeHint() const {
@@ -119,31 +118,56 @@ void TextLine::PaintGround(QPainter& painter) const {
 void TextLine::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   PaintGround(painter);
-  painter.setPen(Ink());
-  QString shown = text_;
-  // Most texts fit, and measuring costs more than drawing.
-  if (text_.size() * fontMetrics().maxWidth() > width()) {
-    // A little smaller first, then shortened.
-    const double wide = fontMetrics().horizontalAdvance(text_);
-    const double share = std::clamp(width() / std::max(1.0, wide), kSmallestShare, 1.0);
-    QFont smaller = font();
-    smaller.setPixelSize(std::max(6, static_cast<int>(QFontInfo(smaller).pixelSize() * share)));
-    painter.setFont(smaller);
-    shown = painter.fontMetrics().elidedText(text_, elide_, width());
-  }
-  QRect room = rect();
+  QRectF room = rect();
   if (has_dot_) {
     const double size = height() * 0.4;
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Ink());
     painter.setBrush(dot_);
     painter.drawEllipse(QRectF(1, (height() - size) / 2, size, size));
-    room.setLeft(static_cast<int>(size * 1.6));
+    room.setLeft(size * 1.6);
   }
-  painter.drawText(room, static_cast<int>(alignment_ | Qt::TextSingleLine), shown);
+  normal_.SetFont(font());
+  const QuickText* letters = &normal_;
+  QString shown = text_;
+  const double wide = normal_.Width(text_);
+  if (wide > room.width()) {
+    // A little smaller first, then shortened.
+    QFont smaller = font();
+    const double share = std::max(room.width() / wide, kSmallestShare);
+    smaller.setPixelSize(std::max(6, static_cast<int>(BasePixels(*this) * share)));
+    smaller_.SetFont(smaller);
+    letters = &smaller_;
+    if (smaller_.Width(text_) > room.width()) {
+      shown = QFontMetricsF(smaller).elidedText(text_, elide_, room.width());
+    }
+  }
+  double left = room.left();
+  const double rest = std::max(0.0, room.width() - letters->Width(shown));
+  if ((alignment_ & Qt::AlignRight) != 0) left += rest;
+  if ((alignment_ & Qt::AlignHCenter) != 0) left += rest / 2;
+  painter.setPen(Ink());
+  letters->Draw(painter, {left, (height() + letters->Ascent() - letters->Descent()) / 2}, shown);
+}
+
+void FittedLine::Fit() const {
+  if (fitted_) return;
+  fitted_ = true;
+  ChooseFonts();
+}
+
+void FittedLine::resizeEvent(QResizeEvent* event) {
+  TextLine::resizeEvent(event);
+  fitted_ = false;
+}
+
+void FittedLine::changeEvent(QEvent* event) {
+  TextLine::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitted_ = false;
 }
 
 Readout::Readout(double scale, const QString& longest, QWidget* parent)
-    : TextLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
+    : FittedLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
@@ -157,52 +181,36 @@ QSize Readout::minimumSizeHint() const {
   return sizeHint();
 }
 
-void Readout::PrepareFonts() const {
-  if (prepared_) return;
-  prepared_ = true;
+void Readout::ChooseFonts() const {
   const double by_width = (width() - 2) * kMeasure_px / std::max(1.0, WidthAt100(font(), longest_));
   const double pixels = std::min({by_width, height() / kLineHeight, BasePixels(*this) * largest_scale_});
-  main_font_ = Semibold(font(), pixels);
-  tail_font_ = Semibold(font(), pixels * kTailShare);
+  main_.SetFont(Semibold(font(), pixels));
+  tail_.SetFont(Semibold(font(), pixels * kTailShare));
 }
 
 double Readout::FontPixels() const {
-  PrepareFonts();
-  return main_font_.pixelSize();
+  Fit();
+  return main_.font().pixelSize();
 }
 
 double Readout::TextWidth(const QString& text) const {
-  PrepareFonts();
-  const Parts parts = Split(text);
-  return QFontMetricsF(main_font_).horizontalAdvance(parts.main) +
-         QFontMetricsF(tail_font_).horizontalAdvance(parts.tail);
-}
-
-void Readout::resizeEvent(QResizeEvent* event) {
-  TextLine::resizeEvent(event);
-  prepared_ = false;
-}
-
-void Readout::changeEvent(QEvent* event) {
-  TextLine::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) prepared_ = false;
+  Fit();
+  return PartsWidth(Split(text), main_, tail_);
 }
 
 void Readout::paintEvent(QPaintEvent* /*event*/) {
-  PrepareFonts();
+  Fit();
   QPainter painter(this);
   PaintGround(painter);
   painter.setPen(Ink());
-  const QFontMetricsF metrics(main_font_);
-  const double baseline = (height() + metrics.ascent() - metrics.descent()) / 2;
-  const bool right = (alignment() & Qt::AlignRight) != 0;
-  const bool centre = (alignment() & Qt::AlignHCenter) != 0;
+  const double baseline = (height() + main_.Ascent() - main_.Descent()) / 2;
+  const Parts parts = Split(text());
   double left = 1;
-  if (right || centre) {
-    const double rest = width() - 1 - TextWidth(text());
-    left = right ? rest : rest / 2;
+  if ((alignment() & (Qt::AlignRight | Qt::AlignHCenter)) != 0) {
+    const double rest = width() - 1 - PartsWidth(parts, main_, tail_);
+    left = (alignment() & Qt::AlignRight) != 0 ? rest : rest / 2;
   }
-  DrawParts(painter, Split(text()), main_font_, tail_font_, {left, baseline});
+  DrawParts(painter, parts, main_, tail_, {left, baseline});
 }
 
 QSize SignalLine::sizeHint() const {
@@ -213,30 +221,32 @@ QSize SignalLine::minimumSizeHint() const {
   return {fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 2};
 }
 
+void SignalLine::ChooseFonts() const {
+  // "S9" and "+ 60dB" beside "50000.0 uV" and "20750.0 mV/m" are the longest.
+  const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
+  const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
+  const double pixels =
+      std::min(height() / kLineHeight,
+               width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
+  s_.SetFont(Semibold(font(), pixels));
+  s_tail_.SetFont(Semibold(font(), pixels * kTailShare));
+  value_.SetFont(Semibold(font(), pixels * kValueShare));
+  unit_.SetFont(Semibold(font(), pixels * kValueShare * kTailShare));
+}
+
 void SignalLine::paintEvent(QPaintEvent* /*event*/) {
+  Fit();
   QPainter painter(this);
   PaintGround(painter);
   painter.setPen(Ink());
   const QStringList texts = text().split(QStringLiteral(", "));
-  // "S9" and "+ 60dB" beside "50000.0 uV" and "20750.0 mV/m" are the longest.
-  const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
-  const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
-  constexpr double kValueShare = 0.46;  // size of the values against the S value
-  const double pixels =
-      std::min(height() / kLineHeight,
-               width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
-  const QFont s_font = Semibold(font(), pixels);
-  const QFontMetricsF s_metrics(s_font);
-  const double baseline = (height() + s_metrics.ascent() - s_metrics.descent()) / 2;
-  DrawParts(painter, Split(texts.value(0)), s_font, Semibold(font(), pixels * kTailShare), {1, baseline});
-  const QFont value_font = Semibold(font(), pixels * kValueShare);
-  const QFont unit_font = Semibold(font(), pixels * kValueShare * kTailShare);
+  const double baseline = (height() + s_.Ascent() - s_.Descent()) / 2;
+  DrawParts(painter, Split(texts.value(0)), s_, s_tail_, {1, baseline});
   for (int i = 1; i < texts.size(); ++i) {
     const Parts parts = Split(texts.at(i));
-    const double wide = QFontMetricsF(value_font).horizontalAdvance(parts.main) +
-                        QFontMetricsF(unit_font).horizontalAdvance(parts.tail);
-    const double line = baseline - (i == 1 ? pixels * kValueShare * 1.08 : 0);
-    DrawParts(painter, parts, value_font, unit_font, {width() - 1 - wide, line});
+    const double left = width() - 1 - PartsWidth(parts, value_, unit_);
+    const double line = baseline - (i == 1 ? value_.font().pixelSize() * kSecondLine : 0);
+    DrawParts(painter, parts, value_, unit_, {left, line});
   }
 }
 

@@ -3,11 +3,14 @@
 #include <QFont>
 #include <QWidget>
 
+#include "desktop/widgets/pressable.h"
+#include "desktop/widgets/quick_text.h"
+
 namespace kestrum {
 
 // One line of text that paints its own ground and never asks for a new layout when the text changes: what is
 // around it is neither painted nor measured again.
-class TextLine : public QWidget {
+class TextLine : public QWidget, public Pressable {
   Q_OBJECT
   Q_PROPERTY(QString text READ text WRITE SetText)
 
@@ -29,8 +32,6 @@ class TextLine : public QWidget {
   void UseDot() { has_dot_ = true; }
   bool HasDot() const { return has_dot_; }
   void SetDot(const QColor& color);
-  // Can be reached and pressed by the keyboard too.
-  void MakePressable();
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -50,11 +51,29 @@ class TextLine : public QWidget {
   int characters_ = 16;
   bool has_dot_ = false;
   QColor dot_;
+  QuickText normal_;
+  QuickText smaller_;
+};
+
+// A line whose letters are as large as there is room for.
+class FittedLine : public TextLine {
+  Q_OBJECT
+
+ protected:
+  using TextLine::TextLine;
+  // Only when the room or the font has changed since.
+  void Fit() const;
+  virtual void ChooseFonts() const = 0;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  mutable bool fitted_ = false;
 };
 
 // A number with its unit, as large as its longest text fits: the digits keep their size whatever the number.
 // What follows the first blank ("km", "+ 60dB") is drawn smaller.
-class Readout : public TextLine {
+class Readout : public FittedLine {
   Q_OBJECT
 
  public:
@@ -73,32 +92,35 @@ class Readout : public TextLine {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  void changeEvent(QEvent* event) override;
+  void ChooseFonts() const override;
 
  private:
-  void PrepareFonts() const;
-
   double scale_;
   QString longest_;
   double largest_scale_;
-  mutable bool prepared_ = false;
-  mutable QFont main_font_;
-  mutable QFont tail_font_;
+  mutable QuickText main_;
+  mutable QuickText tail_;
 };
 
 // The signal line "S8+, 38.3 uV, 15.89 mV/m": one text, drawn with a large S value and the two others beside
 // it, one above the other.
-class SignalLine : public TextLine {
+class SignalLine : public FittedLine {
   Q_OBJECT
 
  public:
-  explicit SignalLine(QWidget* parent) : TextLine(parent) {}
+  explicit SignalLine(QWidget* parent) : FittedLine(parent) {}
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void ChooseFonts() const override;
+
+ private:
+  mutable QuickText s_;
+  mutable QuickText s_tail_;
+  mutable QuickText value_;
+  mutable QuickText unit_;
 };
 
 }  // namespace kestrum

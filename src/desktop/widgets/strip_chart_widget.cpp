@@ -11,7 +11,7 @@ namespace kestrum {
 StripChartWidget::StripChartWidget(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  setAccessibleName(tr("Signal of the last 5 minutes"));
+  setAccessibleName(QStringLiteral("Signal of the last 5 minutes"));
 }
 
 void StripChartWidget::Show(const StripChart& chart) {
@@ -53,7 +53,7 @@ void StripChartWidget::paintEvent(QPaintEvent* /*event*/) {
                      QStringLiteral("S9"));
   }
   painter.setPen(scheme.quiet);
-  painter.drawText(QPointF(5, metrics.ascent() + 2), tr("last 5 min"));
+  painter.drawText(QPointF(5, metrics.ascent() + 2), QStringLiteral("last 5 min"));
   if (columns_.empty()) return;
 
   const double step = (width() - 4.0) / static_cast<double>(columns_.size());

@@ -99,6 +99,30 @@ TEST(DrivesimGpsPort, LostFixAndItsReturn) {
   EXPECT_TRUE(Eventually([&] { return client.Line().find(",A,") != std::string::npos; }));
 }
 
+TEST(DrivesimGpsPort, TheTunnelHasNoFix) {
+  DriveProcess drive({"--speedup", "200"});
+  Client client(drive.File("gps"));
+  EXPECT_THAT(client.Line(), HasSubstr(",A,"));
+  EXPECT_TRUE(Eventually([&] { return client.Line().find(",V,,,,,,,") != std::string::npos; }));
+  EXPECT_TRUE(Eventually([&] { return client.Line().find(",A,") != std::string::npos; }));
+}
+
+TEST(DrivesimGpsPort, AfterItsLapsTheCarStands) {
+  DriveProcess drive({"--speedup", "200", "--laps", "0.02", "--log", "log"});
+  ASSERT_TRUE(
+      Eventually([&] { return ReadFile(drive.File("log")).find("-- arrived\n") != std::string::npos; }));
+  Client client(drive.File("gps"));
+  const auto place = [&client] {
+    std::string line = client.Line();
+    while (!line.empty() && !line.starts_with("$GPRMC")) line = client.Line();
+    const auto fields = Fields(line);
+    return fields.size() > 6 ? fields[3] + fields[5] : std::string();
+  };
+  const std::string first = place();
+  EXPECT_NE(first, "");
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(place(), first);
+}
+
 TEST(DrivesimGpsPort, SilentReceiver) {
   DriveProcess drive({"--speedup", "50", "--faults", "0:gps-silence"});
   const Client client(drive.File("gps"));

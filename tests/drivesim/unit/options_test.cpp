@@ -23,6 +23,8 @@ TEST(Options, Defaults) {
   EXPECT_TRUE(options.gps);
   EXPECT_FALSE(options.gsa);
   EXPECT_TRUE(options.faults.empty());
+  EXPECT_EQ(options.antenna, Antenna::kBeam);
+  EXPECT_FALSE(options.laps.has_value());
 }
 
 TEST(Options, EverythingInBothForms) {
@@ -36,6 +38,8 @@ TEST(Options, EverythingInBothForms) {
                                                "--acks",      "off",
                                                "--power",     "off",
                                                "--faults",    "1:silence:2",
+                                               "--antenna",   "vertical",
+                                               "--laps",      "1.5",
                                                "--no-gps",    "--gsa"});
   ASSERT_TRUE(parsed);
   const Options& options = parsed.value();
@@ -49,6 +53,8 @@ TEST(Options, EverythingInBothForms) {
   EXPECT_FALSE(options.rig.acknowledges);
   EXPECT_FALSE(options.rig.powered);
   EXPECT_EQ(options.faults.size(), 1U);
+  EXPECT_EQ(options.antenna, Antenna::kVertical);
+  EXPECT_EQ(options.laps, 1.5);
   EXPECT_FALSE(options.gps);
   EXPECT_TRUE(options.gsa);
 }
@@ -68,7 +74,8 @@ TEST(Options, WrongValuesAreNamed) {
       {"--speedup", "0"},  {"--speedup", "1001"}, {"--seconds", "-1"},      {"--start-utc", "today"},
       {"--acks", "yes"},   {"--power", "1"},      {"--faults", "nonsense"}, {"--dir", ""},
       {"--log", ""},       {"--whatever", "x"},   {"--tx", "51,5"},         {"stray"},
-      {"--rig"},           {"--no-gps=1"}};
+      {"--rig"},           {"--no-gps=1"},        {"--antenna", "dish"},    {"--laps", "0"},
+      {"--laps", "-1"},    {"--laps", "1001"},    {"--laps", "x"}};
   for (const auto& row : bad) {
     std::vector<std::string> arguments = {"--dir", "d"};
     arguments.insert(arguments.end(), row.begin(), row.end());
@@ -87,9 +94,9 @@ TEST(Options, FolderIsNeededExceptForHelpAndVersion) {
 
 TEST(Options, TextsOfHelpAndVersion) {
   EXPECT_EQ(VersionText(), "drivesim 1.02");
-  for (const char* name :
-       {"--dir", "--rig", "--frequency", "--start-utc", "--speedup", "--seconds", "--no-gps", "--gsa",
-        "--acks", "--power", "--log", "--faults", "--control", "--help", "--version"}) {
+  for (const char* name : {"--dir", "--rig", "--frequency", "--start-utc", "--speedup", "--seconds",
+                           "--no-gps", "--gsa", "--acks", "--power", "--antenna", "--laps", "--log",
+                           "--faults", "--control", "--help", "--version"}) {
     EXPECT_NE(HelpText().find(name), std::string::npos) << name;
   }
 }

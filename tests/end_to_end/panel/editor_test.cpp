@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <filesystem>
 
 #include "panel.h"
 #include "support_process/qt_waits.h"
@@ -26,6 +27,10 @@ void PressInEditor(const char* name) {
 std::string Rows(const std::string& file) {
   const std::string bytes = process::ReadFile(file);
   return bytes.substr(bytes.find("\r\n") + 2);
+}
+
+bool IsThere(const std::string& file) {
+  return process::WaitFor([&] { return std::filesystem::exists(file); });
 }
 
 TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
@@ -55,6 +60,7 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   PressInEditor("cmdSstore");
 
   InEditor<QAction>("mnuSave1")->trigger();
+  ASSERT_TRUE(IsThere(File("Calibration1.cfg")));
   const std::string made = Rows(File("Calibration1.cfg"));
   EXPECT_NE(made.find(", 0.15, \r\n"), std::string::npos);
   EXPECT_NE(made.find("S1, 0.2, 0.083\r\n"), std::string::npos);
@@ -63,10 +69,11 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
 
   InEditor<QAction>("mnuDefaultCalibration")->trigger();
   InEditor<QAction>("mnuSave2")->trigger();
+  ASSERT_TRUE(IsThere(File("Calibration2.cfg")));
   EXPECT_NE(Rows(File("Calibration2.cfg")), made);
   InEditor<QAction>("mnuLoadConf1")->trigger();
   InEditor<QAction>("mnuSave2")->trigger();
-  EXPECT_EQ(Rows(File("Calibration2.cfg")), made);
+  EXPECT_TRUE(process::WaitFor([&] { return Rows(File("Calibration2.cfg")) == made; }));
   EXPECT_TRUE(boxes().empty());
 }
 

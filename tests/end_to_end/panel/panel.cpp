@@ -4,6 +4,7 @@
 #include <QTest>
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <filesystem>
 
 #include "support_process/qt_waits.h"
@@ -12,6 +13,8 @@ namespace kestrum::end_to_end {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kNoBus = "unix:path=/nonexistent";
 
 }  // namespace
 
@@ -34,8 +37,20 @@ Panel::~Panel() {
   windows_.reset();
   app_.reset();
   desktop_.reset();
+  for (const pid_t reader : Readers()) ::kill(reader, SIGKILL);
   drive_.reset();
+  bus_.reset();
+  qputenv("DBUS_SESSION_BUS_ADDRESS", kNoBus);
   ClearFolder();
+}
+
+void Panel::BringReader() {
+  bus_ = std::make_unique<process::PrivateBus>(runtime_.path().string());
+  ASSERT_NE(bus_->address(), "");
+  qputenv("DBUS_SESSION_BUS_ADDRESS", bus_->address().c_str());
+  fs::remove(File("Posdex"));
+  process::Install(KESTRUM_POSDEX, File("Posdex"));
+  process::WriteFile(File("posdex.conf"), "source=serial:gps@4800\n");
 }
 
 void Panel::ClearFolder() const {
@@ -49,13 +64,13 @@ void Panel::Start(const CarSetup& setup, const std::vector<std::string>& drive_a
                   std::size_t config_bytes) {
   constexpr std::array kModels{"FT817", "FT840", "FT847", "FT857", "FT897"};
   process::WriteFile(File("Kestrum.cfg"), ConfigText(setup, folder_).substr(0, config_bytes));
-  process::Call call{
-      {KESTRUM_DRIVESIM, "--dir", folder_, "--rig", kModels.at(static_cast<std::size_t>(setup.rig) - 1),
-       "--no-gps", "--log", File("rig-commands.txt")},
-      {},
-      {},
-      true};
+  process::Call call{{KESTRUM_DRIVESIM, "--dir", folder_, "--rig",
+                      kModels.at(static_cast<std::size_t>(setup.rig) - 1), "--log", File("rig-commands.txt")},
+                     {},
+                     {},
+                     true};
   call.words.insert(call.words.end(), drive_arguments.begin(), drive_arguments.end());
+  if (!bus_) call.words.emplace_back("--no-gps");
   drive_ = std::make_unique<process::Child>(call);
   ASSERT_NE(drive_->ReadLine().find("ready"), std::string::npos);
 

@@ -39,6 +39,9 @@ class Panel : public testing::Test {
   // The rig of the setup and the program, with as many bytes of the configuration as are left.
   void Start(const CarSetup& setup, const std::vector<std::string>& drive_arguments = {},
              std::size_t config_bytes = std::string::npos);
+  // Before Start: the real GPS reader on a session bus of its own, with the receiver of the drive.
+  void BringReader();
+  std::vector<pid_t> Readers() const { return process::ProcessesOf(File("Posdex")); }
   void TellDrive(const std::string& line);
 
   template <class T>
@@ -72,6 +75,7 @@ class Panel : public testing::Test {
   const std::vector<SeenBox>& boxes() const { return boxes_; }
 
   Desktop& desktop() { return *desktop_; }
+  Application& app() { return *app_; }
   std::string File(const std::string& name) const { return folder_ + "/" + name; }
   std::vector<Block> Log() const { return ParseLog(process::ReadFile(File("RSSI-GPS.log"))); }
 
@@ -82,6 +86,7 @@ class Panel : public testing::Test {
   std::string folder_;
   process::Scratch runtime_;
   RigLog rig_;
+  std::unique_ptr<process::PrivateBus> bus_;
   std::unique_ptr<process::Child> drive_;
   std::unique_ptr<Desktop> desktop_;
   std::unique_ptr<Application> app_;

@@ -101,6 +101,33 @@ TEST(TimePlot, StaysWhereTheUserWentUntilAllIsAskedFor) {
   EXPECT_EQ(plot.yAxis->label(), QStringLiteral("Field strength (mV/m)"));
 }
 
+TEST(TimePlot, TicksAreThoseOfAClock) {
+  struct Row {
+    double from_s;  // since the start of 2026-11-21
+    double to_s;
+    const char* labels;
+  };
+  constexpr double kDay = 1'795'219'200;
+  const std::vector<Row> rows = {
+      {80223, 81093, "22:20 22:25 22:30"},
+      {80400, 80440, "22:20:00 22:20:10 22:20:20 22:20:30 22:20:40"},
+      {0, 7300, "00:00 00:30 01:00 01:30 02:00"},
+      {-3600, 100000, "11-21 00:00 11-21 06:00 11-21 12:00 11-21 18:00 11-22 00:00"},
+      {0, 4 * 86400, "2026-11-21 2026-11-22 2026-11-23 2026-11-24 2026-11-25"}};
+  const TimePlot plot;
+  for (const Row& row : rows) {
+    QVector<double> ticks;
+    QVector<QString> labels;
+    const QCPRange range(kDay + row.from_s, kDay + row.to_s);
+    plot.xAxis->ticker()->generate(range, QLocale::c(), QLatin1Char('f'), 0, ticks, nullptr, &labels);
+    QStringList inside;
+    for (qsizetype i = 0; i < ticks.size(); ++i) {
+      if (range.contains(ticks[i])) inside << labels[i];
+    }
+    EXPECT_EQ(inside.join(QLatin1Char(' ')).toStdString(), row.labels);
+  }
+}
+
 TEST(TimePlot, PaintsARecordInItsColourAndLeavesOutWhatIsHidden) {
   ViewData view = Hundred();
   TimePlot plot;

@@ -12,8 +12,9 @@
 #include "window/plot_deck.h"
 #include "window/sample_drive.h"
 
-// Pictures of the window with a made-up drive, for looking at them and for the documents:
-//   orvandi_pictures FOLDER WIDTH HEIGHT [dark]
+// Pictures of the window, for looking at them and for the documents, with a log of the demo or, without one,
+// with a made-up drive:
+//   orvandi_pictures FOLDER WIDTH HEIGHT light|dark [LOG]
 // QT_SCALE_FACTOR chooses the scale; WIDTH and HEIGHT are in its units.
 namespace {
 
@@ -35,13 +36,21 @@ void ChooseSector(OrvandiWindow& window) {
   QTest::mouseClick(pattern, Qt::LeftButton, {}, pattern->SectorPlace(6));
 }
 
+bool WriteSampleLog(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) return false;
+  file.write(
+      QByteArray::fromStdString(test::SampleLog({}) + "a line of a foreign program\r\n10:41:12, GPS Ok, 51"));
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const QApplication toolkit(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 4) {
-    std::fputs("usage: orvandi_pictures FOLDER WIDTH HEIGHT [dark]\n", stderr);
+    std::fputs("usage: orvandi_pictures FOLDER WIDTH HEIGHT light|dark [LOG]\n", stderr);
     return 2;
   }
   const QDir folder(arguments.at(1));
@@ -53,12 +62,11 @@ int main(int argc, char** argv) {
   settings.setValue(QStringLiteral("theme"),
                     static_cast<int>(arguments.value(4) == QLatin1String("dark") ? 2 : 1));
   settings.sync();
-  const QString log = folder.filePath(QStringLiteral("drive.log"));
-  QFile file(log);
-  if (!file.open(QIODevice::WriteOnly)) return 1;
-  file.write(
-      QByteArray::fromStdString(test::SampleLog({}) + "a line of a foreign program\r\n10:41:12, GPS Ok, 51"));
-  file.close();
+  QString log = arguments.value(5);
+  if (log.isEmpty()) {
+    log = folder.filePath(QStringLiteral("drive.log"));
+    if (!WriteSampleLog(log)) return 1;
+  }
 
   OrvandiWindow window(StartOptions{{}, false, folder.path(), false});
   window.setWindowState(Qt::WindowNoState);

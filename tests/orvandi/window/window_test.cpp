@@ -54,6 +54,16 @@ TEST_F(OrvandiWindowTest, TheLoggersLogIsWaitedFor) {
   EXPECT_TRUE(Wait([this] { return Shown() > 0; }));
 }
 
+TEST_F(OrvandiWindowTest, TheFirstDriveIsShownBeforeItsFirstBlockIsWritten) {
+  Open(StartOptions{{Path("RSSI-GPS.log")}, true, Path(""), false});
+  Write("RSSI-GPS.log.pending",
+        SampleLog({.records = 30, .laps = 2, .two_antennas = false, .tunnel = false}));
+  EXPECT_TRUE(Wait([this] { return Shown() == 30; }));
+  Write("RSSI-GPS.log.pending",
+        SampleLog({.records = 40, .laps = 2, .two_antennas = false, .tunnel = false}));
+  EXPECT_TRUE(Wait([this] { return Shown() == 40; }));
+}
+
 TEST_F(OrvandiWindowTest, ShowsRecordsAndListsWhatWasDropped) {
   OpenLogs({Write("drive.log", SampleLog(Small()) + "a foreign line\r\n10:11:12, GPS Ok, 51")});
   EXPECT_EQ(window_->TheSession().View().Count(), 1200u);
@@ -234,6 +244,11 @@ TEST_F(OrvandiWindowTest, FilesThatAreNoLogsAreRefusedWithASentence) {
   ASSERT_TRUE(WaitIdle());
   EXPECT_THAT(Notice().toStdString(), HasSubstr("binary.log"));
   EXPECT_TRUE(window_->TheSession().Logs().empty());
+  // Of several each is told.
+  window_->OpenFiles({Path("missing.log"), Path("binary.log"), Path("")});
+  ASSERT_TRUE(WaitIdle());
+  EXPECT_EQ(Notice().count(QLatin1Char('\n')), 2) << Notice().toStdString();
+  EXPECT_THAT(Notice().toStdString(), HasSubstr("missing.log: There is no such file.\nbinary.log: "));
   QTest::mouseClick(Find<QToolButton>("closeNotice"), Qt::LeftButton);
   EXPECT_EQ(Notice(), QString());
 }
@@ -246,8 +261,13 @@ TEST_F(OrvandiWindowTest, ALogWithoutAnyFixIsShownInTimeAndSaysSo) {
                                              Line({.time = "01:55:35", .fix = "No GPS"})}))});
   EXPECT_EQ(window.TheSession().View().Count(), 2u);
   EXPECT_EQ(Shown(), 0u);
+  EXPECT_EQ(Find<QLabel>("counts")->text(), QStringLiteral("0 of 2 records"));
+  for (const auto kind : {PlotDeck::kTime, PlotDeck::kPattern}) {
+    EXPECT_EQ(window.Plots().Caption(kind), QStringLiteral("no record is fit to be shown: see Cleaning"));
+  }
   Find<QCheckBox>("showNofix")->click();
   EXPECT_EQ(Shown(), 2u);
+  EXPECT_EQ(window.Plots().Caption(PlotDeck::kTime), QStringLiteral("2 records"));
   EXPECT_FALSE(window.Map().grab().isNull());
 }
 

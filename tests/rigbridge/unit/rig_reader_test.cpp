@@ -6,7 +6,7 @@
 #include <atomic>
 
 #include "state_texts.h"
-#include "support_process/files.h"
+#include "support_process/waits.h"
 
 namespace kestrum::rigbridge {
 namespace {

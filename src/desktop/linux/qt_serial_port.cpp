@@ -1,9 +1,9 @@
-#include "desktop/ports/qt_serial_port.h"
+#include "desktop/linux/qt_serial_port.h"
 
 #include <QFileInfo>
 #include <utility>
 
-#include "desktop/platform_factory.h"
+#include "desktop/linux/serial_devices.h"
 #include "desktop/text_convert.h"
 #include "text/number_text.h"
 #include "text/text.h"

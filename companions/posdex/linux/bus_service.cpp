@@ -44,7 +44,7 @@ const sd_bus_vtable kObject[] = {
 
 }  // namespace
 
-BusService::BusService(QObject* parent) : QObject(parent) {
+BusService::BusService(QObject* parent) : TextService(parent) {
   heartbeat_.setInterval(reader::kHeartbeatEvery);
   connect(&heartbeat_, &QTimer::timeout, this, &BusService::Beat);
   connect(&bus_, &SessionBus::StateChanged, this, &BusService::OnBus);
@@ -116,6 +116,7 @@ void BusService::SetTexts(const GpsTexts& texts) {
   texts_ = texts;
   if (count == 0 || !owned_ || bus_.line() == nullptr) return;
   sd_bus_emit_properties_changed_strv(bus_.line(), reader::kPath, reader::kService, changed.data());
+  heartbeat_.start();  // texts are a sign of life too: whoever listens is woken once, not twice
 }
 
 }  // namespace kestrum::posdex

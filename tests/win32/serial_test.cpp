@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "desktop/win32/win32_serial_port.h"
+
+// A simulated FT840 is on COM1; there is no COM29. The file "vanish" in the working folder asks whoever runs
+// this to take the set away, "return" to bring it back.
+namespace kestrum {
+namespace {
+
+constexpr int kMissing = 29;
+const std::string kReadMeter("\0\0\0\0\xF7", 5);
+
+bool WaitUntil(const std::function<bool()>& done) {
+  for (int i = 0; i < 1000; ++i) {
+    if (done()) return true;
+    ::Sleep(10);
+  }
+  return false;
+}
+
+std::string Exchange(Win32SerialPort& port, const std::string& command) {
+  port.Write(command);
+  ::Sleep(50);
+  return port.ReadAll();
+}
+
+TEST(Win32SerialPort, NoPortIsNoPort) {
+  Win32SerialPort port;
+  EXPECT_FALSE(port.Open());
+  EXPECT_EQ(port.Trouble(), "No serial port is chosen.");
+  EXPECT_EQ(port.DeviceName(0), "");
+  EXPECT_EQ(port.DeviceName(3), "COM3");
+  port.Write("x");
+  EXPECT_EQ(port.ReadAll(), "");
+  EXPECT_FALSE(port.WaitsForDevice());
+}
+
+TEST(Win32SerialPort, APortThatIsMissingIsWaitedFor) {
+  Win32SerialPort port;
+  port.SetPort(kMissing);
+  port.SetSettings(" 9600,N,8,2");
+  EXPECT_FALSE(port.Open());
+  EXPECT_EQ(port.Trouble(), "COM29 is not there. Is the cable plugged in?");
+  EXPECT_TRUE(port.WaitsForDevice());
+  EXPECT_FALSE(port.DeviceIsBack());
+  port.SetPort(1);
+  EXPECT_FALSE(port.WaitsForDevice());
+}
+
+TEST(Win32SerialPort, SettingsThatAreNoneOpenNothing) {
+  for (const char* settings : {"", "9600", "9600,N,8", " 0,N,8,2", "9600,N,3,2", "fast,N,8,2"}) {
+    Win32SerialPort port;
+    port.SetPort(1);
+    port.SetSettings(settings);
+    EXPECT_FALSE(port.Open()) << settings;
+    EXPECT_NE(port.Trouble().find("COM1 cannot be opened with"), std::string::npos) << port.Trouble();
+    EXPECT_FALSE(port.WaitsForDevice()) << settings;
+  }
+}
+
+TEST(Win32SerialPort, TheSetAnswersWithFiveBytesWithin50Milliseconds) {
+  Win32SerialPort port;
+  port.SetPort(1);
+  port.SetSettings(" 9600,N,8,2");
+  ASSERT_TRUE(port.Open()) << port.Trouble();
+  EXPECT_EQ(port.Trouble(), "");
+  int whole = 0;
+  for (int i = 0; i < 50; ++i) {
+    const std::string reply = Exchange(port, kReadMeter);
+    if (reply.size() == 5 && reply[4] == '\xF7') ++whole;
+  }
+  EXPECT_GE(whole, 48);
+  EXPECT_EQ(port.ReadAll(), "");
+}
+
+void Leave(const char* name) {
+  const HANDLE file = ::CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  ::CloseHandle(file);
+}
+
+TEST(Win32SerialPort, ASetThatIsTakenAwayIsMissedAndComesBack) {
+  Win32SerialPort port;
+  port.SetPort(1);
+  port.SetSettings(" 9600,N,8,2");
+  ASSERT_TRUE(port.Open());
+  ASSERT_EQ(Exchange(port, kReadMeter).size(), 5U);
+  Leave("vanish");
+  EXPECT_TRUE(WaitUntil([&] {
+    Exchange(port, kReadMeter);
+    return !port.IsOpen();
+  }));
+  EXPECT_EQ(port.Trouble().find("COM1 was lost: "), 0U) << port.Trouble();
+  EXPECT_TRUE(port.WaitsForDevice());
+  EXPECT_EQ(port.ReadAll(), "");
+  Leave("return");
+  EXPECT_TRUE(WaitUntil([&] { return port.DeviceIsBack() && port.Open(); })) << port.Trouble();
+  EXPECT_TRUE(WaitUntil([&] { return Exchange(port, kReadMeter).size() == 5; }));
+}
+
+}  // namespace
+}  // namespace kestrum
