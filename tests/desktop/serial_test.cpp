@@ -16,6 +16,7 @@
 #include "desktop/linux/qt_serial_port.h"
 #include "desktop/linux/serial_devices.h"
 #include "desktop/platform_factory.h"
+#include "support/reason_of.h"
 #include "support_process/pty.h"
 #include "support_process/qt_waits.h"
 
@@ -23,6 +24,7 @@ namespace kestrum {
 namespace {
 
 using std::chrono::milliseconds;
+using test::ReasonOf;
 
 // A rig at the far end of a pseudo-terminal, which the application folder names "com1".
 class SerialTest : public ::testing::Test {
@@ -45,9 +47,9 @@ class SerialTest : public ::testing::Test {
 };
 
 TEST_F(SerialTest, OpensALinkInTheApplicationFolderAtTheSpeedOfTheSettings) {
-  ASSERT_TRUE(port_.Open()) << port_.Trouble();
+  ASSERT_TRUE(port_.Open()) << ReasonOf(port_.Trouble());
   EXPECT_TRUE(port_.IsOpen());
-  EXPECT_EQ(port_.Trouble(), "");
+  EXPECT_EQ(port_.Trouble(), std::nullopt);
   termios line{};
   ASSERT_EQ(::tcgetattr(rig_.device_end(), &line), 0);
   EXPECT_EQ(::cfgetospeed(&line), static_cast<speed_t>(B9600));
@@ -114,10 +116,10 @@ TEST_F(SerialTest, ALineThatTakesNothingIsTriedAgainAtTheNextCycle) {
   for (int i = 0; i < 200; ++i) {
     port_.Write(noise);
     if (i % 20 == 0) QApplication::processEvents();
-    ASSERT_TRUE(port_.IsOpen()) << port_.Trouble();
+    ASSERT_TRUE(port_.IsOpen()) << ReasonOf(port_.Trouble());
   }
   EXPECT_TRUE(process::StaysTrueWhileEventsRun(milliseconds(20), [this] { return port_.IsOpen(); }));
-  EXPECT_EQ(port_.Trouble(), "");
+  EXPECT_EQ(port_.Trouble(), std::nullopt);
   // The rig comes back to life: old bytes may come first, the new command comes whole and last.
   rig_.ReadAll();
   port_.Write("\x01\x02\x03\x04\x05");
@@ -138,7 +140,7 @@ TEST_F(SerialTest, AFullLineWhoseAdapterVanishesIsLost) {
     EXPECT_EQ(port_.ReadAll(), "");
     return !port_.IsOpen();
   }));
-  EXPECT_NE(port_.Trouble().find("was lost"), std::string::npos);
+  EXPECT_NE(ReasonOf(port_.Trouble()).find("was lost"), std::string::npos);
 }
 
 TEST_F(SerialTest, AVanishedAdapterClosesThePortAndSaysSo) {
@@ -149,7 +151,7 @@ TEST_F(SerialTest, AVanishedAdapterClosesThePortAndSaysSo) {
     EXPECT_EQ(port_.ReadAll(), "");
     return !port_.IsOpen();
   }));
-  EXPECT_NE(port_.Trouble().find("was lost"), std::string::npos) << port_.Trouble();
+  EXPECT_NE(ReasonOf(port_.Trouble()).find("was lost"), std::string::npos) << ReasonOf(port_.Trouble());
   EXPECT_FALSE(port_.Open());
 }
 
@@ -163,7 +165,7 @@ TEST_F(SerialTest, AReturnedAdapterIsOpenedAgain) {
   ASSERT_TRUE(port_.Open());
   port_.Close();
   EXPECT_FALSE(port_.IsOpen());
-  ASSERT_TRUE(port_.Open()) << port_.Trouble();
+  ASSERT_TRUE(port_.Open()) << ReasonOf(port_.Trouble());
   port_.Write("x");
   EXPECT_EQ(rig_.Read(1), "x");
 }
@@ -178,14 +180,14 @@ TEST_F(SerialTest, WhatWasWrittenLastLeavesBeforeThePortCloses) {
 TEST_F(SerialTest, SaysWhyAPortDoesNotOpen) {
   port_.SetPort(0);
   EXPECT_FALSE(port_.Open());
-  EXPECT_NE(port_.Trouble().find("No serial port"), std::string::npos);
+  EXPECT_NE(ReasonOf(port_.Trouble()).find("No serial port"), std::string::npos);
   port_.SetPort(6);
   qputenv("KESTRUM_COM6", "/dev/no-such-device");
   EXPECT_FALSE(port_.Open());
-  EXPECT_EQ(port_.Trouble(), "/dev/no-such-device is not there. Is the cable plugged in?");
+  EXPECT_EQ(ReasonOf(port_.Trouble()), "/dev/no-such-device is not there. Is the cable plugged in?");
   qputenv("KESTRUM_COM6", "/etc/hostname");
   EXPECT_FALSE(port_.Open());
-  EXPECT_EQ(port_.Trouble(), "/etc/hostname is not a serial port.");
+  EXPECT_EQ(ReasonOf(port_.Trouble()), "/etc/hostname is not a serial port.");
   qunsetenv("KESTRUM_COM6");
 }
 
@@ -195,8 +197,9 @@ TEST_F(SerialTest, SaysThatAnotherProgramHoldsThePort) {
   second.SetPort(1);
   second.SetSettings(" 9600,N,8,2");
   EXPECT_FALSE(second.Open());
-  EXPECT_EQ(second.Trouble(), dir_.filePath(QStringLiteral("com1")).toStdString() +
-                                  " is in use by another program. Close it, then choose the port again.");
+  EXPECT_EQ(ReasonOf(second.Trouble()),
+            dir_.filePath(QStringLiteral("com1")).toStdString() +
+                " is in use by another program. Close it, then choose the port again.");
   EXPECT_TRUE(port_.IsOpen());
 }
 
@@ -213,7 +216,7 @@ TEST_F(SerialTest, SaysWhichGroupToJoin) {
     const pid_t child = ::fork();
     if (child == 0) {
       if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(1);
-      const std::string text = WhyDeviceIsClosed(device).toStdString();
+      const std::string text = ReasonOf(WhyDeviceIsClosed(device));
       ::_exit(::write(line[1], text.data(), text.size()) < 0 ? 1 : 0);
     }
     ::close(line[1]);
