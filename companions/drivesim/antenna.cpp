@@ -9,7 +9,7 @@ namespace {
 constexpr double kElements = 5;
 constexpr double kScattered = 0.01;  // 20 dB below the power ahead
 
-/// Field of the end-fire array, 1 ahead.
+// Field of the end-fire array, 1 ahead.
 double ArrayFactor(double off_deg) {
   const double psi = std::numbers::pi / 2 * (std::cos(off_deg * std::numbers::pi / 180) - 1);
   const double below = kElements * std::sin(psi / 2);

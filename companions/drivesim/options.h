@@ -20,7 +20,7 @@ struct Options {
   std::string control_path;
   Antenna antenna = Antenna::kBeam;
   double speedup = 1;
-  std::optional<double> laps;  ///< without: on and on
+  std::optional<double> laps;  // without: on and on
   std::optional<double> wall_limit_s;
   std::optional<std::int64_t> start_utc_s;
   std::vector<FaultRow> faults;

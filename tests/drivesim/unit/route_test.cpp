@@ -26,7 +26,7 @@ double Turn(double from_deg, double to_deg) {
   return std::fabs(turn);
 }
 
-/// Whether the car turns off within the next metres.
+// Whether the car turns off within the next metres.
 bool NearATurn(const Route& route, double along_m) {
   for (const double turn_m : route.TurnsM()) {
     if (std::fabs(std::fmod(along_m, route.LengthM()) - turn_m) < 60) return true;
