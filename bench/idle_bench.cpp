@@ -29,7 +29,7 @@ void PrintShare(const std::string& what, double share) {
 // Of this process while its events run.
 double OwnShare(seconds duration) {
   const double from = ProcessorMs(::getpid());
-  process::StaysTrueWhileEventsRun(duration, [] { return true; });
+  process::LetEventsRunFor(duration);
   const double wall = std::chrono::duration<double, std::milli>(duration).count();
   return (ProcessorMs(::getpid()) - from) / wall * 100;
 }
@@ -61,7 +61,7 @@ void MeasureFlood() {
 void MeasureVanishedAdapter() {
   Line line;
   line.rig.Unplug();
-  process::StaysTrueWhileEventsRun(seconds(1), [] { return true; });
+  process::LetEventsRunFor(seconds(1));
   PrintShare("An adapter that has been pulled out", OwnShare(seconds(5)));
 }
 

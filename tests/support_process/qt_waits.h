@@ -30,4 +30,9 @@ bool StaysTrueWhileEventsRun(std::chrono::milliseconds duration, Condition condi
   return !WaitFor([&condition] { return !condition(); }, duration);
 }
 
+// What is shown settles: nothing tells when it has.
+inline void LetEventsRunFor(std::chrono::milliseconds duration) {
+  WaitFor([] { return false; }, duration);
+}
+
 }  // namespace kestrum::process

@@ -3,11 +3,11 @@
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 #include <algorithm>
 #include <cstdio>
 
 #include "map/map_view.h"
+#include "support_process/qt_waits.h"
 #include "window/orvandi_window.h"
 #include "window/plot_deck.h"
 
@@ -95,11 +95,13 @@ int main(int argc, char** argv) {
   window.setWindowState(Qt::WindowNoState);
   window.resize(arguments.at(2).toInt(), arguments.at(3).toInt());
   window.show();
-  QTest::qWait(100);
+  kestrum::process::LetEventsRunFor(std::chrono::milliseconds(100));
   QElapsedTimer timer;
   timer.start();
   window.OpenFiles({arguments.at(1)});
-  if (!QTest::qWaitFor([&] { return window.TheSession().ShownCount() > 0; }, 120'000)) return 1;
+  if (!kestrum::process::WaitFor([&] { return window.TheSession().ShownCount() > 0; },
+                                 std::chrono::minutes(2)))
+    return 1;
   QApplication::processEvents();
   std::printf("%zu records, open after %.2f s, at %d x %d\n", window.TheSession().View().Count(),
               static_cast<double>(timer.elapsed()) / 1000, window.width(), window.height());
