@@ -5,6 +5,7 @@
 #include <QScreen>
 
 #include "desktop/desktop_fixture.h"
+#include "desktop/twips.h"
 #include "support_process/qt_waits.h"
 
 namespace kestrum::test {
@@ -82,6 +83,15 @@ TEST_F(FormWindowTest, APositionOnNoScreenIsPulledBack) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     EXPECT_TRUE(screen.contains(Main()->pos())) << left << " " << top;
   }
+}
+
+TEST_F(FormWindowTest, AWindowOpensWholeOnItsScreen) {
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  forms.form1.left = static_cast<float>(ToTwips(screen.right() - 400));
+  forms.form1.top = static_cast<float>(ToTwips(screen.bottom() - 300));
+  ShowForm1();
+  EXPECT_TRUE(process::WaitFor([&] { return screen.contains(Main()->frameGeometry()); }))
+      << Main()->x() << ", " << Main()->y() << ", " << Main()->width() << " x " << Main()->height();
 }
 
 struct KeyCase {

@@ -44,13 +44,14 @@ TEST_F(ProgramGpsdTest, ALostFixIsToldAtOnce) {
   EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 10000));
 }
 
-TEST_F(ProgramGpsdTest, AKilledDaemonIsInvalidWithinFiveSecondsAndFoundAgain) {
+TEST_F(ProgramGpsdTest, AKilledDaemonIsInvalidAtOnceAndFoundAgain) {
   {
     process::Gpsd gpsd(port_, pty_.device());
     program_.Start(Arguments());
     ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
     gpsd.Kill();
-    EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("V"), 5000));
+    // Sooner than silence alone would end the fix, 2.5 s after the report before.
+    EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("V"), 2000));
   }
   const process::Gpsd gpsd(port_, pty_.device());
   EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));

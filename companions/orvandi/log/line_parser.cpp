@@ -1,6 +1,7 @@
 #include "log/line_parser.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
