@@ -14,7 +14,8 @@ void LetRunFor(std::chrono::milliseconds duration) {
 }
 
 void LetComeWithin(std::chrono::microseconds longest, std::mt19937& random) {
-  std::this_thread::sleep_for(std::chrono::microseconds(random() % static_cast<std::uint64_t>(longest.count())));
+  std::this_thread::sleep_for(
+      std::chrono::microseconds(random() % static_cast<std::uint64_t>(longest.count())));
 }
 
 }  // namespace kestrum::process
