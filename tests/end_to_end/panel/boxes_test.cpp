@@ -4,13 +4,13 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QTest>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
@@ -47,7 +47,7 @@ TEST_P(MenuBox, StopsNoMeasuring) {
   Start(setup);
   process::WriteFile(File("there.cfg"), "x");
   Press("cmdLoggin");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return Readings() >= 2; }, 20000));
+  ASSERT_TRUE(process::WaitFor([this] { return Readings() >= 2; }));
   if (row.in_editor) Menu("mnuCalibration");
 
   int before = row.boxes_before;
