@@ -127,6 +127,31 @@ TEST(StartUpSteps, ToolTipsOfTheMainWindow) {
   for (const auto& [control, text] : tips) EXPECT_EQ(control->tool_tip, text);
 }
 
+TEST(StartUpSteps, MenuItemsThatANewcomerMayNotKnowSayWhatTheyDo) {
+  ScriptedCar car;
+  car.Start();
+  const Form1& form = car.form1;
+  const std::vector<std::pair<const MenuItem*, const char*>> tips = {
+      {&form.mnuSavecfg, "Saves the settings now; the end of the program does so too."},
+      {&form.mnuDefaultCfg, "Puts the factory settings in place and ends the program."},
+      {&form.mnuSaveLogfile, "Names the log file and writes what is in the buffer into it."},
+      {&form.mnuSHowDDE, "The raw fields of the GPS reader: shown or hidden."},
+      {&form.mnuDefaultCalibration, "The built-in table: S9 is 50 uV, above 30 MHz 5 uV."},
+      {&form.mnuLoadConfig1, "Takes the table from Calibration1.cfg."},
+      {&form.mnuLoadConfig2, "Takes the table from Calibration2.cfg."},
+      {&form.mnuLoad, "Takes the table from a file that you name."},
+      {&form.mnuOrvandi, "Starts the mapping program, which shows logs."},
+      {&form.mnuTiming, "How often, or after what distance, a record is made."},
+      {&form.mnuAverageRSSI, "A record takes the mean of fast readings instead of a single one."},
+      {&form.mnuTxLatLong, "Where the transmitter stands: typed."},
+      {&form.mnuTxLatLongGps, "Where the transmitter stands: where the car is now."},
+      {&form.mnuBaud, "Speed of the port: each press takes the next one. Choose the same in the set."},
+      {&form.mnuMinimalDisplay, "Large figures for driving; starts logging."},
+      {&form.mnuPower, "dBm and watts, and what receivers can hear."},
+  };
+  for (const auto& [item, text] : tips) EXPECT_EQ(item->tool_tip, text);
+}
+
 TEST(StartUpSteps, TheCalibrationEditorIsLoadedHidden) {
   ScriptedCar car;
   car.WriteConfig(ScriptedCar::UsualSettings());

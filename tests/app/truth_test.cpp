@@ -201,6 +201,12 @@ INSTANTIATE_TEST_SUITE_P(
                     car.form1.cmbTxAntenna.text = "Loop, 5 W";
                     car.form1.cmbTxAntenna.taken();
                   },
+                  ", Antenna1, PWR 10W", ", Loop, 5 W"},
+        HeaderRow{"AntennaEntered",
+                  [](TrueCar& car) {
+                    car.form1.cmbTxAntenna.text = "Loop, 5 W";
+                    car.form1.cmbTxAntenna.enter_pressed();
+                  },
                   ", Antenna1, PWR 10W", ", Loop, 5 W"}),
     [](const auto& row) { return std::string(row.param.name); });
 
