@@ -64,10 +64,10 @@ void MeasureIdle() {
   InstantRig rig;
   const auto kestrum = car.StartKestrum(rig.path(), {"--start-logging"});
   process::LetRunFor(seconds(4));
-  constexpr double kWatched_s = 30;
+  constexpr double kWatchedS = 30;
   const long sleeps_from = Sleeps(kestrum->pid());
   const double share = ShareOf(kestrum->pid(), seconds(30));
-  const double wake_ups = static_cast<double>(Sleeps(kestrum->pid()) - sleeps_from) / kWatched_s;
+  const double wake_ups = static_cast<double>(Sleeps(kestrum->pid()) - sleeps_from) / kWatchedS;
   Print({"Idle at 5,000 ms, share of a core",
          "%",
          {share},
