@@ -1,5 +1,7 @@
 ; Installs Kestrum for the present user, without administrator rights. VERSION, FILES, ICON and OUTPUT come from
 ; the command line of makensis.
+; The programs are of 64 bits, so the setup is too.
+Target amd64-unicode
 Unicode true
 !include "MUI2.nsh"
 

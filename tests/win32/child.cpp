@@ -5,6 +5,7 @@
 #include <array>
 #include <iostream>
 #include <sstream>
+#include <string_view>
 #include <thread>
 
 #include "common/win32/wide_text.h"
@@ -170,6 +171,27 @@ bool CloseSmallest(const std::string& title) {
   };
   ::EnumWindows(look, reinterpret_cast<LPARAM>(&search));
   return search.found != nullptr && ::PostMessageW(search.found, WM_CLOSE, 0, 0) != 0;
+}
+
+bool ShowsWindow(const std::string& program) {
+  struct Search {
+    std::wstring ending;
+    bool found = false;
+  } search{L"\\" + win32::Wide(program)};
+  const WNDENUMPROC look = [](HWND window, LPARAM data) -> BOOL {
+    auto* const wanted = reinterpret_cast<Search*>(data);
+    if (::IsWindowVisible(window) == 0) return TRUE;
+    DWORD id = 0;
+    ::GetWindowThreadProcessId(window, &id);
+    const win32::Handle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
+    std::array<wchar_t, 1024> path{};
+    auto length = static_cast<DWORD>(path.size());
+    if (::QueryFullProcessImageNameW(process.get(), 0, path.data(), &length) == 0) return TRUE;
+    wanted->found = std::wstring_view(path.data(), length).ends_with(wanted->ending);
+    return wanted->found ? FALSE : TRUE;
+  };
+  ::EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+  return search.found;
 }
 
 }  // namespace kestrum::test

@@ -37,4 +37,7 @@ std::wstring ThisProgram();
 // Closes the smallest visible window with this title: a box, where the main window has the same title.
 bool CloseSmallest(const std::string& title);
 
+// Whether a running program shows a window, e.g. "Kestrum.exe".
+bool ShowsWindow(const std::string& program);
+
 }  // namespace kestrum::test

@@ -13,6 +13,8 @@ int main(int argc, char** argv) {
   }
   if (argc == 3 && std::string(argv[1]) == "--close-box")
     return kestrum::test::CloseSmallest(argv[2]) ? 0 : 1;
+  if (argc == 3 && std::string(argv[1]) == "--shows-window")
+    return kestrum::test::ShowsWindow(argv[2]) ? 0 : 1;
   // For a program that is started without arguments.
   if (const char* role = std::getenv("KESTRUM_TEST_ROLE")) return kestrum::test::RunChild(role, {});
   testing::InitGoogleTest(&argc, argv);

@@ -1,12 +1,17 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <functional>
+#include <string>
+
+#include "common/win32/serial_line.h"
 #include "desktop/win32/win32_serial_port.h"
 #include "support/reason_of.h"
 #include "support_process/waits.h"
 
 // A simulated FT840 is on COM1; there is no COM29. The file "vanish" in the working folder asks whoever runs
-// this to take the set away, "return" to bring it back.
+// this to take the set away, "return" to bring it back, "stall" to let it take no bytes any more until there
+// is "resume"; "stalled" is the answer to the former.
 namespace kestrum {
 namespace {
 
@@ -76,6 +81,54 @@ TEST(Win32SerialPort, TheSetAnswersWithFiveBytesWithin50Milliseconds) {
 void Leave(const char* name) {
   const HANDLE file = ::CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
   ::CloseHandle(file);
+}
+
+// While the set takes nothing the system's own buffers fill up, and then bytes wait after the call has
+// returned.
+TEST(SerialLine, WritingDoesNotWaitForALineThatTakesNoBytes) {
+  constexpr std::size_t kMostWaiting = 4096;
+  win32::SerialLine line;
+  ASSERT_EQ(line.Open(L"COM1", {.two_stop_bits = true}), 0U);
+  Leave("stall");
+  ASSERT_TRUE(WaitUntil([] { return ::GetFileAttributesA("stalled") != INVALID_FILE_ATTRIBUTES; }));
+  std::string commands;
+  while (commands.size() < 1000) commands += kReadMeter;
+  bool waited = false;
+  bool dropped = false;
+  // What waits is dropped as too much by the next call, or as too late.
+  EXPECT_TRUE(WaitUntil([&] {
+    EXPECT_EQ(line.Write(commands), 0U);
+    EXPECT_LE(line.Waiting(), kMostWaiting);
+    dropped = waited && line.Waiting() <= commands.size();
+    waited = waited || line.Waiting() > commands.size();
+    return dropped;
+  }));
+  EXPECT_TRUE(waited);
+  std::string bytes;
+  EXPECT_EQ(line.Read(bytes), 0U);
+  Leave("resume");
+  EXPECT_TRUE(WaitUntil([&] {
+    bytes.clear();
+    EXPECT_EQ(line.Write(kReadMeter), 0U);
+    ::Sleep(50);
+    EXPECT_EQ(line.Read(bytes), 0U);
+    return bytes.size() == 5 && line.Waiting() == 0;
+  }));
+}
+
+TEST(Win32SerialPort, CommandsInARowGoOutInTheirOrderAndAreAllAnswered) {
+  Win32SerialPort port;
+  port.SetPort(1);
+  port.SetSettings(" 9600,N,8,2");
+  ASSERT_TRUE(port.Open());
+  for (int i = 0; i < 20; ++i) port.Write(kReadMeter);
+  std::string replies;
+  EXPECT_TRUE(WaitUntil([&] {
+    replies += port.ReadAll();
+    return replies.size() >= 100;
+  }));
+  ASSERT_EQ(replies.size(), 100U);
+  for (std::size_t i = 4; i < replies.size(); i += 5) EXPECT_EQ(replies[i], '\xF7') << i;
 }
 
 TEST(Win32SerialPort, ASetThatIsTakenAwayIsMissedAndComesBack) {
