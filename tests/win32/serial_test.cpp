@@ -90,13 +90,13 @@ TEST(SerialLine, WritingDoesNotWaitForALineThatTakesNoBytes) {
   win32::SerialLine line;
   ASSERT_EQ(line.Open(L"COM1", {.two_stop_bits = true}), 0U);
   Leave("stall");
-  ASSERT_TRUE(WaitUntil([] { return ::GetFileAttributesA("stalled") != INVALID_FILE_ATTRIBUTES; }));
+  ASSERT_TRUE(Eventually([] { return ::GetFileAttributesA("stalled") != INVALID_FILE_ATTRIBUTES; }));
   std::string commands;
   while (commands.size() < 1000) commands += kReadMeter;
   bool waited = false;
   bool dropped = false;
   // What waits is dropped as too much by the next call, or as too late.
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     EXPECT_EQ(line.Write(commands), 0U);
     EXPECT_LE(line.Waiting(), kMostWaiting);
     dropped = waited && line.Waiting() <= commands.size();
@@ -107,10 +107,10 @@ TEST(SerialLine, WritingDoesNotWaitForALineThatTakesNoBytes) {
   std::string bytes;
   EXPECT_EQ(line.Read(bytes), 0U);
   Leave("resume");
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     bytes.clear();
     EXPECT_EQ(line.Write(kReadMeter), 0U);
-    ::Sleep(50);
+    process::LetRunFor(kReplyWindow);
     EXPECT_EQ(line.Read(bytes), 0U);
     return bytes.size() == 5 && line.Waiting() == 0;
   }));
@@ -123,7 +123,7 @@ TEST(Win32SerialPort, CommandsInARowGoOutInTheirOrderAndAreAllAnswered) {
   ASSERT_TRUE(port.Open());
   for (int i = 0; i < 20; ++i) port.Write(kReadMeter);
   std::string replies;
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     replies += port.ReadAll();
     return replies.size() >= 100;
   }));
