@@ -1,44 +1,27 @@
 #include "instant_rig.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
-#include <unistd.h>
-
 #include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <string_view>
+#include <string>
 
 namespace kestrum::bench {
 namespace {
 
-constexpr int kLookForTheEndMs = 100;
+constexpr std::chrono::milliseconds kLookForTheEnd{100};
 constexpr std::size_t kCommandBytes = 5;
 constexpr unsigned char kReadStatus = 0xE7;
 constexpr unsigned char kReadMeter = 0xF7;
 
 }  // namespace
 
-InstantRig::InstantRig() : line_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-  std::array<char, 128> name{};
-  if (line_ < 0 || ::grantpt(line_) != 0 || ::unlockpt(line_) != 0 ||
-      ::ptsname_r(line_, name.data(), name.size()) != 0) {
-    std::perror("pseudo-terminal");
-    std::exit(1);
-  }
-  path_ = name.data();
-  termios mode{};
-  ::tcgetattr(line_, &mode);
-  ::cfmakeraw(&mode);
-  ::tcsetattr(line_, TCSANOW, &mode);
+InstantRig::InstantRig() {
+  if (path().empty()) std::exit(1);
   thread_ = std::thread(&InstantRig::Serve, this);
 }
 
 InstantRig::~InstantRig() {
   end_ = true;
   thread_.join();
-  ::close(line_);
 }
 
 int InstantRig::WaitForMoreThan(int seen, std::chrono::milliseconds patience) {
@@ -48,22 +31,12 @@ int InstantRig::WaitForMoreThan(int seen, std::chrono::milliseconds patience) {
 }
 
 void InstantRig::Serve() {
-  std::array<unsigned char, kCommandBytes> command{};
-  std::size_t filled = 0;
+  std::string command;
   while (!end_) {
-    pollfd ready{line_, POLLIN, 0};
-    ::poll(&ready, 1, kLookForTheEndMs);
-    if ((ready.revents & POLLIN) == 0) {
-      // Hung up: whoever had the line open has gone.
-      if (ready.revents != 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      continue;
-    }
-    const ssize_t got = ::read(line_, command.data() + filled, command.size() - filled);
-    if (got <= 0) continue;
-    filled += static_cast<std::size_t>(got);
-    if (filled < command.size()) continue;
-    filled = 0;
-    Answer(command.back());
+    command += line_.ReadSome(kCommandBytes - command.size(), kLookForTheEnd);
+    if (command.size() < kCommandBytes) continue;
+    Answer(static_cast<unsigned char>(command.back()));
+    command.clear();
   }
 }
 
@@ -75,7 +48,7 @@ void InstantRig::Answer(unsigned char opcode) {
   const char level = kSwing.at(static_cast<std::size_t>(answers_) % kSwing.size());
   std::string reply(1, level);
   if (opcode == kReadMeter) reply = std::string(4, static_cast<char>(level * 12)) + "\xF7";
-  if (::write(line_, reply.data(), reply.size()) < 0) return;
+  line_.Write(reply);
   const std::scoped_lock lock(mutex_);
   if (answers_ == 0) first_read_ = now;
   ++answers_;

@@ -7,6 +7,8 @@
 #include <string>
 #include <thread>
 
+#include "support_process/pty.h"
+
 namespace kestrum::bench {
 
 // A rig on a pseudo-terminal that answers S-meter reads as fast as this machine can, so that what is measured
@@ -19,7 +21,7 @@ class InstantRig {
   InstantRig& operator=(const InstantRig&) = delete;
 
   // Device to open.
-  const std::string& path() const { return path_; }
+  const std::string& path() const { return line_.device(); }
   // Waits until more than `seen` reads have been answered, at most `patience`. Gives their number.
   int WaitForMoreThan(int seen, std::chrono::milliseconds patience);
   // When the first read came in; only after one has.
@@ -29,8 +31,7 @@ class InstantRig {
   void Serve();
   void Answer(unsigned char opcode);
 
-  int line_ = -1;
-  std::string path_;
+  process::Pty line_;
   std::atomic<bool> end_ = false;
   std::mutex mutex_;
   std::condition_variable answered_;

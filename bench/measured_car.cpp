@@ -1,10 +1,11 @@
 #include "measured_car.h"
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
+
+#include "support_process/car_config.h"
+#include "support_process/waits.h"
 
 namespace kestrum::bench {
 namespace {
@@ -22,36 +23,15 @@ std::string MeasuredCar::ProgramFolder() {
   return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
 }
 
-void MeasuredCar::Configure(const CarSetup& setup) {
+void MeasuredCar::Configure(int rig, int interval_ms, bool by_distance) {
+  process::CarSetup setup;
+  setup.rig = rig;
+  setup.interval_ms = interval_ms;
+  setup.by_distance = by_distance;
+  setup.frequency = " 3630 kHz";
+  setup.power_caption = "&On";
   const std::string folder = ProgramFolder();
-  const std::string interval = std::to_string(setup.interval_ms);
-  std::string text;
-  for (const std::string& line : {std::string("Kestrum Auto field strenght logger V1.02"),
-                                  " " + std::to_string(setup.rig) + "  1  9600 ",
-                                  " " + interval + " ",
-                                  std::string(" 2 "),
-                                  std::string(" 1 "),
-                                  std::string(" 0 "),
-                                  std::string(" 600  600 "),
-                                  std::string(" 600  600 "),
-                                  std::string(" 9 "),
-                                  std::string(" 1 "),
-                                  std::string("#TRUE#"),
-                                  std::string("#TRUE#"),
-                                  std::string(setup.by_distance ? "#TRUE#" : "#FALSE#"),
-                                  std::string("#FALSE#"),
-                                  std::string("#FALSE#"),
-                                  std::string("5157.00N"),
-                                  std::string("00532.00E"),
-                                  std::string("25 m"),
-                                  std::string(" 3630 kHz"),
-                                  folder + "/Calibration3.cfg",
-                                  folder + "/RSSI-GPS.log",
-                                  std::string("&On"),
-                                  std::string("Antenna1, PWR 10W")}) {
-    text += line + "\r\n";
-  }
-  process::WriteFile(folder + "/Kestrum.cfg", text);
+  process::WriteFile(folder + "/Kestrum.cfg", process::ConfigText(setup, folder));
   std::filesystem::remove(folder + "/RSSI-GPS.log");
 }
 
@@ -73,8 +53,14 @@ MeasuredCar::MeasuredCar(const std::string& rig_model, bool with_gps) : bus_(scr
   if (ready.find("ready") == std::string::npos) GiveUp("drivesim did not start: " + ready);
   process::WriteFile(ProgramFolder() + "/posdex.conf", "source=serial:" + File("gps") + "@4800\n");
   reader_ = std::make_unique<process::Child>(CallOf({ProgramFolder() + "/Posdex"}));
-  std::this_thread::sleep_for(kReaderFindsTheBus);
+  process::LetRunFor(kReaderFindsTheBus);
   if (!reader_->Running()) GiveUp("Posdex did not start");
+}
+
+std::unique_ptr<process::Child> MeasuredCar::StartReader(const std::string& source) const {
+  process::Call call = CallOf({ProgramFolder() + "/Posdex", "--source", source});
+  call.environment.emplace_back("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + File("nowhere"));
+  return std::make_unique<process::Child>(call);
 }
 
 process::Call MeasuredCar::CallOf(const std::vector<std::string>& words) const {

@@ -10,13 +10,6 @@
 
 namespace kestrum::bench {
 
-// What the measurements vary in Kestrum.cfg.
-struct CarSetup {
-  int rig = 2;  // 1 FT817, 2 FT840
-  int interval_ms = 5000;
-  bool by_distance = false;
-};
-
 // A car to measure in: the folder that the programs are built in, a session bus of its own, a simulated drive
 // and the GPS reader.
 class MeasuredCar {
@@ -26,7 +19,8 @@ class MeasuredCar {
 
   // Folder of the executable that runs now: everything is built into one.
   static std::string ProgramFolder();
-  static void Configure(const CarSetup& setup);
+  // Before the program starts: these settings, with the set switched on.
+  static void Configure(int rig, int interval_ms, bool by_distance);
 
   const std::string& bus() const { return bus_.address(); }
   std::string File(const std::string& name) const { return scratch_.File(name); }
@@ -34,6 +28,10 @@ class MeasuredCar {
   std::string runtime_folder() const { return File("run"); }
   // The rig of the simulated drive.
   std::string rig_port() const { return File("com1"); }
+  // A line to the simulated drive.
+  void TellDrive(const std::string& line) const { drive_->Tell(line); }
+  // Another GPS reader, with a source of its own and no bus.
+  std::unique_ptr<process::Child> StartReader(const std::string& source) const;
   // S-meter reads of the FT817 that the simulated rig has received.
   int StatusReads() const;
   std::unique_ptr<process::Child> StartKestrum(const std::string& rig_port,

@@ -2,13 +2,12 @@
 
 #include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <sstream>
-#include <thread>
 
 #include "instant_rig.h"
 #include "measured_car.h"
+#include "processor.h"
 #include "rows.h"
 
 // Whole processes, as the user starts them.
@@ -18,14 +17,6 @@ namespace {
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
-// Processor time of a whole process so far, in ms.
-double ProcessorMs(pid_t pid) {
-  clockid_t clock = 0;
-  timespec now{};
-  if (::clock_getcpuclockid(pid, &clock) != 0 || ::clock_gettime(clock, &now) != 0) return 0;
-  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
 double ResidentMb(pid_t pid) {
   std::istringstream pages(process::ReadFile("/proc/" + std::to_string(pid) + "/statm"));
   long total = 0;
@@ -34,19 +25,10 @@ double ResidentMb(pid_t pid) {
   return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
-// In percent of one core.
-double Share(const process::Child& program, seconds duration) {
-  const double from = ProcessorMs(program.pid());
-  const auto start = steady_clock::now();
-  std::this_thread::sleep_for(duration);
-  const double wall = std::chrono::duration<double, std::milli>(steady_clock::now() - start).count();
-  return (ProcessorMs(program.pid()) - from) / wall * 100;
-}
-
 void MeasureStartUp() {
   constexpr int kStarts = 25;
   const MeasuredCar car("FT840");
-  MeasuredCar::Configure({2, 10, false});
+  MeasuredCar::Configure(2, 10, false);
   std::vector<double> starts_ms;
   for (int start = 0; start < kStarts; ++start) {
     InstantRig rig;
@@ -78,14 +60,14 @@ long Sleeps(pid_t pid) {
 
 void MeasureIdle() {
   const MeasuredCar car("FT840");
-  MeasuredCar::Configure({2, 5000, false});
+  MeasuredCar::Configure(2, 5000, false);
   InstantRig rig;
   const auto kestrum = car.StartKestrum(rig.path(), {"--start-logging"});
-  std::this_thread::sleep_for(seconds(4));
-  constexpr double kWatched_s = 30;
+  process::LetRunFor(seconds(4));
+  constexpr double kWatchedS = 30;
   const long sleeps_from = Sleeps(kestrum->pid());
-  const double share = Share(*kestrum, seconds(30));
-  const double wake_ups = static_cast<double>(Sleeps(kestrum->pid()) - sleeps_from) / kWatched_s;
+  const double share = ShareOf(kestrum->pid(), seconds(30));
+  const double wake_ups = static_cast<double>(Sleeps(kestrum->pid()) - sleeps_from) / kWatchedS;
   Print({"Idle at 5,000 ms, share of a core",
          "%",
          {share},
@@ -101,13 +83,13 @@ void MeasureIdle() {
 
 void MeasureWaitForFix() {
   const MeasuredCar car("FT840", false);
-  MeasuredCar::Configure({2, 5000, true});
+  MeasuredCar::Configure(2, 5000, true);
   InstantRig rig;
   const auto kestrum = car.StartKestrum(rig.path(), {"--start-logging"});
-  std::this_thread::sleep_for(seconds(4));
+  process::LetRunFor(seconds(4));
   Print({"Waiting for the first fix, share of a core",
          "%",
-         {Share(*kestrum, seconds(15))},
+         {ShareOf(kestrum->pid(), seconds(15))},
          {5, {}},
          "ten looks a second"});
 }
@@ -135,13 +117,13 @@ void MeasureSideBySide() {
   constexpr std::chrono::milliseconds kPace{60};
   const MeasuredCar ours("FT817");
   const MeasuredCar theirs("FT817");
-  MeasuredCar::Configure({1, 10, false});
+  MeasuredCar::Configure(1, 10, false);
   const auto kestrum = ours.StartKestrum(ours.rig_port(), {"--start-logging"});
   // Its answers go nowhere; model 1020 is the FT817.
   process::Child rigctl(
       {{"sh", "-c", "exec rigctl -m 1020 -r \"$0\" -s 9600 >/dev/null", theirs.rig_port()}, {}, {}, true});
   rigctl.Tell("l STRENGTH");
-  std::this_thread::sleep_for(seconds(3));
+  process::LetRunFor(seconds(3));
   if (!rigctl.Running()) {
     std::fprintf(stderr, "process_bench: rigctl does not run\n");
     return;
@@ -152,7 +134,7 @@ void MeasureSideBySide() {
   for (int reading = 0; reading < kReadings; ++reading) {
     rigctl.Tell("l STRENGTH");
     next += kPace;
-    std::this_thread::sleep_until(next);
+    process::LetRunFor(std::chrono::ceil<std::chrono::milliseconds>(next - steady_clock::now()));
   }
   Print({"1,000 readings of an FT817: rigctl, processor time", "ms", client.ForAThousand(), {}, {}});
   Print(

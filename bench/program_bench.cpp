@@ -214,7 +214,7 @@ int Main(int argc, char** argv) {
   }
   const MeasuredCar car("FT817");
   InstantRig rig;
-  MeasuredCar::Configure({1, 5000, false});
+  MeasuredCar::Configure(1, 5000, false);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(car.runtime_folder()));
   qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(car.bus()));

@@ -26,10 +26,10 @@ class [[nodiscard]] Result {
   explicit operator bool() const { return ok(); }
 
   // Only of a result that is ok.
-  const Value& value() const& { return std::get<Value>(state_); }
-  Value&& value() && { return std::get<Value>(std::move(state_)); }
+  const Value& value() const& { return *std::get_if<Value>(&state_); }
+  Value&& value() && { return std::move(*std::get_if<Value>(&state_)); }
   // Only of one that is not.
-  const Fault& fault() const { return std::get<Fault>(state_); }
+  const Fault& fault() const { return *std::get_if<Fault>(&state_); }
 
  private:
   std::variant<Value, Fault> state_;

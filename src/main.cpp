@@ -64,8 +64,8 @@ int main(int argc, char** argv) {
   kestrum::OpenStandardDescriptors();
   const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
   if (AnswerOnly(arguments.subspan(1))) return 0;
-  if (const std::string reason = kestrum::WhyNoDisplay(arguments); !reason.empty()) {
-    std::fprintf(stderr, "Kestrum: %s\n", reason.c_str());
+  if (const auto fault = kestrum::WhyNoDisplay(arguments)) {
+    std::fprintf(stderr, "Kestrum: %s\n", fault->reason.c_str());
     return 1;
   }
   std::optional<kestrum::ToolkitStart> starting("Kestrum");

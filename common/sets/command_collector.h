@@ -6,18 +6,18 @@
 
 namespace kestrum::sets {
 
-/// Cuts what arrives at a CAT socket into commands of five bytes. Seconds are of any clock that does not go
-/// backwards.
+// Cuts what arrives at a CAT socket into commands of five bytes. Seconds are of any clock that does not go
+// backwards.
 class CommandCollector {
  public:
-  /// A set forgets a command that is not complete this long after its last byte.
+  // A set forgets a command that is not complete this long after its last byte.
   static constexpr double kGapS = 0.2;
 
-  /// The command that this byte completes.
+  // The command that this byte completes.
   std::optional<Command> Add(std::uint8_t byte, double now_s);
-  /// The bytes of an incomplete command whose time is over; they are forgotten. Ask before Add.
+  // The bytes of an incomplete command whose time is over; they are forgotten. Ask before Add.
   Bytes DropStale(double now_s);
-  /// When DropStale has something to do; nothing while no command is incomplete.
+  // When DropStale has something to do; nothing while no command is incomplete.
   std::optional<double> DeadlineS() const;
   void Clear() { incomplete_.clear(); }
 

@@ -9,9 +9,9 @@ struct TablePoint {
   double microvolt = 0;
 };
 
-/// The logger's default calibration up to 30 MHz: S0 to S9, steps of 10 dB to S9 + 50 dB, and its end at
-/// S9 + 60 dB. Above 30 MHz all microvolts are a tenth. Written down once more here, so that the programs on
-/// the other side of the line share no source with the logger.
+// The logger's default calibration up to 30 MHz: S0 to S9, steps of 10 dB to S9 + 50 dB, and its end at
+// S9 + 60 dB. Above 30 MHz all microvolts are a tenth. Written down once more here, so that the programs on
+// the other side of the line share no source with the logger.
 inline constexpr std::array<TablePoint, 16> kDefaultTable = {{{0, 0},
                                                               {1, 0.2},
                                                               {2, 0.39},

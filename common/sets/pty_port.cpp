@@ -9,12 +9,10 @@
 #include <cerrno>
 #include <system_error>
 
+#include "common/fault_text.h"
+
 namespace kestrum::sets {
 namespace {
-
-std::string Reason(const std::string& what) {
-  return what + ": " + std::error_code(errno, std::generic_category()).message();
-}
 
 UniqueFd OpenDevice(const std::string& device) {
   return UniqueFd(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
@@ -24,7 +22,7 @@ bool IsPseudoTerminal(const std::filesystem::path& device) {
   return device.parent_path() == "/dev/pts";
 }
 
-/// Raw, and nothing left in the input.
+// Raw, and nothing left in the input.
 bool MakeRaw(int fd) {
   termios settings{};
   if (::tcgetattr(fd, &settings) != 0) return false;
@@ -34,36 +32,36 @@ bool MakeRaw(int fd) {
 
 }  // namespace
 
-std::string PtyPort::Open() {
+Outcome PtyPort::Open() {
   Close();
-  std::string error = OpenTerminal();
-  if (error.empty()) error = MakeLink();
-  if (!error.empty()) master_.Reset();
-  return error;
+  Outcome made = OpenTerminal();
+  if (made) made = MakeLink();
+  if (!made) master_.Reset();
+  return made;
 }
 
-std::string PtyPort::OpenTerminal() {
+Outcome PtyPort::OpenTerminal() {
   master_ = UniqueFd(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (!master_) return Reason("no pseudo-terminal");
+  if (!master_) return SystemFault("no pseudo-terminal");
   std::array<char, 128> name{};
   if (::grantpt(Fd()) != 0 || ::unlockpt(Fd()) != 0 || ::ptsname_r(Fd(), name.data(), name.size()) != 0) {
-    return Reason("no pseudo-terminal");
+    return SystemFault("no pseudo-terminal");
   }
   device_ = name.data();
   const UniqueFd slave = OpenDevice(device_);
-  if (!slave || !MakeRaw(slave.Get())) return Reason(device_);
+  if (!slave || !MakeRaw(slave.Get())) return SystemFault(device_);
   used_ = false;
-  return {};
+  return Done{};
 }
 
-std::string PtyPort::MakeLink() const {
+Outcome PtyPort::MakeLink() const {
   std::error_code error;
   const auto status = std::filesystem::symlink_status(link_, error);
   if (std::filesystem::exists(status) && !std::filesystem::is_symlink(status)) {
-    return link_.string() + ": there is a file of that name that is no link";
+    return Fault{link_.string(), "there is a file of that name that is no link"};
   }
   if (const auto old = std::filesystem::read_symlink(link_, error); !error && !IsPseudoTerminal(old)) {
-    return link_.string() + ": there is a link of that name to " + old.string();
+    return Fault{link_.string(), "there is a link of that name to " + old.string()};
   }
   // Made beside it and renamed over it, so that the name is never missing while it is replaced.
   std::filesystem::path fresh = link_;
@@ -72,7 +70,8 @@ std::string PtyPort::MakeLink() const {
   std::filesystem::remove(fresh, error);
   std::filesystem::create_symlink(device_, fresh, error);
   if (!error) std::filesystem::rename(fresh, link_, error);
-  return error ? link_.string() + ": " + error.message() : std::string{};
+  if (error) return Fault{link_.string(), error.message()};
+  return Done{};
 }
 
 void PtyPort::Close() {
@@ -112,8 +111,7 @@ bool PtyPort::ClientPresent() const {
   return ::poll(&state, 1, 0) >= 0 && (state.revents & POLLHUP) == 0;
 }
 
-bool PtyPort::TidyAfterClient(std::string& error) {
-  error.clear();
+Result<bool> PtyPort::TidyAfterClient() {
   // Tidying opens and closes the terminal, which is a hang-up too: without `used_` it would never end.
   if (!master_ || !used_ || ClientPresent()) return false;
   used_ = false;
@@ -122,7 +120,7 @@ bool PtyPort::TidyAfterClient(std::string& error) {
     MakeRaw(slave.Get());
     return false;
   }
-  error = Open();
+  if (const Outcome made = Open(); !made) return made.fault();
   return true;
 }
 

@@ -14,11 +14,11 @@ struct Named {
   std::string_view name;
   Model model;
 };
-constexpr std::array<Named, 5> kModels = {{{"FT817", Model::FT817},
-                                           {"FT840", Model::FT840},
-                                           {"FT847", Model::FT847},
-                                           {"FT857", Model::FT857},
-                                           {"FT897", Model::FT897}}};
+constexpr std::array<Named, 5> kModels = {{{"FT817", Model::kFT817},
+                                           {"FT840", Model::kFT840},
+                                           {"FT847", Model::kFT847},
+                                           {"FT857", Model::kFT857},
+                                           {"FT897", Model::kFT897}}};
 
 }  // namespace
 
@@ -38,31 +38,31 @@ std::string_view ModelName(Model model) {
 
 std::string_view ModeName(Mode mode) {
   switch (mode) {
-    case Mode::LSB:
+    case Mode::kLsb:
       return "LSB";
-    case Mode::USB:
+    case Mode::kUsb:
       return "USB";
-    case Mode::CW:
+    case Mode::kCw:
       return "CW";
-    case Mode::CWN:
+    case Mode::kCwn:
       return "CWN";
-    case Mode::CWR:
+    case Mode::kCwr:
       return "CWR";
-    case Mode::CWNR:
+    case Mode::kCwnr:
       return "CWNR";
-    case Mode::AM:
+    case Mode::kAm:
       return "AM";
-    case Mode::AMN:
+    case Mode::kAmn:
       return "AMN";
-    case Mode::FM:
+    case Mode::kFm:
       return "FM";
-    case Mode::FMN:
+    case Mode::kFmn:
       return "FMN";
-    case Mode::WFM:
+    case Mode::kWfm:
       return "WFM";
-    case Mode::DIG:
+    case Mode::kDig:
       return "DIG";
-    case Mode::PKT:
+    case Mode::kPkt:
       return "PKT";
   }
   return {};
@@ -70,13 +70,13 @@ std::string_view ModeName(Mode mode) {
 
 std::unique_ptr<Rig> MakeRig(Model model, const RigSetup& setup) {
   switch (model) {
-    case Model::FT840:
+    case Model::kFT840:
       return std::make_unique<RigFt840>(setup);
-    case Model::FT847:
+    case Model::kFT847:
       return std::make_unique<RigFt847>(setup);
-    case Model::FT817:
-    case Model::FT857:
-    case Model::FT897:
+    case Model::kFT817:
+    case Model::kFT857:
+    case Model::kFT897:
       break;
   }
   return std::make_unique<RigFt817>(model, setup);

@@ -19,8 +19,8 @@ bool Receives(Model model, std::uint32_t frequency_10hz) {
   const auto inside = [&](const Band& band) {
     return frequency_10hz >= band.from_khz * 100 && frequency_10hz <= band.to_khz * 100;
   };
-  return model == Model::FT817 ? std::any_of(kBandsFt817.begin(), kBandsFt817.end(), inside)
-                               : std::any_of(kBandsFt857.begin(), kBandsFt857.end(), inside);
+  return model == Model::kFT817 ? std::any_of(kBandsFt817.begin(), kBandsFt817.end(), inside)
+                                : std::any_of(kBandsFt857.begin(), kBandsFt857.end(), inside);
 }
 
 struct ModeRow {
@@ -29,19 +29,19 @@ struct ModeRow {
 };
 constexpr std::uint8_t kFmByte = 0x08;
 constexpr std::uint8_t kFmNarrowByte = 0x88;  // not on an FT817
-constexpr std::array<ModeRow, 10> kModes = {{{0x00, Mode::LSB},
-                                             {0x01, Mode::USB},
-                                             {0x02, Mode::CW},
-                                             {0x03, Mode::CWR},
-                                             {0x04, Mode::AM},
-                                             {0x06, Mode::WFM},
-                                             {kFmByte, Mode::FM},
-                                             {0x0A, Mode::DIG},
-                                             {0x0C, Mode::PKT},
-                                             {kFmNarrowByte, Mode::FMN}}};
+constexpr std::array<ModeRow, 10> kModes = {{{0x00, Mode::kLsb},
+                                             {0x01, Mode::kUsb},
+                                             {0x02, Mode::kCw},
+                                             {0x03, Mode::kCwr},
+                                             {0x04, Mode::kAm},
+                                             {0x06, Mode::kWfm},
+                                             {kFmByte, Mode::kFm},
+                                             {0x0A, Mode::kDig},
+                                             {0x0C, Mode::kPkt},
+                                             {kFmNarrowByte, Mode::kFmn}}};
 
 std::optional<Mode> ModeOf(Model model, std::uint8_t byte) {
-  if (model == Model::FT817 && byte == kFmNarrowByte) return std::nullopt;
+  if (model == Model::kFT817 && byte == kFmNarrowByte) return std::nullopt;
   const auto* const row = std::find_if(kModes.begin(), kModes.end(),
                                        [&](const ModeRow& candidate) { return candidate.byte == byte; });
   return row == kModes.end() ? std::nullopt : std::optional(row->mode);
@@ -57,7 +57,7 @@ RigFt817::RigFt817(Model model, const RigSetup& setup)
     : model_(model),
       acknowledges_(setup.acknowledges),
       sleeps_(setup.sleeps),
-      powered_(setup.powered || model != Model::FT817),
+      powered_(setup.powered || model != Model::kFT817),
       vfos_{{{setup.frequency_hz / 10, 0x00}, {1420000, 0x01}}} {}
 
 Answer RigFt817::Ack(std::string meaning, std::uint8_t byte) const {
@@ -106,14 +106,14 @@ std::optional<Answer> RigFt817::HandleRead(const Command& command, std::optional
   }
 }
 
-/// Bit 7: squelched. FM is silent without a signal, the other modes always hiss.
+// Bit 7: squelched. FM is silent without a signal, the other modes always hiss.
 Bytes RigFt817::ReceiveStatus(std::optional<int> meter) const {
   if (!meter) return {};
   const bool squelched = Current().mode_byte == kFmByte && *meter == 0;
   return {static_cast<std::uint8_t>(std::clamp(*meter, 0, MeterMax()) | (squelched ? 0x80 : 0))};
 }
 
-/// The one cell that control programs need, to know the VFO in use. Bit 7: VFO, not memory; bit 0: VFO B.
+// The one cell that control programs need, to know the VFO in use. Bit 7: VFO, not memory; bit 0: VFO B.
 std::uint8_t RigFt817::MemoryCell(unsigned address) const {
   if (address != 0x55) return 0x00;
   return second_vfo_ ? 0x81 : 0x80;
@@ -148,7 +148,7 @@ Answer RigFt817::Lock(bool wanted) {
 }
 
 std::optional<Answer> RigFt817::HandlePower(std::uint8_t opcode) {
-  if (model_ != Model::FT817 || (opcode != 0x0F && opcode != 0x8F)) return std::nullopt;
+  if (model_ != Model::kFT817 || (opcode != 0x0F && opcode != 0x8F)) return std::nullopt;
   powered_ = opcode == 0x0F;
   Answer answer = powered_ ? Ack("power on", 0xF0) : Ack("power off");
   answer.change.powered = powered_;

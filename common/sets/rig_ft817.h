@@ -6,9 +6,9 @@
 
 namespace kestrum::sets {
 
-/// FT817, FT857 and FT897: one command table. Frequencies go most significant digits first, the parameters
-/// come before the opcode, and every command that sets something is acknowledged with one byte: 0x00 done,
-/// 0xF0 when the set already was as asked.
+// FT817, FT857 and FT897: one command table. Frequencies go most significant digits first, the parameters
+// come before the opcode, and every command that sets something is acknowledged with one byte: 0x00 done,
+// 0xF0 when the set already was as asked.
 class RigFt817 : public Rig {
  public:
   RigFt817(Model model, const RigSetup& setup);

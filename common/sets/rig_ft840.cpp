@@ -5,21 +5,21 @@
 namespace kestrum::sets {
 namespace {
 
-constexpr std::array<Mode, 7> kModes = {Mode::LSB, Mode::USB, Mode::CW, Mode::CWN,
-                                        Mode::AM,  Mode::AMN, Mode::FM};
+constexpr std::array<Mode, 7> kModes = {Mode::kLsb, Mode::kUsb, Mode::kCw, Mode::kCwn,
+                                        Mode::kAm,  Mode::kAmn, Mode::kFm};
 
-/// The status update knows five modes; width is a flag beside them.
+// The status update knows five modes; width is a flag beside them.
 std::uint8_t StatusMode(Mode mode) {
   switch (mode) {
-    case Mode::LSB:
+    case Mode::kLsb:
       return 0;
-    case Mode::USB:
+    case Mode::kUsb:
       return 1;
-    case Mode::CW:
-    case Mode::CWN:
+    case Mode::kCw:
+    case Mode::kCwn:
       return 2;
-    case Mode::AM:
-    case Mode::AMN:
+    case Mode::kAm:
+    case Mode::kAmn:
       return 3;
     default:
       return 4;
@@ -29,7 +29,7 @@ std::uint8_t StatusMode(Mode mode) {
 }  // namespace
 
 RigFt840::RigFt840(const RigSetup& setup)
-    : vfos_{{{setup.frequency_hz / 10, Mode::LSB}, {1420000, Mode::USB}}} {}
+    : vfos_{{{setup.frequency_hz / 10, Mode::kLsb}, {1420000, Mode::kUsb}}} {}
 
 Answer RigFt840::Handle(const Command& command, std::optional<int> meter) {
   if (auto answer = HandleRead(command, meter)) return *answer;
@@ -49,7 +49,7 @@ std::optional<Answer> RigFt840::HandleRead(const Command& command, std::optional
   }
 }
 
-/// The value four times, then the opcode.
+// The value four times, then the opcode.
 Bytes RigFt840::Meter(std::optional<int> meter) const {
   if (!meter) return {};
   const auto value = static_cast<std::uint8_t>(std::clamp(*meter, 0, MeterMax()));
@@ -99,15 +99,15 @@ Answer RigFt840::SetMode(std::uint8_t mode_byte) {
   return answer;
 }
 
-/// Bit 7 of the first byte: VFO, not memory; bit 6: VFO B. The last two tell the model.
+// Bit 7 of the first byte: VFO, not memory; bit 6: VFO B. The last two tell the model.
 Bytes RigFt840::Flags() const {
   return {static_cast<std::uint8_t>(second_vfo_ ? 0xC0 : 0x80), 0x00, 0x00, 0x08, 0x41};
 }
 
-/// Nine bytes: band, frequency in 10 Hz (binary, most significant first), clarifier, mode, two of flags.
+// Nine bytes: band, frequency in 10 Hz (binary, most significant first), clarifier, mode, two of flags.
 Bytes RigFt840::Record(const Vfo& vfo) {
   const std::uint32_t f = vfo.frequency_10hz;
-  const bool narrow = vfo.mode == Mode::CWN || vfo.mode == Mode::AMN;
+  const bool narrow = vfo.mode == Mode::kCwn || vfo.mode == Mode::kAmn;
   return {0x00,
           static_cast<std::uint8_t>(f >> 16 & 0xFF),
           static_cast<std::uint8_t>(f >> 8 & 0xFF),

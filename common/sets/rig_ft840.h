@@ -6,8 +6,8 @@
 
 namespace kestrum::sets {
 
-/// FT840: frequencies go least significant digits first, most parameters stand in the fourth byte, and
-/// nothing is ever acknowledged.
+// FT840: frequencies go least significant digits first, most parameters stand in the fourth byte, and
+// nothing is ever acknowledged.
 class RigFt840 : public Rig {
  public:
   explicit RigFt840(const RigSetup& setup);
@@ -18,7 +18,7 @@ class RigFt840 : public Rig {
  private:
   struct Vfo {
     std::uint32_t frequency_10hz = 0;
-    Mode mode = Mode::LSB;
+    Mode mode = Mode::kLsb;
   };
 
   std::optional<Answer> HandleRead(const Command& command, std::optional<int> meter) const;

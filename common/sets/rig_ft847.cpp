@@ -11,15 +11,15 @@ struct ModeRow {
   std::uint8_t byte;
   Mode mode;
 };
-constexpr std::array<ModeRow, 9> kModes = {{{0x00, Mode::LSB},
-                                            {0x01, Mode::USB},
-                                            {0x02, Mode::CW},
-                                            {0x03, Mode::CWR},
-                                            {0x04, Mode::AM},
-                                            {0x08, Mode::FM},
-                                            {0x82, Mode::CWN},
-                                            {0x83, Mode::CWNR},
-                                            {0x88, Mode::FMN}}};
+constexpr std::array<ModeRow, 9> kModes = {{{0x00, Mode::kLsb},
+                                            {0x01, Mode::kUsb},
+                                            {0x02, Mode::kCw},
+                                            {0x03, Mode::kCwr},
+                                            {0x04, Mode::kAm},
+                                            {0x08, Mode::kFm},
+                                            {0x82, Mode::kCwn},
+                                            {0x83, Mode::kCwnr},
+                                            {0x88, Mode::kFmn}}};
 
 bool Receives(std::uint32_t frequency_10hz) {
   const std::uint32_t khz = frequency_10hz / 100;
@@ -56,7 +56,7 @@ Answer RigFt847::Handle(const Command& command, std::optional<int> meter) {
   }
 }
 
-/// The published table has one byte here. The logger expects five with the opcode last, so that form is sent.
+// The published table has one byte here. The logger expects five with the opcode last, so that form is sent.
 Bytes RigFt847::ReceiveStatus(std::optional<int> meter) const {
   if (!meter) return {};
   return {static_cast<std::uint8_t>(std::clamp(*meter, 0, MeterMax())), 0x00, 0x00, 0x00, 0xE7};
@@ -74,7 +74,7 @@ Answer RigFt847::SetFrequency(const Command& command) {
   return answer;
 }
 
-/// The mode stands in the first byte; a byte elsewhere is not looked at.
+// The mode stands in the first byte; a byte elsewhere is not looked at.
 Answer RigFt847::SetMode(std::uint8_t mode_byte) {
   const auto* const row = std::find_if(kModes.begin(), kModes.end(),
                                        [&](const ModeRow& candidate) { return candidate.byte == mode_byte; });

@@ -4,8 +4,8 @@
 
 namespace kestrum::sets {
 
-/// FT847: the FT817's frame without acknowledges. CAT itself has a switch: 0x00 on, 0x80 off; a set whose CAT
-/// is off hears nothing else.
+// FT847: the FT817's frame without acknowledges. CAT itself has a switch: 0x00 on, 0x80 off; a set whose CAT
+// is off hears nothing else.
 class RigFt847 : public Rig {
  public:
   explicit RigFt847(const RigSetup& setup);

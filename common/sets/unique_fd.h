@@ -6,7 +6,7 @@
 
 namespace kestrum::sets {
 
-/// Owns one file descriptor; -1 for none.
+// Owns one file descriptor; -1 for none.
 class UniqueFd {
  public:
   UniqueFd() = default;

@@ -9,12 +9,12 @@
 
 namespace kestrum::drivesim {
 
-/// One line for each thing that happens on the rig's line, flushed at once:
-/// seconds since the start (simulated, three decimals), "rx" a command, "tx" a reply, "--" neither, the bytes
-/// in hex, what they mean. Without a file it does nothing.
+// One line for each thing that happens on the rig's line, flushed at once:
+// seconds since the start (simulated, three decimals), "rx" a command, "tx" a reply, "--" neither, the bytes
+// in hex, what they mean. Without a file it does nothing.
 class CommandLog {
  public:
-  /// Empties the file. False when it cannot be written.
+  // Empties the file. False when it cannot be written.
   bool Open(const std::string& path);
   void Received(double sim_s, std::span<const std::uint8_t> bytes, std::string_view meaning);
   void Sent(double sim_s, std::span<const std::uint8_t> bytes, std::string_view meaning);

@@ -16,7 +16,7 @@ std::vector<std::string_view> Words(std::string_view line) {
 }
 
 std::optional<ControlCommand> ParseFault(const std::vector<std::string_view>& words) {
-  ControlCommand command{ControlCommand::Kind::Fault, FaultOf(words[0]), kNoEnd, 0};
+  ControlCommand command{ControlCommand::Kind::kFault, FaultOf(words[0]), kNoEnd, 0};
   if (!command.fault || words.size() > 2) return std::nullopt;
   if (words.size() == 2) {
     const auto duration = ParseSeconds(words[1]);
@@ -27,7 +27,7 @@ std::optional<ControlCommand> ParseFault(const std::vector<std::string_view>& wo
 }
 
 std::optional<ControlCommand> ParseClear(const std::vector<std::string_view>& words) {
-  ControlCommand command{ControlCommand::Kind::Clear, std::nullopt, kNoEnd, 0};
+  ControlCommand command{ControlCommand::Kind::kClear, std::nullopt, kNoEnd, 0};
   if (words.size() == 1) return command;
   command.fault = FaultOf(words[1]);
   if (!command.fault || words.size() > 2) return std::nullopt;
@@ -36,7 +36,7 @@ std::optional<ControlCommand> ParseClear(const std::vector<std::string_view>& wo
 
 std::optional<ControlCommand> ParseMeter(const std::vector<std::string_view>& words) {
   if (words.size() != 2) return std::nullopt;
-  ControlCommand command{ControlCommand::Kind::Meter, std::nullopt, kNoEnd, 0};
+  ControlCommand command{ControlCommand::Kind::kMeter, std::nullopt, kNoEnd, 0};
   const char* end = words[1].data() + words[1].size();
   const auto [stop, error] = std::from_chars(words[1].data(), end, command.meter);
   if (error != std::errc{} || stop != end || command.meter < 0) return std::nullopt;
@@ -52,7 +52,7 @@ std::optional<ControlCommand> ParseControl(std::string_view line) {
   if (words[0] == "smeter") return ParseMeter(words);
   if (words.size() == 1 && words[0] == "auto") return ControlCommand{};
   if (words.size() == 1 && words[0] == "quit") {
-    return ControlCommand{ControlCommand::Kind::Quit, std::nullopt, kNoEnd, 0};
+    return ControlCommand{ControlCommand::Kind::kQuit, std::nullopt, kNoEnd, 0};
   }
   return ParseFault(words);
 }

@@ -9,22 +9,22 @@
 
 namespace kestrum::drivesim {
 
-/// One line that was typed or written to the control pipe.
+// One line that was typed or written to the control pipe.
 struct ControlCommand {
-  enum class Kind { Fault, Clear, Meter, Auto, Quit };
-  Kind kind = Kind::Auto;
-  std::optional<Fault> fault;  ///< of Fault; of Clear when only one kind is meant
+  enum class Kind { kFault, kClear, kMeter, kAuto, kQuit };
+  Kind kind = Kind::kAuto;
+  std::optional<FaultKind> fault;  // of Fault; of Clear when only one kind is meant
   double duration_s = kNoEnd;
   int meter = 0;
 };
 
-/// Nothing when the line is none of the commands.
+// Nothing when the line is none of the commands.
 std::optional<ControlCommand> ParseControl(std::string_view line);
 
-/// Cuts a stream into lines, across reads.
+// Cuts a stream into lines, across reads.
 class LineSplitter {
  public:
-  /// The lines that are complete now, without their ends. A line of more than 4096 bytes is cut.
+  // The lines that are complete now, without their ends. A line of more than 4096 bytes is cut.
   std::vector<std::string> Add(std::string_view piece);
 
  private:

@@ -10,20 +10,20 @@ namespace {
 
 struct Named {
   std::string_view name;
-  Fault kind;
+  FaultKind kind;
 };
-constexpr std::array<Named, 10> kFaults = {{{"silence", Fault::Silence},
-                                            {"garbage", Fault::Garbage},
-                                            {"short", Fault::Short},
-                                            {"long", Fault::Long},
-                                            {"late", Fault::Late},
-                                            {"wrong", Fault::Wrong},
-                                            {"vanish", Fault::Vanish},
-                                            {"nofix", Fault::NoFix},
-                                            {"gps-silence", Fault::GpsSilence},
-                                            {"gps-vanish", Fault::GpsVanish}}};
+constexpr std::array<Named, 10> kFaults = {{{"silence", FaultKind::kSilence},
+                                            {"garbage", FaultKind::kGarbage},
+                                            {"short", FaultKind::kShort},
+                                            {"long", FaultKind::kLong},
+                                            {"late", FaultKind::kLate},
+                                            {"wrong", FaultKind::kWrong},
+                                            {"vanish", FaultKind::kVanish},
+                                            {"nofix", FaultKind::kNoFix},
+                                            {"gps-silence", FaultKind::kGpsSilence},
+                                            {"gps-vanish", FaultKind::kGpsVanish}}};
 
-/// What stands before the first `mark`; the rest, without the mark, stays in `text`.
+// What stands before the first `mark`; the rest, without the mark, stays in `text`.
 std::string_view Cut(std::string_view& text, std::string_view marks) {
   const std::size_t end = text.find_first_of(marks);
   const std::string_view piece = text.substr(0, end);
@@ -45,16 +45,16 @@ std::optional<FaultRow> ParseRow(std::string_view text) {
 
 }  // namespace
 
-std::optional<Fault> FaultOf(std::string_view name) {
+std::optional<FaultKind> FaultOf(std::string_view name) {
   for (const Named& row : kFaults) {
     if (row.name == name) return row.kind;
   }
   return std::nullopt;
 }
 
-std::string_view FaultName(Fault fault) {
+std::string_view FaultName(FaultKind kind) {
   for (const Named& row : kFaults) {
-    if (row.kind == fault) return row.name;
+    if (row.kind == kind) return row.name;
   }
   return {};
 }
@@ -84,8 +84,8 @@ std::optional<double> ParseSeconds(std::string_view text) {
   return value;
 }
 
-FaultScript ParseFaults(std::string_view text) {
-  FaultScript script;
+Result<std::vector<FaultRow>> ParseFaults(std::string_view text) {
+  std::vector<FaultRow> rows;
   while (!text.empty()) {
     std::string_view line = Cut(text, "\n");
     line = Cut(line, "#");
@@ -94,28 +94,26 @@ FaultScript ParseFaults(std::string_view text) {
       if (row_text.empty()) continue;
       const auto row = ParseRow(row_text);
       if (!row) {
-        script.rows.clear();
-        script.error = "fault \"" + std::string(row_text) + "\" is not second:kind:duration with a kind of " +
-                       FaultNames();
-        return script;
+        return Fault{"", "fault \"" + std::string(row_text) +
+                             "\" is not second:kind:duration with a kind of " + FaultNames()};
       }
-      script.rows.push_back(*row);
+      rows.push_back(*row);
     }
   }
-  return script;
+  return rows;
 }
 
 FaultBoard::FaultBoard(const std::vector<FaultRow>& rows) {
   for (const FaultRow& row : rows) Start(row);
 }
 
-void FaultBoard::Clear(double now_s, std::optional<Fault> kind) {
+void FaultBoard::Clear(double now_s, std::optional<FaultKind> kind) {
   for (Span& span : spans_) {
     if (span.from_s <= now_s && (!kind || *kind == span.kind)) span.to_s = std::min(span.to_s, now_s);
   }
 }
 
-bool FaultBoard::Active(Fault kind, double now_s) const {
+bool FaultBoard::Active(FaultKind kind, double now_s) const {
   return std::any_of(spans_.begin(), spans_.end(), [&](const Span& span) {
     return span.kind == kind && span.from_s <= now_s && now_s < span.to_s;
   });

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "common/fault_text.h"
 #include "options.h"
 #include "simulation.h"
 
@@ -10,23 +11,23 @@ int main(int argc, char** argv) {
   constexpr int kFailed = 1;
   constexpr int kUsage = 2;
 
-  const ParsedOptions parsed = ParseOptions(std::vector<std::string>(argv + 1, argv + argc));
-  if (!parsed.error.empty()) {
-    std::fprintf(stderr, "drivesim: %s\nTry drivesim --help\n", parsed.error.c_str());
+  const kestrum::Result<Options> parsed = ParseOptions(std::vector<std::string>(argv + 1, argv + argc));
+  if (!parsed) {
+    std::fprintf(stderr, "drivesim: %s\nTry drivesim --help\n", TextOf(parsed.fault()).c_str());
     return kUsage;
   }
-  if (parsed.options.help) {
+  const Options& options = parsed.value();
+  if (options.help) {
     std::fputs(HelpText().c_str(), stdout);
     return 0;
   }
-  if (parsed.options.version) {
+  if (options.version) {
     std::puts(VersionText().c_str());
     return 0;
   }
-  Simulation simulation(parsed.options);
-  const std::string error = simulation.Prepare();
-  if (!error.empty()) {
-    std::fprintf(stderr, "drivesim: %s\n", error.c_str());
+  Simulation simulation(options);
+  if (const kestrum::Outcome ready = simulation.Prepare(); !ready) {
+    std::fprintf(stderr, "drivesim: %s\n", TextOf(ready.fault()).c_str());
     return kFailed;
   }
   std::puts(simulation.ReadyLine().c_str());

@@ -18,7 +18,7 @@ std::string Format(const char* pattern, Values... values) {
   return std::string(text.data(), static_cast<std::size_t>(length));
 }
 
-/// Whole ten-thousandths of a minute first, so that 59.99996 becomes the next degree and never "60.0000".
+// Whole ten-thousandths of a minute first, so that 59.99996 becomes the next degree and never "60.0000".
 std::string Angle(double degrees, int degree_digits, char positive, char negative) {
   const long long units = std::llround(std::fabs(degrees) * 600000);
   const long long whole = units / 600000;

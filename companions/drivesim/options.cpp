@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 #include "nmea.h"
 
@@ -106,28 +107,30 @@ bool SetFlag(Options& options, const std::string& name) {
   return true;
 }
 
-/// A file of that name, else the text itself.
-std::string SetFaults(Options& options, const std::string& value) {
+// A file of that name, else the text itself.
+Outcome SetFaults(Options& options, const std::string& value) {
   std::string text = value;
   if (std::ifstream file(value); file) {
     std::ostringstream content;
     content << file.rdbuf();
     text = content.str();
   }
-  FaultScript script = ParseFaults(text);
-  options.faults = std::move(script.rows);
-  return script.error;
+  Result<std::vector<FaultRow>> script = ParseFaults(text);
+  if (!script) return script.fault();
+  options.faults = std::move(script).value();
+  return Done{};
 }
 
-std::string SetValue(Options& options, const std::string& name, const std::string& value) {
+Outcome SetValue(Options& options, const std::string& name, const std::string& value) {
   if (name == "--faults") return SetFaults(options, value);
   for (const ValueOption& option : kValueOptions) {
     if (option.name != name) continue;
-    if (option.set(options, value)) return {};
-    std::string error = name;
-    return error.append(" wants ").append(option.wanted).append(", not \"").append(value).append("\"");
+    if (option.set(options, value)) return Done{};
+    std::string reason = name;
+    return Fault{
+        "", reason.append(" wants ").append(option.wanted).append(", not \"").append(value).append("\"")};
   }
-  return "unknown option " + name;
+  return Fault{"", "unknown option " + name};
 }
 
 bool TakesValue(const std::string& name) {
@@ -140,29 +143,24 @@ bool TakesValue(const std::string& name) {
 
 }  // namespace
 
-ParsedOptions ParseOptions(const std::vector<std::string>& arguments) {
-  ParsedOptions parsed;
+Result<Options> ParseOptions(const std::vector<std::string>& arguments) {
+  Options options;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     std::string name = arguments[i];
-    if (SetFlag(parsed.options, name)) continue;
+    if (SetFlag(options, name)) continue;
     const std::size_t equals = name.find('=');
     std::string value;
     if (equals != std::string::npos) {
       value = name.substr(equals + 1);
       name.resize(equals);
     } else if (TakesValue(name)) {
-      if (i + 1 == arguments.size()) {
-        parsed.error = name + " wants a value";
-        return parsed;
-      }
+      if (i + 1 == arguments.size()) return Fault{"", name + " wants a value"};
       value = arguments[++i];
     }
-    parsed.error = SetValue(parsed.options, name, value);
-    if (!parsed.error.empty()) return parsed;
+    if (const Outcome set = SetValue(options, name, value); !set) return set.fault();
   }
-  const Options& options = parsed.options;
-  if (options.directory.empty() && !options.help && !options.version) parsed.error = "--dir is missing";
-  return parsed;
+  if (options.directory.empty() && !options.help && !options.version) return Fault{"", "--dir is missing"};
+  return options;
 }
 
 std::string VersionText() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "antenna.h"
+#include "common/fault.h"
 #include "faults.h"
 #include "sets/rig.h"
 
@@ -13,13 +14,13 @@ namespace kestrum::drivesim {
 
 struct Options {
   std::string directory;
-  sets::Model model = sets::Model::FT817;
+  sets::Model model = sets::Model::kFT817;
   sets::RigSetup rig;
   std::string log_path;
   std::string control_path;
-  Antenna antenna = Antenna::Beam;
+  Antenna antenna = Antenna::kBeam;
   double speedup = 1;
-  std::optional<double> laps;  ///< without: on and on
+  std::optional<double> laps;  // without: on and on
   std::optional<double> wall_limit_s;
   std::optional<std::int64_t> start_utc_s;
   std::vector<FaultRow> faults;
@@ -29,16 +30,11 @@ struct Options {
   bool version = false;
 };
 
-struct ParsedOptions {
-  Options options;
-  std::string error;  ///< empty when the command line was understood
-};
-
-/// `arguments` without the program's name.
-ParsedOptions ParseOptions(const std::vector<std::string>& arguments);
+// `arguments` without the program's name.
+Result<Options> ParseOptions(const std::vector<std::string>& arguments);
 
 std::string HelpText();
-/// "drivesim 1.02"
+// "drivesim 1.02"
 std::string VersionText();
 
 }  // namespace kestrum::drivesim

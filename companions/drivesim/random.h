@@ -4,13 +4,13 @@
 
 namespace kestrum::drivesim {
 
-/// Splitmix64: the same numbers for the same seed on every machine, which the standard distributions do not
-/// give.
+// Splitmix64: the same numbers for the same seed on every machine, which the standard distributions do not
+// give.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : state_(seed) {}
   std::uint64_t Next();
-  /// 0 <= value < 1
+  // 0 <= value < 1
   double Uniform();
 
  private:

@@ -33,7 +33,7 @@ void RigLine::Execute(const sets::Command& command, Moment now) {
     log_.Note(now.sim_s, "no reply (fault: " + fault + ")");
     return;
   }
-  const bool late = faults_.Active(Fault::Late, now.sim_s);
+  const bool late = faults_.Active(FaultKind::kLate, now.sim_s);
   if (late) fault += fault.empty() ? "late" : ", late";
   std::string meaning = answer.is_ack ? "acknowledge" : "reply";
   if (!fault.empty()) meaning += " (fault: " + fault + ")";
@@ -43,21 +43,21 @@ void RigLine::Execute(const sets::Command& command, Moment now) {
 
 Bytes RigLine::Spoil(const sets::Answer& answer, double sim_s, std::string& fault) {
   constexpr std::size_t kFrame = 5;
-  const auto on = [&](Fault kind) {
+  const auto on = [&](FaultKind kind) {
     if (!faults_.Active(kind, sim_s)) return false;
     fault = FaultName(kind);
     return true;
   };
   Bytes reply = answer.reply;
-  if (on(Fault::Silence)) return {};
-  if (on(Fault::Garbage)) {
+  if (on(FaultKind::kSilence)) return {};
+  if (on(FaultKind::kGarbage)) {
     reply.resize(1 + noise_.Next() % 12);
     for (std::uint8_t& byte : reply) byte = static_cast<std::uint8_t>(noise_.Next());
-  } else if (on(Fault::Short)) {
+  } else if (on(FaultKind::kShort)) {
     reply.pop_back();
-  } else if (on(Fault::Long)) {
+  } else if (on(FaultKind::kLong)) {
     reply.insert(reply.end(), kFrame, 0x55);
-  } else if (on(Fault::Wrong)) {
+  } else if (on(FaultKind::kWrong)) {
     // A short reply has no opcode to be wrong; it then looks like the five bytes of another set.
     reply.resize(std::max(reply.size(), kFrame));
     reply.back() = reply.back() == 0xEE ? 0xED : 0xEE;

@@ -15,7 +15,7 @@ constexpr int kPoints = 4000;
 constexpr double kTwoPi = 2 * std::numbers::pi;
 constexpr double kRad = std::numbers::pi / 180;
 
-/// Outline seen from its own middle, as a factor of its mean radius.
+// Outline seen from its own middle, as a factor of its mean radius.
 double OutlineRadius(double angle) {
   return 1 + 0.05 * std::cos(2 * angle + 1.0) + 0.06 * std::cos(3 * angle) +
          0.03 * std::cos(5 * angle + 2.0) + 0.012 * std::cos(9 * angle);
@@ -45,7 +45,7 @@ constexpr double kTownMps = 50 / 3.6;
 constexpr double kRoadMps = 80 / 3.6;
 constexpr double kAcceleration = 1.2;  // m/s2, braking too
 
-/// Where the car stands, and for how long, by the steps of a lap.
+// Where the car stands, and for how long, by the steps of a lap.
 std::map<std::size_t, double> Waits(const Route& route, double step_m) {
   const auto step_of = [step_m](double along_m) {
     return static_cast<std::size_t>(std::lround(along_m / step_m));
@@ -106,8 +106,8 @@ std::vector<Route::Offset> Route::FirstRoad() {
   return road;
 }
 
-/// The second road is the first one, turned by half a circle about the transmitter. Where they cross, a point
-/// of the first lies opposite to another point of it, at the same distance.
+// The second road is the first one, turned by half a circle about the transmitter. Where they cross, a point
+// of the first lies opposite to another point of it, at the same distance.
 Route::Route(Position transmitter) : transmitter_(transmitter) {
   const std::vector<Offset> road = FirstRoad();
   const std::size_t count = road.size();

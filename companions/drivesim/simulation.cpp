@@ -16,6 +16,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "common/fault_text.h"
 #include "meter_scale.h"
 #include "nmea.h"
 
@@ -56,7 +57,7 @@ Simulation::~Simulation() {
   if (control_) ::unlink(options_.control_path.c_str());
 }
 
-std::string Simulation::Prepare() {
+Outcome Simulation::Prepare() {
   const sigset_t set = EndSignals();
   ::sigprocmask(SIG_BLOCK, &set, nullptr);
   // In the background of a shell, reading the terminal must fail instead of stopping the process.
@@ -68,14 +69,14 @@ std::string Simulation::Prepare() {
 
   std::error_code error;
   std::filesystem::create_directories(options_.directory, error);
-  if (error) return options_.directory + ": " + error.message();
+  if (error) return Fault{options_.directory, error.message()};
   if (!options_.log_path.empty() && !log_.Open(options_.log_path)) {
-    return options_.log_path + ": cannot be written";
+    return Fault{options_.log_path, "cannot be written"};
   }
-  std::string reason = com_.Open();
-  if (reason.empty() && options_.gps) reason = gps_.Open();
-  if (reason.empty()) reason = MakeControlPipe();
-  if (!reason.empty()) return reason;
+  Outcome made = com_.Open();
+  if (made && options_.gps) made = gps_.Open();
+  if (made) made = MakeControlPipe();
+  if (!made) return made;
   WatchPort(com_);
   WatchPort(gps_);
 
@@ -86,25 +87,23 @@ std::string Simulation::Prepare() {
   const auto today = std::chrono::system_clock::now().time_since_epoch();
   start_utc_s_ =
       options_.start_utc_s.value_or(std::chrono::duration_cast<std::chrono::seconds>(today).count());
-  return {};
+  return Done{};
 }
 
-std::string Simulation::MakeControlPipe() {
+Outcome Simulation::MakeControlPipe() {
   const std::string& path = options_.control_path;
-  if (path.empty()) return {};
+  if (path.empty()) return Done{};
   struct stat status {};
   if (::lstat(path.c_str(), &status) == 0) {
-    if (!S_ISFIFO(status.st_mode)) return path + ": there is a file of that name that is no pipe";
+    if (!S_ISFIFO(status.st_mode)) return Fault{path, "there is a file of that name that is no pipe"};
     ::unlink(path.c_str());
   }
-  if (::mkfifo(path.c_str(), 0600) != 0) {
-    return path + ": " + std::error_code(errno, std::generic_category()).message();
-  }
+  if (::mkfifo(path.c_str(), 0600) != 0) return SystemFault(path);
   // Open for writing too: the pipe then has no end when a writer leaves.
   control_ = UniqueFd(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-  if (!control_) return path + ": " + std::error_code(errno, std::generic_category()).message();
+  if (!control_) return SystemFault(path);
   Watch(control_.Get(), EPOLLIN);
-  return {};
+  return Done{};
 }
 
 std::string Simulation::ReadyLine() const {
@@ -119,8 +118,8 @@ void Simulation::Watch(int fd, std::uint32_t events) const {
   ::epoll_ctl(poll_.Get(), EPOLL_CTL_ADD, fd, &event);
 }
 
-/// Edge triggered: a port that nobody has open is hung up all the time, and that must not wake us all the
-/// time.
+// Edge triggered: a port that nobody has open is hung up all the time, and that must not wake us all the
+// time.
 void Simulation::WatchPort(const PtyPort& port) const {
   if (port.IsOpen()) Watch(port.Fd(), EPOLLIN | EPOLLHUP | EPOLLET);
 }
@@ -162,7 +161,7 @@ void Simulation::Run() {
   gps_.Close();
 }
 
-/// Everything is looked at on each turn: turns are rare, and what was not meant costs one failing read.
+// Everything is looked at on each turn: turns are rare, and what was not meant costs one failing read.
 void Simulation::Step() {
   ReadSignals();
   if (control_) ReadControl(control_, control_lines_);
@@ -171,10 +170,10 @@ void Simulation::Step() {
   if (options_.wall_limit_s && now.wall_s >= *options_.wall_limit_s) ending_ = true;
   if (ending_) return;
   TellArrival(now);
-  Plug(com_, faults_.Active(Fault::Vanish, now.sim_s), now);
+  Plug(com_, faults_.Active(FaultKind::kVanish, now.sim_s), now);
   ServeRig(now);
   if (!options_.gps) return;
-  Plug(gps_, faults_.Active(Fault::GpsVanish, now.sim_s), now);
+  Plug(gps_, faults_.Active(FaultKind::kGpsVanish, now.sim_s), now);
   SendGps(now);
 }
 
@@ -194,23 +193,23 @@ void Simulation::Plug(PtyPort& port, bool gone, Moment now) {
     if (&port == &com_) line_.Reset();
     log_.Note(now.sim_s, port.Link().filename().string() + " vanished");
   } else if (!gone && !port.IsOpen() && now.wall_s >= retry_wall_s_) {
-    const std::string error = port.Open();
-    if (error.empty()) {
+    if (const Outcome made = port.Open(); made) {
       WatchPort(port);
       log_.Note(now.sim_s, port.Link().filename().string() + " returned");
     } else {
-      std::fprintf(stderr, "drivesim: %s\n", error.c_str());
+      std::fprintf(stderr, "drivesim: %s\n", TextOf(made.fault()).c_str());
       retry_wall_s_ = now.wall_s + 1;
     }
   }
 }
 
 void Simulation::Tidy(PtyPort& port, Moment now) {
-  std::string error;
-  if (!port.TidyAfterClient(error)) return;
-  WatchPort(port);
-  if (error.empty()) return;
-  std::fprintf(stderr, "drivesim: %s\n", error.c_str());
+  const Result<bool> replaced = port.TidyAfterClient();
+  if (replaced) {
+    if (replaced.value()) WatchPort(port);
+    return;
+  }
+  std::fprintf(stderr, "drivesim: %s\n", TextOf(replaced.fault()).c_str());
   retry_wall_s_ = now.wall_s + 1;
 }
 
@@ -228,16 +227,16 @@ void Simulation::SendGps(Moment now) {
   // Behind time (a sleeping machine) the seconds between are skipped, as they would be in the air.
   const double second = std::floor(now.sim_s);
   next_fix_s_ = second + 1;
-  if (faults_.Active(Fault::GpsSilence, now.sim_s)) return;
+  if (faults_.Active(FaultKind::kGpsSilence, now.sim_s)) return;
   const CarState car = CarAt(second);
-  const bool fix = !car.in_tunnel && !faults_.Active(Fault::NoFix, now.sim_s);
+  const bool fix = !car.in_tunnel && !faults_.Active(FaultKind::kNoFix, now.sim_s);
   const std::int64_t utc_s = start_utc_s_ + static_cast<std::int64_t>(second);
   std::string text = RmcSentence(car, utc_s, fix) + GgaSentence(car, utc_s, fix);
   if (options_.gsa) text += GsaSentence(fix);
   gps_.Write(Bytes(text.begin(), text.end()));
 }
 
-/// Reads what is there; a source that has ended or fails is closed.
+// Reads what is there; a source that has ended or fails is closed.
 void Simulation::ReadControl(UniqueFd& source, LineSplitter& lines) {
   pollfd state{source.Get(), POLLIN, 0};
   while (::poll(&state, 1, 0) > 0) {
@@ -265,19 +264,19 @@ void Simulation::Obey(const std::string& line) {
   const Moment now = Now();
   log_.Note(now.sim_s, "control: " + std::string(Trimmed(line)));
   switch (command->kind) {
-    case ControlCommand::Kind::Fault:
+    case ControlCommand::Kind::kFault:
       faults_.Start({now.sim_s, *command->fault, command->duration_s});
       break;
-    case ControlCommand::Kind::Clear:
+    case ControlCommand::Kind::kClear:
       faults_.Clear(now.sim_s, command->fault);
       break;
-    case ControlCommand::Kind::Meter:
+    case ControlCommand::Kind::kMeter:
       held_meter_ = command->meter;
       break;
-    case ControlCommand::Kind::Auto:
+    case ControlCommand::Kind::kAuto:
       held_meter_.reset();
       break;
-    case ControlCommand::Kind::Quit:
+    case ControlCommand::Kind::kQuit:
       ending_ = true;
       break;
   }

@@ -16,7 +16,7 @@
 
 namespace kestrum::drivesim {
 
-/// The whole drive: two ports, one thread, asleep until something is due.
+// The whole drive: two ports, one thread, asleep until something is due.
 class Simulation {
  public:
   explicit Simulation(const Options& options);
@@ -24,12 +24,12 @@ class Simulation {
   Simulation& operator=(const Simulation&) = delete;
   ~Simulation();
 
-  /// Makes links, log and control pipe. Empty when it worked, else the reason.
-  std::string Prepare();
-  /// "drivesim 1.02 ready: DIR/com1 -> /dev/pts/3, DIR/gps -> /dev/pts/4"
+  // Makes links, log and control pipe.
+  Outcome Prepare();
+  // "drivesim 1.02 ready: DIR/com1 -> /dev/pts/3, DIR/gps -> /dev/pts/4"
   std::string ReadyLine() const;
-  /// Until a signal, "quit" or the end of the time; the links are gone when it returns. After the laps that
-  /// were asked for the car stands, and the standard output says "arrived".
+  // Until a signal, "quit" or the end of the time; the links are gone when it returns. After the laps that
+  // were asked for the car stands, and the standard output says "arrived".
   void Run();
 
  private:
@@ -46,7 +46,7 @@ class Simulation {
   void Watch(int fd, std::uint32_t events) const;
   void WatchPort(const sets::PtyPort& port) const;
   void Tidy(sets::PtyPort& port, Moment now);
-  std::string MakeControlPipe();
+  Outcome MakeControlPipe();
   void ReadControl(sets::UniqueFd& source, LineSplitter& lines);
   void Obey(const std::string& line);
   void ReadSignals();

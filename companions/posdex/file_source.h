@@ -11,8 +11,8 @@
 
 namespace kestrum::posdex {
 
-/// A recorded NMEA file, played at the pace of the times in its sentences. It stops at its end, or starts
-/// again with "?loop". Gaps in the recording are shortened to 10 seconds.
+// A recorded NMEA file, played at the pace of the times in its sentences. It stops at its end, or starts
+// again with "?loop". Gaps in the recording are shortened to 10 seconds.
 class FileSource : public Source {
   Q_OBJECT
 
@@ -37,7 +37,7 @@ class FileSource : public Source {
   QElapsedTimer clock_;
   qint64 due_ms_ = 0;
   std::optional<QTime> last_time_;
-  QByteArray waiting_;  ///< read, but its time has not come yet
+  QByteArray waiting_;  // read, but its time has not come yet
 };
 
 }  // namespace kestrum::posdex

@@ -9,8 +9,8 @@
 
 namespace kestrum::posdex {
 
-/// The reports (JSON) of a gpsd: whatever the receiver speaks, they read the same. Of several receivers one
-/// is followed, as long as it has a fix.
+// The reports (JSON) of a gpsd: whatever the receiver speaks, they read the same. Of several receivers one
+// is followed, as long as it has a fix.
 class GpsdSource : public Source {
   Q_OBJECT
 
@@ -39,8 +39,8 @@ class GpsdSource : public Source {
   QTimer silence_;
   Backoff backoff_;
   bool asked_again_ = false;
-  QString followed_;            ///< the receiver's device
-  QElapsedTimer followed_fix_;  ///< since its last fix; not valid when it has none
+  QString followed_;            // the receiver's device
+  QElapsedTimer followed_fix_;  // since its last fix; not valid when it has none
 };
 
 }  // namespace kestrum::posdex

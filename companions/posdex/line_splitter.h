@@ -6,16 +6,16 @@
 
 namespace kestrum::posdex {
 
-/// Cuts a stream of any bytes into lines (CR, LF or both end one). Holds at most `longest_line` bytes; a
-/// longer line is dropped whole. Empty lines are not reported.
+// Cuts a stream of any bytes into lines (CR, LF or both end one). Holds at most `longest_line` bytes; a
+// longer line is dropped whole. Empty lines are not reported.
 class LineSplitter {
  public:
   explicit LineSplitter(qsizetype longest_line) : longest_line_(longest_line) {}
 
-  /// The lines that these bytes complete, in order and without their ends.
+  // The lines that these bytes complete, in order and without their ends.
   QList<QByteArray> Feed(QByteArrayView bytes);
 
-  /// Forgets a half-read line, for a new connection.
+  // Forgets a half-read line, for a new connection.
   void Clear();
 
  private:

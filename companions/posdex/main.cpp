@@ -6,6 +6,7 @@
 
 #include "common/descriptor_guard.h"
 #include "common/end_signals.h"
+#include "common/fault_text.h"
 #include "common/reader_contract.h"
 #include "common/toolkit_start.h"
 #include "platform.h"
@@ -22,6 +23,10 @@ constexpr int kShowAtLatestMs = 500;
 
 void Print(FILE* stream, const QString& text) {
   std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+QString Shown(const kestrum::Fault& fault) {
+  return QString::fromStdString(TextOf(fault));
 }
 
 void ShowOnce(ReaderWindow& window, bool minimised) {
@@ -42,7 +47,7 @@ int Run(const QApplication& app, const CommandLine& options) {
   const std::unique_ptr<TextService> service = MakeTextService();
   TextService& links = *service;
   const kestrum::EndSignals end_signals;
-  window.SetComplaint(options.source ? QString() : conf.complaint);
+  if (!options.source && conf.complaint) window.SetComplaint(Shown(*conf.complaint));
 
   QObject::connect(&reader, &Reader::TextsChanged, &window, &ReaderWindow::SetTexts);
   QObject::connect(&reader, &Reader::TextsChanged, &links, &TextService::SetTexts);
@@ -85,8 +90,8 @@ int main(int argc, char** argv) {
   const QApplication app(argc, argv);
   starting.reset();
   options = ParseCommandLine(app.arguments().mid(1));  // without those that Qt has taken
-  if (!options.complaint.isEmpty()) {
-    Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(options.complaint) + HelpText());
+  if (options.complaint) {
+    Print(stderr, QStringLiteral("Posdex: %1\n\n").arg(Shown(*options.complaint)) + HelpText());
     return 2;
   }
   return Run(app, options);

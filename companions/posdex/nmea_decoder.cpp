@@ -14,8 +14,8 @@ constexpr qsizetype kAddressLength = 5;  // talker and name, as "GPRMC"
 struct Plan {
   const char* name;
   Kind kind;
-  qsizetype least_fields;  ///< that the values end before, the address counted; for one without checksum
-  qsizetype time_field;    ///< 0 for none
+  qsizetype least_fields;  // that the values end before, the address counted; for one without checksum
+  qsizetype time_field;    // 0 for none
 };
 constexpr std::array<Plan, 6> kPlans{{{"RMC", Kind::kRmc, 10, 1},
                                       {"GGA", Kind::kGga, 11, 1},

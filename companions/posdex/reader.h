@@ -12,28 +12,28 @@
 
 namespace kestrum::posdex {
 
-/// From the lines of a source to the six texts and a line about the state of the receiver.
+// From the lines of a source to the six texts and a line about the state of the receiver.
 class Reader : public QObject {
   Q_OBJECT
 
  public:
-  /// The sentences of one moment arrive one by one; what they change is published together when the next
-  /// moment begins, after this time at the latest. A gpsd's reports are complete and go out at once.
+  // The sentences of one moment arrive one by one; what they change is published together when the next
+  // moment begins, after this time at the latest. A gpsd's reports are complete and go out at once.
   static constexpr int kGatherMs = 200;
-  /// How often silence is looked for. With the other two times a lost fix shows after 4.2 seconds at most.
+  // How often silence is looked for. With the other two times a lost fix shows after 4.2 seconds at most.
   static constexpr int kTickMs = 500;
 
   explicit Reader(std::unique_ptr<Source> source);
 
-  /// Starts the source. The signals come from the event loop only.
+  // Starts the source. The signals come from the event loop only.
   void Start() { source_->Start(); }
 
   QString Description() const { return source_->Description(); }
   const GpsTexts& Texts() const { return texts_; }
   const QString& State() const { return state_; }
-  /// Kind of fix and satellites, as "3D fix, 8 satellites".
+  // Kind of fix and satellites, as "3D fix, 8 satellites".
   QString FixText() const;
-  /// Time since the position was confirmed last, as "under 1 s".
+  // Time since the position was confirmed last, as "under 1 s".
   QString AgeText() const;
 
  Q_SIGNALS:

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <string>
 
 #include "platform.h"
 
@@ -32,8 +33,8 @@ std::optional<int> WholeNumber(QStringView text, int least, int most) {
   return value;
 }
 
-ParsedSource Refused(const QString& complaint) {
-  return {std::nullopt, complaint};
+Fault Refused(const QString& reason) {
+  return {"", reason.toStdString()};
 }
 
 bool HasControlCharacter(const QString& text) {
@@ -43,7 +44,7 @@ bool HasControlCharacter(const QString& text) {
   return false;
 }
 
-ParsedSource ParseGpsd(const QString& rest) {
+Result<SourceChoice> ParseGpsd(const QString& rest) {
   const bool bracketed = rest.startsWith(QLatin1Char('['));
   const qsizetype end = rest.indexOf(bracketed ? QLatin1Char(']') : QLatin1Char(':'));
   if (bracketed && end < 0) return Refused(QStringLiteral("no ] after the host in %1").arg(Quoted(rest)));
@@ -51,16 +52,16 @@ ParsedSource ParseGpsd(const QString& rest) {
   choice.host = bracketed ? rest.mid(1, end - 1) : rest.left(end);
   if (choice.host.isEmpty()) return Refused(QStringLiteral("no host after gpsd:"));
   const QString tail = end < 0 ? QString() : rest.mid(bracketed ? end + 1 : end);
-  if (tail.isEmpty()) return {choice, {}};
+  if (tail.isEmpty()) return choice;
   const std::optional<int> port = WholeNumber(QStringView(tail).mid(1), 1, 65535);
   if (!tail.startsWith(QLatin1Char(':')) || !port) {
     return Refused(QStringLiteral("bad gpsd port %1").arg(Quoted(tail)));
   }
   choice.port = static_cast<quint16>(*port);
-  return {choice, {}};
+  return choice;
 }
 
-ParsedSource ParseSerial(const QString& rest) {
+Result<SourceChoice> ParseSerial(const QString& rest) {
   SourceChoice choice;
   choice.kind = SourceChoice::Kind::kSerial;
   const qsizetype at = rest.lastIndexOf(QLatin1Char('@'));
@@ -71,10 +72,10 @@ ParsedSource ParseSerial(const QString& rest) {
     if (!baud) return Refused(QStringLiteral("bad baud rate %1").arg(Quoted(rest.mid(at + 1))));
     choice.baud = *baud;
   }
-  return {choice, {}};
+  return choice;
 }
 
-ParsedSource ParseFile(const QString& rest) {
+Result<SourceChoice> ParseFile(const QString& rest) {
   SourceChoice choice;
   choice.kind = SourceChoice::Kind::kFile;
   choice.path = rest;
@@ -83,7 +84,7 @@ ParsedSource ParseFile(const QString& rest) {
     choice.path.chop(5);
   }
   if (choice.path.isEmpty()) return Refused(QStringLiteral("no path after file:"));
-  return {choice, {}};
+  return choice;
 }
 
 QString TextOf(const QByteArray& bytes) {
@@ -92,34 +93,34 @@ QString TextOf(const QByteArray& bytes) {
   return QString::fromUtf8(plain);
 }
 
-// The complaint about one line of posdex.conf, empty when it is fine.
-QString TakeConfLine(const QString& line, SourceChoice& source) {
+Outcome TakeConfLine(const QString& line, SourceChoice& source) {
   const QString trimmed = line.trimmed();
   if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('#')) || trimmed.startsWith(QLatin1Char(';')))
-    return {};
+    return Done{};
   const qsizetype equals = trimmed.indexOf(QLatin1Char('='));
-  if (equals < 0) return QStringLiteral("not a setting: %1").arg(Quoted(trimmed));
+  if (equals < 0) return Refused(QStringLiteral("not a setting: %1").arg(Quoted(trimmed)));
   const QString key = trimmed.left(equals).trimmed();
   if (key.compare(QLatin1String("source"), Qt::CaseInsensitive) != 0) {
-    return QStringLiteral("unknown setting %1").arg(Quoted(key));
+    return Refused(QStringLiteral("unknown setting %1").arg(Quoted(key)));
   }
-  const ParsedSource parsed = ParseSource(trimmed.mid(equals + 1));
-  if (parsed.source) source = *parsed.source;
-  return parsed.complaint;
+  const Result<SourceChoice> parsed = ParseSource(trimmed.mid(equals + 1));
+  if (!parsed) return parsed.fault();
+  source = parsed.value();
+  return Done{};
 }
 
 }  // namespace
 
-ParsedSource ParseSource(const QString& text) {
+Result<SourceChoice> ParseSource(const QString& text) {
   const QString trimmed = text.trimmed();
   if (HasControlCharacter(trimmed))
     return Refused(QStringLiteral("bad characters in %1").arg(Quoted(trimmed)));
   if (trimmed == QLatin1String("auto")) {
     SourceChoice choice;
     choice.kind = SourceChoice::Kind::kAuto;
-    return {choice, {}};
+    return choice;
   }
-  if (trimmed == QLatin1String("gpsd")) return {SourceChoice{}, {}};
+  if (trimmed == QLatin1String("gpsd")) return SourceChoice{};
   if (trimmed.startsWith(QLatin1String("gpsd:"))) return ParseGpsd(trimmed.mid(5));
   if (trimmed.startsWith(QLatin1String("serial:"))) return ParseSerial(trimmed.mid(7));
   if (trimmed.startsWith(QLatin1String("file:"))) return ParseFile(trimmed.mid(5));
@@ -134,13 +135,13 @@ ReaderSettings ParseConf(const QByteArray& bytes) {
   int bad_lines = 0;
   for (const QString& line : text.split(QLatin1Char('\n'))) {
     ++number;
-    const QString complaint = TakeConfLine(line, settings.source);
-    if (complaint.isEmpty()) continue;
+    const Outcome taken = TakeConfLine(line, settings.source);
+    if (taken) continue;
     if (++bad_lines == 1) {
-      settings.complaint = QStringLiteral("posdex.conf line %1: %2").arg(QString::number(number), complaint);
+      settings.complaint = Fault{"posdex.conf line " + std::to_string(number), taken.fault().reason};
     }
   }
-  if (bad_lines > 1) settings.complaint += QStringLiteral(" (and %1 more)").arg(bad_lines - 1);
+  if (bad_lines > 1) settings.complaint->reason += " (and " + std::to_string(bad_lines - 1) + " more)";
   return settings;
 }
 
@@ -149,9 +150,9 @@ ReaderSettings LoadConf(const QString& path) {
   QFile file(path);
   ReaderSettings settings;
   if (!QFileInfo(path).isFile()) {
-    settings.complaint = QStringLiteral("posdex.conf is not a file");
+    settings.complaint = Fault{"", "posdex.conf is not a file"};
   } else if (!file.open(QIODevice::ReadOnly)) {
-    settings.complaint = QStringLiteral("posdex.conf: %1").arg(file.errorString());
+    settings.complaint = Fault{"posdex.conf", file.errorString().toStdString()};
   } else {
     settings = ParseConf(file.read(kLongestConf));
   }
@@ -161,9 +162,13 @@ ReaderSettings LoadConf(const QString& path) {
 CommandLine ParseCommandLine(const QStringList& arguments) {
   CommandLine result;
   const auto take_source = [&result](const QString& text) {
-    const ParsedSource parsed = ParseSource(text);
-    result.source = parsed.source;
-    if (!parsed.source) result.complaint = QStringLiteral("--source: ") + parsed.complaint;
+    const Result<SourceChoice> parsed = ParseSource(text);
+    result.source.reset();
+    if (parsed) {
+      result.source = parsed.value();
+    } else {
+      result.complaint = Fault{"--source", parsed.fault().reason};
+    }
   };
   for (qsizetype i = 0; i < arguments.size(); ++i) {
     const QString& argument = arguments[i];
@@ -178,9 +183,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     } else if (argument == QLatin1String("--source") && i + 1 < arguments.size()) {
       take_source(arguments[++i]);
     } else if (argument == QLatin1String("--source")) {
-      result.complaint = QStringLiteral("--source needs a source");
+      result.complaint = Fault{"", "--source needs a source"};
     } else {
-      result.complaint = QStringLiteral("unknown option %1").arg(Quoted(argument));
+      result.complaint = Refused(QStringLiteral("unknown option %1").arg(Quoted(argument)));
     }
   }
   return result;

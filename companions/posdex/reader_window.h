@@ -10,7 +10,7 @@ class QFormLayout;
 
 namespace kestrum::posdex {
 
-/// The reader's only window: the six values, what the receiver says about them, the source and the state.
+// The reader's only window: the six values, what the receiver says about them, the source and the state.
 class ReaderWindow : public QWidget {
   Q_OBJECT
 
@@ -22,7 +22,7 @@ class ReaderWindow : public QWidget {
   void SetSource(const QString& source);
   void SetFix(const QString& fix, const QString& age);
   void SetBusState(const QString& state);
-  /// A line about posdex.conf; hidden while it is empty.
+  // A line about posdex.conf; hidden while it is empty.
   void SetComplaint(const QString& complaint);
 
  protected:

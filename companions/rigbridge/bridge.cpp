@@ -3,13 +3,14 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include <cerrno>
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include "bridge_settings.h"
+#include "common/fault_text.h"
 #include "state_texts.h"
 
 namespace kestrum::rigbridge {
@@ -21,39 +22,39 @@ Bridge::Bridge(RigReader::MakeDriver make_driver, std::filesystem::path link_fol
       reader_(std::move(make_driver)),
       port_(reader_) {}
 
-std::optional<std::string> Bridge::Load(const std::vector<std::pair<std::string, std::string>>& fields) {
+std::optional<Fault> Bridge::Load(const std::vector<std::pair<std::string, std::string>>& fields) {
   std::ostringstream text;
   if (std::ifstream file(conf_, std::ios::binary); file) text << file.rdbuf();
   ParsedConf parsed = ParseConf(text.str());
   settings_ = parsed.settings;
-  for (const auto& [name, value] : fields) Set(settings_, name, value);
+  // They have been understood before.
+  for (const auto& [name, value] : fields) std::ignore = Set(settings_, name, value);
   return parsed.complaint;
 }
 
-std::optional<Fault> Bridge::Start() {
+Outcome Bridge::Start() {
   if (!folder_lock_) {
     folder_lock_ = sets::UniqueFd(::open(link_folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder_lock_) {
-      return Fault{link_folder_.string() + ": " + std::error_code(errno, std::generic_category()).message() +
-                   "."};
+      return Fault{"", TextOf(SystemFault(link_folder_.string())) + "."};
     }
   }
   if (::flock(folder_lock_.Get(), LOCK_EX | LOCK_NB) != 0) {
     folder_lock_.Reset();
-    return Fault{"Another rigbridge serves " + link_folder_.string() + " already."};
+    return Fault{"", "Another rigbridge serves " + link_folder_.string() + " already."};
   }
   reader_.Use(settings_);
   return port_.Open(Link(), settings_);
 }
 
-std::optional<Fault> Bridge::Change(const BridgeSettings& settings) {
+Outcome Bridge::Change(const BridgeSettings& settings) {
   settings_ = settings;
-  if (auto fault = Start()) return fault;
+  if (const Outcome started = Start(); !started) return started.fault();
   return Save();
 }
 
-/// Written beside it and renamed over it, so that a full disk leaves the old one.
-std::optional<Fault> Bridge::Save() const {
+// Written beside it and renamed over it, so that a full disk leaves the old one.
+Outcome Bridge::Save() const {
   std::filesystem::path fresh = conf_;
   fresh += ".new";
   std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
@@ -61,10 +62,10 @@ std::optional<Fault> Bridge::Save() const {
   file.close();
   std::error_code error;
   if (file) std::filesystem::rename(fresh, conf_, error);
-  if (file && !error) return std::nullopt;
+  if (file && !error) return Done{};
   std::error_code left;
   std::filesystem::remove(fresh, left);
-  return Fault{conf_.string() + " cannot be written: the settings hold until the end only."};
+  return Fault{"", conf_.string() + " cannot be written: the settings hold until the end only."};
 }
 
 BridgeView Bridge::View() const {

@@ -18,7 +18,7 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-/// Text of unknown origin for a message: one short line without control characters.
+// Text of unknown origin for a message: one short line without control characters.
 std::string Quoted(std::string_view text) {
   std::string shown(text.substr(0, kQuotedLength));
   for (char& c : shown) {
@@ -54,14 +54,14 @@ bool SetDevice(BridgeSettings& settings, std::string_view value) {
 
 bool SetActAs(BridgeSettings& settings, std::string_view value) {
   const auto model = sets::ModelOf(value);
-  if (model != sets::Model::FT840 && model != sets::Model::FT817) return false;
+  if (model != sets::Model::kFT840 && model != sets::Model::kFT817) return false;
   settings.act_as = *model;
   return true;
 }
 
 bool SetMeter(BridgeSettings& settings, std::string_view value) {
   if (value != "strength" && value != "raw") return false;
-  settings.meter.source = value == "raw" ? MeterSource::Raw : MeterSource::Strength;
+  settings.meter.source = value == "raw" ? MeterSource::kRaw : MeterSource::kStrength;
   return true;
 }
 
@@ -121,7 +121,7 @@ constexpr std::array<Field, 8> kFields = {{
      [](const B& b) { return std::to_string(b.speed); }},
     {"act-as", "FT840 or FT817", SetActAs, [](const B& b) { return std::string(sets::ModelName(b.act_as)); }},
     {"meter", "strength or raw", SetMeter,
-     [](const B& b) { return std::string(b.meter.source == MeterSource::Raw ? "raw" : "strength"); }},
+     [](const B& b) { return std::string(b.meter.source == MeterSource::kRaw ? "raw" : "strength"); }},
     {"scale", "default or linear:LOW..HIGH", SetScale, [](const B& b) { return ScaleText(b.meter); }},
     {"offset", "dB", SetOffset, [](const B& b) { return NumberText(b.meter.offset); }},
     {"link", "com1 to com6", SetLink, [](const B& b) { return b.link; }},
@@ -133,11 +133,11 @@ const Field* FieldOf(std::string_view name) {
   return field == kFields.end() ? nullptr : field;
 }
 
-std::optional<std::string> TakeLine(BridgeSettings& settings, std::string_view line) {
+Outcome TakeLine(BridgeSettings& settings, std::string_view line) {
   line = Trimmed(line);
-  if (line.empty() || line.front() == '#' || line.front() == ';') return std::nullopt;
+  if (line.empty() || line.front() == '#' || line.front() == ';') return Done{};
   const std::size_t equals = line.find('=');
-  if (equals == std::string_view::npos) return "not a setting: " + Quoted(line);
+  if (equals == std::string_view::npos) return Fault{"", "not a setting: " + Quoted(line)};
   return Set(settings, Trimmed(line.substr(0, equals)), line.substr(equals + 1));
 }
 
@@ -160,28 +160,29 @@ bool SetFlag(Invocation& invocation, std::string_view name) {
   return true;
 }
 
-/// Takes one option with its value.
-std::optional<std::string> TakeOption(Invocation& invocation, const std::string& name,
-                                      const std::string& value) {
+// Takes one option with its value.
+Outcome TakeOption(Invocation& invocation, const std::string& name, const std::string& value) {
   if (name == "--dir") {
     invocation.directory = value;
-    if (value.empty()) return "--dir wants a folder";
-    return std::nullopt;
+    if (value.empty()) return Fault{"", "--dir wants a folder"};
+    return Done{};
   }
   BridgeSettings trial;
-  if (auto complaint = Set(trial, name.substr(2), value)) return "--" + *complaint;
+  if (const Outcome set = Set(trial, name.substr(2), value); !set) {
+    return Fault{"", "--" + set.fault().reason};
+  }
   invocation.fields.emplace_back(name.substr(2), value);
-  return std::nullopt;
+  return Done{};
 }
 
 }  // namespace
 
-std::optional<std::string> Set(BridgeSettings& settings, std::string_view name, std::string_view value) {
+Outcome Set(BridgeSettings& settings, std::string_view name, std::string_view value) {
   value = Trimmed(value);
   const Field* field = FieldOf(name);
-  if (field == nullptr) return "unknown setting " + Quoted(name);
-  if (field->set(settings, value)) return std::nullopt;
-  return std::string(name) + " wants " + std::string(field->wanted) + ", not " + Quoted(value);
+  if (field == nullptr) return Fault{"", "unknown setting " + Quoted(name)};
+  if (field->set(settings, value)) return Done{};
+  return Fault{"", std::string(name) + " wants " + std::string(field->wanted) + ", not " + Quoted(value)};
 }
 
 ParsedConf ParseConf(std::string_view text) {
@@ -189,9 +190,9 @@ ParsedConf ParseConf(std::string_view text) {
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   for (int number = 1; !text.empty(); ++number) {
     const std::size_t end = std::min(text.find('\n'), text.size());
-    const auto complaint = TakeLine(parsed.settings, text.substr(0, end));
-    if (complaint && !parsed.complaint) {
-      parsed.complaint = "rigbridge.conf line " + std::to_string(number) + ": " + *complaint;
+    const Outcome taken = TakeLine(parsed.settings, text.substr(0, end));
+    if (!taken && !parsed.complaint) {
+      parsed.complaint = Fault{"rigbridge.conf line " + std::to_string(number), taken.fault().reason};
     }
     text.remove_prefix(std::min(end + 1, text.size()));
   }
@@ -206,24 +207,22 @@ std::string ConfText(const BridgeSettings& settings) {
   return text;
 }
 
-Invocation ParseCommandLine(const std::vector<std::string>& arguments) {
+Result<Invocation> ParseCommandLine(const std::vector<std::string>& arguments) {
   Invocation invocation;
-  for (std::size_t i = 0; i < arguments.size() && !invocation.complaint; ++i) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& name = arguments[i];
     if (SetFlag(invocation, name)) continue;
     const std::size_t equals = name.find('=');
     const bool known = name == "--dir" || name.starts_with("--dir=") ||
                        (name.starts_with("--") && FieldOf(std::string_view(name).substr(
                                                       2, equals == std::string::npos ? equals : equals - 2)));
-    if (!known) {
-      invocation.complaint = "unknown option " + Quoted(name);
-    } else if (equals != std::string::npos) {
-      invocation.complaint = TakeOption(invocation, name.substr(0, equals), name.substr(equals + 1));
-    } else if (i + 1 == arguments.size()) {
-      invocation.complaint = name + " wants a value";
-    } else {
-      invocation.complaint = TakeOption(invocation, name, arguments[++i]);
-    }
+    if (!known) return Fault{"", "unknown option " + Quoted(name)};
+    const bool value_follows = equals == std::string::npos;
+    if (value_follows && i + 1 == arguments.size()) return Fault{"", name + " wants a value"};
+    const Outcome taken = value_follows
+                              ? TakeOption(invocation, name, arguments[++i])
+                              : TakeOption(invocation, name.substr(0, equals), name.substr(equals + 1));
+    if (!taken) return taken.fault();
   }
   return invocation;
 }

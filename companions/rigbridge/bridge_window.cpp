@@ -23,7 +23,7 @@ QString Text(const std::string& text) {
   return QString::fromUtf8(text.c_str());
 }
 
-/// Serial ports of this machine, those with a name that stays first.
+// Serial ports of this machine, those with a name that stays first.
 QStringList SerialPorts() {
   QStringList ports;
   const QDir by_id(QStringLiteral("/dev/serial/by-id"));
@@ -75,8 +75,9 @@ void BridgeWindow::AddChoice() {
   for (const int speed : kSpeeds) speed_->addItem(QString::number(speed), speed);
   act_as_ = new QComboBox;
   act_as_->setObjectName(QStringLiteral("cboActAs"));
-  act_as_->addItem(QStringLiteral("FT840: 256 steps, up to 30 MHz"), static_cast<int>(sets::Model::FT840));
-  act_as_->addItem(QStringLiteral("FT817: 16 steps, also VHF and UHF"), static_cast<int>(sets::Model::FT817));
+  act_as_->addItem(QStringLiteral("FT840: 256 steps, up to 30 MHz"), static_cast<int>(sets::Model::kFT840));
+  act_as_->addItem(QStringLiteral("FT817: 16 steps, also VHF and UHF"),
+                   static_cast<int>(sets::Model::kFT817));
   connect_ = new QPushButton(QStringLiteral("&Connect"));
   connect_->setObjectName(QStringLiteral("cmdConnect"));
   connect_->setDefault(true);
@@ -159,19 +160,19 @@ void BridgeWindow::FillPorts() {
   if (!bridge_.Settings().device.empty()) device_->setCurrentText(Text(bridge_.Settings().device));
 }
 
-/// What is asked for depends on how the rig is reached.
+// What is asked for depends on how the rig is reached.
 void BridgeWindow::ShowHints() {
   const RigModel* rig = ChosenRig();
-  const PortKind kind = rig != nullptr ? rig->port : PortKind::Serial;
+  const PortKind kind = rig != nullptr ? rig->port : PortKind::kSerial;
   connect_->setEnabled(rig != nullptr);
-  device_->setEnabled(kind != PortKind::None);
-  speed_->setEnabled(kind == PortKind::Serial);
-  device_->lineEdit()->setPlaceholderText(kind == PortKind::Network
+  device_->setEnabled(kind != PortKind::kNone);
+  speed_->setEnabled(kind == PortKind::kSerial);
+  device_->lineEdit()->setPlaceholderText(kind == PortKind::kNetwork
                                               ? QStringLiteral("host:port, as localhost:7356")
                                               : QStringLiteral("/dev/ttyUSB0"));
   const bool is_serial_port = device_->currentText().startsWith(QLatin1String("/dev/"));
-  if (kind == PortKind::Network && is_serial_port) device_->clearEditText();
-  if (kind == PortKind::Serial && !is_serial_port && device_->count() > 0) device_->setCurrentIndex(0);
+  if (kind == PortKind::kNetwork && is_serial_port) device_->clearEditText();
+  if (kind == PortKind::kSerial && !is_serial_port && device_->count() > 0) device_->setCurrentIndex(0);
 }
 
 void BridgeWindow::Connect() {
@@ -182,12 +183,11 @@ void BridgeWindow::Connect() {
   settings.speed = speed_->currentData().toInt();
   settings.act_as = static_cast<sets::Model>(act_as_->currentData().toInt());
   const std::string device = device_->currentText().trimmed().toStdString();
-  if (auto complaint = Set(settings, "device", rig->port == PortKind::None ? std::string() : device)) {
-    SetComplaint(Text(*complaint));
-    return;
-  }
-  const auto fault = bridge_.Change(settings);
-  SetComplaint(fault ? Text(fault->sentence) : QString());
+  Outcome done = Set(settings, "device", rig->port == PortKind::kNone ? std::string() : device);
+  const bool understood = done.ok();
+  if (understood) done = bridge_.Change(settings);
+  SetComplaint(done ? QString() : Text(done.fault().reason));
+  if (!understood) return;
   Refresh();
 }
 
@@ -215,7 +215,7 @@ void BridgeWindow::SetComplaint(const QString& complaint) {
   GrowToFit();
 }
 
-/// Qt leaves a window as high as it is when a text in it wraps.
+// Qt leaves a window as high as it is when a text in it wraps.
 void BridgeWindow::GrowToFit() {
   const int needed = form_->totalHeightForWidth(width());
   if (isVisible() && needed > height()) resize(width(), needed);

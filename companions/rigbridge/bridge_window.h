@@ -15,17 +15,17 @@ class QPushButton;
 
 namespace kestrum::rigbridge {
 
-/// The bridge's only window: which rig, where it is, and how it goes.
+// The bridge's only window: which rig, where it is, and how it goes.
 class BridgeWindow : public QWidget {
   Q_OBJECT
 
  public:
-  /// How often the state is looked at.
+  // How often the state is looked at.
   static constexpr int kRefreshMs = 200;
 
   BridgeWindow(Bridge& bridge, const std::vector<RigModel>& rigs);
 
-  /// A line about rigbridge.conf or the link; hidden while it is empty.
+  // A line about rigbridge.conf or the link; hidden while it is empty.
   void SetComplaint(const QString& complaint);
 
  private:

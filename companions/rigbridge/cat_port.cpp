@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 
+#include "common/fault_text.h"
+
 namespace kestrum::rigbridge {
 namespace {
 
@@ -17,25 +19,25 @@ constexpr double kReopenS = 1;
 
 CatPort::CatPort(RigReader& reader) : reader_(reader) {}
 
-std::optional<Fault> CatPort::Open(const std::filesystem::path& link, const BridgeSettings& settings) {
+Outcome CatPort::Open(const std::filesystem::path& link, const BridgeSettings& settings) {
   Close();
   set_.emplace(settings);
   port_.emplace(link);
-  std::string error = port_->Open();
-  if (error.empty()) {
+  Outcome made = port_->Open();
+  if (made) {
     poll_ = sets::UniqueFd(::epoll_create1(EPOLL_CLOEXEC));
     stop_ = sets::UniqueFd(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     epoll_event event{};
     event.events = EPOLLIN;
     const bool waits = ::epoll_ctl(poll_.Get(), EPOLL_CTL_ADD, stop_.Get(), &event) == 0 && WatchPort();
-    if (!waits) error = "the system gives no way to wait for Kestrum";
+    if (!waits) made = Fault{"", "the system gives no way to wait for Kestrum"};
   }
-  if (!error.empty()) {
+  if (!made) {
     port_.reset();
-    return Fault{error + "."};
+    return Fault{"", TextOf(made.fault()) + "."};
   }
   thread_ = std::thread([this] { Run(); });
-  return std::nullopt;
+  return Done{};
 }
 
 void CatPort::Close() {
@@ -46,8 +48,8 @@ void CatPort::Close() {
   port_.reset();
 }
 
-/// Edge triggered: a port that nobody has open is hung up all the time, and that must not wake us all the
-/// time.
+// Edge triggered: a port that nobody has open is hung up all the time, and that must not wake us all the
+// time.
 bool CatPort::WatchPort() const {
   epoll_event event{};
   event.events = EPOLLIN | EPOLLHUP | EPOLLET;
@@ -71,7 +73,7 @@ int CatPort::PatienceMs(double now_s) const {
 
 void CatPort::Serve(double now_s) {
   // Lost when it had to be replaced after a client that was killed.
-  if (!port_->IsOpen() && port_->Open().empty()) WatchPort();
+  if (!port_->IsOpen() && port_->Open()) WatchPort();
   const sets::Bytes received = port_->Read();
   if (!received.empty()) {
     port_->Write(set_->Receive(received, reader_.Newest(), now_s));
@@ -79,8 +81,8 @@ void CatPort::Serve(double now_s) {
     last_command_s_ = now_s;
   }
   reader_.Wish(set_->TakeChanges(now_s));
-  std::string error;
-  if (!port_->TidyAfterClient(error)) return;
+  const Result<bool> replaced = port_->TidyAfterClient();
+  if (replaced && !replaced.value()) return;
   set_->HangUp();
   if (port_->IsOpen()) WatchPort();
 }

@@ -5,7 +5,7 @@
 #include <optional>
 #include <thread>
 
-#include "fault.h"
+#include "common/fault.h"
 #include "rig_reader.h"
 #include "set_side.h"
 #include "sets/pty_port.h"
@@ -13,22 +13,22 @@
 
 namespace kestrum::rigbridge {
 
-/// The thread that serves Kestrum on the pseudo-terminal; it answers from what the reader has and never waits
-/// for the rig.
+// The thread that serves Kestrum on the pseudo-terminal; it answers from what the reader has and never waits
+// for the rig.
 class CatPort {
  public:
   explicit CatPort(RigReader& reader);
   CatPort(const CatPort&) = delete;
   CatPort& operator=(const CatPort&) = delete;
-  /// The link is gone afterwards.
+  // The link is gone afterwards.
   ~CatPort() { Close(); }
 
-  /// Serves a set as these settings say at `link`, in place of the one before. A fault when the link cannot
-  /// be made.
-  std::optional<Fault> Open(const std::filesystem::path& link, const BridgeSettings& settings);
+  // Serves a set as these settings say at `link`, in place of the one before. A fault when the link cannot
+  // be made.
+  Outcome Open(const std::filesystem::path& link, const BridgeSettings& settings);
   void Close();
   bool IsOpen() const { return port_.has_value(); }
-  /// Seconds of the steady clock of the last command; nothing before the first.
+  // Seconds of the steady clock of the last command; nothing before the first.
   std::optional<double> LastCommandS() const;
 
  private:

@@ -6,7 +6,7 @@ namespace kestrum::rigbridge {
 
 void DialWatch::Sent(double hz, Taken taken) {
   sent_hz_ = hz;
-  settled_hz_ = taken == Taken::Yes ? std::nullopt : sent_hz_;
+  settled_hz_ = taken == Taken::kYes ? std::nullopt : sent_hz_;
   rig_hz_.reset();
 }
 

@@ -18,31 +18,31 @@ struct HamlibMode {
 
 HamlibMode ModeOf(sets::Mode mode) {
   switch (mode) {
-    case sets::Mode::LSB:
+    case sets::Mode::kLsb:
       return {RIG_MODE_LSB, false};
-    case sets::Mode::USB:
+    case sets::Mode::kUsb:
       return {RIG_MODE_USB, false};
-    case sets::Mode::CW:
+    case sets::Mode::kCw:
       return {RIG_MODE_CW, false};
-    case sets::Mode::CWN:
+    case sets::Mode::kCwn:
       return {RIG_MODE_CW, true};
-    case sets::Mode::CWR:
+    case sets::Mode::kCwr:
       return {RIG_MODE_CWR, false};
-    case sets::Mode::CWNR:
+    case sets::Mode::kCwnr:
       return {RIG_MODE_CWR, true};
-    case sets::Mode::AM:
+    case sets::Mode::kAm:
       return {RIG_MODE_AM, false};
-    case sets::Mode::AMN:
+    case sets::Mode::kAmn:
       return {RIG_MODE_AM, true};
-    case sets::Mode::FM:
+    case sets::Mode::kFm:
       return {RIG_MODE_FM, false};
-    case sets::Mode::FMN:
+    case sets::Mode::kFmn:
       return {RIG_MODE_FM, true};
-    case sets::Mode::WFM:
+    case sets::Mode::kWfm:
       return {RIG_MODE_WFM, false};
-    case sets::Mode::DIG:
+    case sets::Mode::kDig:
       return {RIG_MODE_PKTUSB, false};
-    case sets::Mode::PKT:
+    case sets::Mode::kPkt:
       return {RIG_MODE_PKTFM, false};
   }
   return {RIG_MODE_NONE, false};
@@ -51,30 +51,30 @@ HamlibMode ModeOf(sets::Mode mode) {
 }  // namespace
 
 Fault FaultOf(int hamlib_error, PortKind port) {
-  const bool network = port == PortKind::Network;
+  const bool network = port == PortKind::kNetwork;
   switch (std::abs(hamlib_error)) {
     case RIG_EIO:
-      return {network ? "The connection is lost: is the program still running?"
-                      : "The connection to the rig is lost: is the cable plugged in?"};
+      return {"", network ? "The connection is lost: is the program still running?"
+                          : "The connection to the rig is lost: is the cable plugged in?"};
     case RIG_ETIMEOUT:
-      return {network ? "The program does not answer: is it one that speaks to Hamlib?"
-                      : "The rig does not answer: is it switched on, and are model and speed right?"};
+      return {"", network ? "The program does not answer: is it one that speaks to Hamlib?"
+                          : "The rig does not answer: is it switched on, and are model and speed right?"};
     case RIG_EPROTO:
     case RIG_ERJCTED:
     case RIG_ETRUNC:
-      return {network ? "The program answers something else: is it one that speaks to Hamlib?"
-                      : "The rig answers something else: are model and speed right?"};
+      return {"", network ? "The program answers something else: is it one that speaks to Hamlib?"
+                          : "The rig answers something else: are model and speed right?"};
     case RIG_ENAVAIL:
     case RIG_ENIMPL:
     case RIG_EDEPRECATED:
-      return {"Hamlib reads no such meter of this rig."};
+      return {"", "Hamlib reads no such meter of this rig."};
     case RIG_ECONF:
     case RIG_EINVAL:
-      return {"Hamlib does not take these settings: are model, port and speed right?"};
+      return {"", "Hamlib does not take these settings: are model, port and speed right?"};
     case RIG_EPOWER:
-      return {"The rig is switched off."};
+      return {"", "The rig is switched off."};
     default:
-      return {"Hamlib fails with error " + std::to_string(std::abs(hamlib_error)) + "."};
+      return {"", "Hamlib fails with error " + std::to_string(std::abs(hamlib_error)) + "."};
   }
 }
 
@@ -102,23 +102,23 @@ std::optional<Refusal> RefusalOf(int hamlib_error) {
   }
 }
 
-std::optional<Fault> HamlibRig::Open(const BridgeSettings& settings) {
+Outcome HamlibRig::Open(const BridgeSettings& settings) {
   Close();
   const RigModel* model = RigOf(rigs_, settings.model);
   if (model == nullptr)
-    return Fault{"Hamlib knows no rig of the number " + std::to_string(settings.model) + "."};
+    return Fault{"", "Hamlib knows no rig of the number " + std::to_string(settings.model) + "."};
   port_ = model->port;
   source_ = settings.meter.source;
-  if (port_ == PortKind::Serial) {
-    if (auto fault = CheckSerialPort(settings.device)) return fault;
-  } else if (port_ == PortKind::Network && !settings.device.empty()) {
-    if (auto fault = CheckHost(settings.device, kHostPatienceS)) return fault;
+  if (port_ == PortKind::kSerial) {
+    if (const Outcome checked = CheckSerialPort(settings.device); !checked) return checked.fault();
+  } else if (port_ == PortKind::kNetwork && !settings.device.empty()) {
+    if (const Outcome checked = CheckHost(settings.device, kHostPatienceS); !checked) return checked.fault();
   }
   rig_ = rig_init(static_cast<rig_model_t>(settings.model));
-  if (rig_ == nullptr) return Fault{"Hamlib cannot load its driver for " + model->FullName() + "."};
+  if (rig_ == nullptr) return Fault{"", "Hamlib cannot load its driver for " + model->FullName() + "."};
   const bool fits =
-      (settings.device.empty() || port_ == PortKind::None || Configure("rig_pathname", settings.device)) &&
-      (settings.speed == 0 || port_ != PortKind::Serial ||
+      (settings.device.empty() || port_ == PortKind::kNone || Configure("rig_pathname", settings.device)) &&
+      (settings.speed == 0 || port_ != PortKind::kSerial ||
        Configure("serial_speed", std::to_string(settings.speed)));
   Configure("retry", "1");  // by itself it would try up to ten times, and tell nothing for so long
   const int result = fits ? rig_open(rig_) : -RIG_ECONF;
@@ -127,9 +127,9 @@ std::optional<Fault> HamlibRig::Open(const BridgeSettings& settings) {
     Close();
     return FaultOf(result, port_);
   }
-  if (port_ == PortKind::Serial) watch_.emplace(settings.device);
+  if (port_ == PortKind::kSerial) watch_.emplace(settings.device);
   rig_set_cache_timeout_ms(rig_, HAMLIB_CACHE_ALL, 0);  // what the dial says now, not what was set last
-  return std::nullopt;
+  return Done{};
 }
 
 bool HamlibRig::Configure(const char* name, const std::string& value) {
@@ -146,9 +146,9 @@ void HamlibRig::Close() {
   is_open_ = false;
 }
 
-std::variant<double, Fault> HamlibRig::ReadMeter() {
+Result<double> HamlibRig::ReadMeter() {
   value_t value{};
-  const setting_t level = source_ == MeterSource::Raw ? RIG_LEVEL_RAWSTR : RIG_LEVEL_STRENGTH;
+  const setting_t level = source_ == MeterSource::kRaw ? RIG_LEVEL_RAWSTR : RIG_LEVEL_STRENGTH;
   const int result = rig_get_level(rig_, RIG_VFO_CURR, level, &value);
   if (result != RIG_OK) return FaultOf(result, port_);
   return static_cast<double>(value.i);

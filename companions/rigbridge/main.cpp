@@ -12,6 +12,7 @@
 
 #include "bridge.h"
 #include "bridge_window.h"
+#include "common/fault_text.h"
 #include "hamlib_rig.h"
 #include "state_texts.h"
 
@@ -30,11 +31,11 @@ sigset_t EndSignals() {
   return set;
 }
 
-/// A line for each thing that is new; the reading and the countdown are not news.
+// A line for each thing that is new; the reading and the countdown are not news.
 class Teller {
  public:
   void Tell(const RigState& state) {
-    const std::string said = state.trouble ? state.trouble->sentence : PhaseText(state.phase);
+    const std::string said = state.trouble ? state.trouble->reason : PhaseText(state.phase);
     if (said != said_) Print(said_ = said);
     const std::string dial = state.dial.Elsewhere() ? FrequencyText(state.dial) : std::string();
     if (dial != dial_ && !dial.empty()) Print(dial);
@@ -94,17 +95,17 @@ int Run(int argc, char** argv, const Invocation& invocation, const std::vector<R
   const fs::path own_folder = fs::read_symlink("/proc/self/exe", error).parent_path();
   const fs::path folder = invocation.directory.empty() ? own_folder : fs::path(invocation.directory);
   Bridge bridge([&rigs] { return std::make_unique<HamlibRig>(rigs); }, folder, own_folder / "rigbridge.conf");
-  const auto complaint = bridge.Load(invocation.fields);
-  const auto fault = bridge.Start();
+  const std::optional<kestrum::Fault> complaint = bridge.Load(invocation.fields);
+  const kestrum::Outcome started = bridge.Start();
+  const std::string told = !started ? TextOf(started.fault()) : complaint ? TextOf(*complaint) : "";
   int code = 0;
   if (invocation.window && HasDisplay()) {
-    code = RunWithWindow(argc, argv, bridge, rigs,
-                         QString::fromStdString(fault ? fault->sentence : complaint.value_or("")));
-  } else if (fault) {
-    std::fprintf(stderr, "rigbridge: %s\n", fault->sentence.c_str());
+    code = RunWithWindow(argc, argv, bridge, rigs, QString::fromStdString(told));
+  } else if (!started) {
+    std::fprintf(stderr, "rigbridge: %s\n", told.c_str());
     code = 1;
   } else {
-    if (complaint) std::fprintf(stderr, "rigbridge: %s\n", complaint->c_str());
+    if (complaint) std::fprintf(stderr, "rigbridge: %s\n", told.c_str());
     std::printf("rigbridge ready: %s\n", bridge.Link().c_str());
     std::fflush(stdout);
     code = RunWithoutWindow(bridge);
@@ -117,11 +118,12 @@ int Run(int argc, char** argv, const Invocation& invocation, const std::vector<R
 }  // namespace
 
 int main(int argc, char** argv) {
-  const Invocation invocation = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
-  if (invocation.complaint) {
-    std::fprintf(stderr, "rigbridge: %s\nTry rigbridge --help\n", invocation.complaint->c_str());
+  const auto parsed = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+  if (!parsed) {
+    std::fprintf(stderr, "rigbridge: %s\nTry rigbridge --help\n", TextOf(parsed.fault()).c_str());
     return 2;
   }
+  const Invocation& invocation = parsed.value();
   if (invocation.help || invocation.version) {
     std::puts(invocation.help ? HelpText().c_str() : VersionText().c_str());
     return 0;

@@ -29,11 +29,11 @@ std::array<double, 256> AllDb() {
   return all;
 }
 
-/// Kestrum's default table ends in a gap: between its last two points it shows "S?". A reading there would
-/// hide the level, so the nearer end is told. The FT817's top step lies in the gap and is what a real one
-/// sends.
+// Kestrum's default table ends in a gap: between its last two points it shows "S?". A reading there would
+// hide the level, so the nearer end is told. The FT817's top step lies in the gap and is what a real one
+// sends.
 bool Shown(int raw, sets::Model act_as) {
-  return act_as == sets::Model::FT817 || raw <= kDefaultTable[14].raw || raw == kDefaultTable[15].raw;
+  return act_as == sets::Model::kFT817 || raw <= kDefaultTable[14].raw || raw == kDefaultTable[15].raw;
 }
 
 int NearestByTable(double db, sets::Model act_as) {
@@ -55,18 +55,18 @@ double DefaultTableDb(int raw) {
 }
 
 int RawOf(int reading, sets::Model act_as) {
-  return act_as == sets::Model::FT817 ? reading * kStepsOfFt817 : reading;
+  return act_as == sets::Model::kFT817 ? reading * kStepsOfFt817 : reading;
 }
 
 int MeterReading(double value, const MeterScale& scale, sets::Model act_as) {
   const double shifted = value + scale.offset;
   if (std::isnan(shifted)) return 0;
-  const int top = act_as == sets::Model::FT817 ? kStepsOfFt817 - 1 : 255;
+  const int top = act_as == sets::Model::kFT817 ? kStepsOfFt817 - 1 : 255;
   if (scale.linear) {
     const double share = (shifted - scale.linear->low) / (scale.linear->high - scale.linear->low);
     return static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * top));
   }
-  if (scale.source == MeterSource::Raw) {
+  if (scale.source == MeterSource::kRaw) {
     return static_cast<int>(std::clamp(shifted, 0.0, 255.0)) / RawOf(1, act_as);
   }
   return NearestByTable(std::clamp(shifted, kLowestDb, kHighestDb), act_as);

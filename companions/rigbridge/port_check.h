@@ -4,21 +4,21 @@
 #include <string>
 #include <string_view>
 
-#include "fault.h"
+#include "common/fault.h"
 
 namespace kestrum::rigbridge {
 
-/// What stands in the way of a serial port, looked up before it is opened: Hamlib tells only "IO error".
-std::optional<Fault> CheckSerialPort(const std::string& device);
+// What stands in the way of a serial port, looked up before it is opened: Hamlib tells only "IO error".
+Outcome CheckSerialPort(const std::string& device);
 
 struct HostAndPort {
   std::string host;
   std::string port;
 };
-/// "localhost:7356"; a missing port is 4532, as in Hamlib. An IPv6 address stands in brackets.
+// "localhost:7356"; a missing port is 4532, as in Hamlib. An IPv6 address stands in brackets.
 HostAndPort ParseHost(std::string_view text);
 
-/// Whether somebody listens there, asked for at most `patience_s`.
-std::optional<Fault> CheckHost(const std::string& address, double patience_s);
+// Whether somebody listens there, asked for at most `patience_s`.
+Outcome CheckHost(const std::string& address, double patience_s);
 
 }  // namespace kestrum::rigbridge

@@ -13,14 +13,14 @@ namespace {
 PortKind KindOf(rig_port_t port) {
   switch (port) {
     case RIG_PORT_SERIAL:
-      return PortKind::Serial;
+      return PortKind::kSerial;
     case RIG_PORT_NETWORK:
     case RIG_PORT_UDP_NETWORK:
-      return PortKind::Network;
+      return PortKind::kNetwork;
     case RIG_PORT_NONE:
-      return PortKind::None;
+      return PortKind::kNone;
     default:
-      return PortKind::Other;
+      return PortKind::kOther;
   }
 }
 
@@ -33,7 +33,7 @@ int Collect(const rig_caps* caps, rig_ptr_t data) {
   rig.port = KindOf(caps->port_type);
   // What a rig on the network can do is known when it has been asked.
   rig.has_meter =
-      rig.port == PortKind::Network || (caps->has_get_level & (RIG_LEVEL_STRENGTH | RIG_LEVEL_RAWSTR)) != 0;
+      rig.port == PortKind::kNetwork || (caps->has_get_level & (RIG_LEVEL_STRENGTH | RIG_LEVEL_RAWSTR)) != 0;
   static_cast<std::vector<RigModel>*>(data)->push_back(rig);
   return 1;  // go on
 }

@@ -23,8 +23,8 @@ void RigReader::Use(const BridgeSettings& settings) {
   fresh_settings_ = settings;
   const auto sent_hz = state_.dial.SentHz();
   state_ = {};
-  if (sent_hz) state_.dial.Sent(*sent_hz, DialWatch::Taken::No);
-  state_.phase = settings.model == 0 ? Phase::NoRig : Phase::Opening;
+  if (sent_hz) state_.dial.Sent(*sent_hz, DialWatch::Taken::kNo);
+  state_.phase = settings.model == 0 ? Phase::kNoRig : Phase::kOpening;
   wake_.notify_all();
 }
 
@@ -68,8 +68,8 @@ void RigReader::Run() {
     }
     lock.unlock();
     const std::unique_ptr<RigDriver> driver = make_driver_();
-    if (auto fault = driver->Open(settings)) {
-      SetTrouble(std::move(*fault));
+    if (const Outcome opened = driver->Open(settings); !opened) {
+      SetTrouble(opened.fault());
       PauseBeforeRetry();
     } else {
       Serve(*driver);
@@ -81,7 +81,7 @@ void RigReader::Run() {
   gone_.notify_all();
 }
 
-/// Until the rig is lost or somebody wants something else.
+// Until the rig is lost or somebody wants something else.
 void RigReader::Serve(RigDriver& driver) {
   failures_ = 0;
   dial_at_s_ = 0;
@@ -89,14 +89,14 @@ void RigReader::Serve(RigDriver& driver) {
   while (wanted && failures_ < kFailuresUntilReopen) {
     GrantPower(driver);
     if (switched_off_) {
-      wanted = Pause(RetrySchedule::kLongestS, WokenBy::PowerWish);
+      wanted = Pause(RetrySchedule::kLongestS, WokenBy::kPowerWish);
       continue;
     }
     const double started_s = NowS();
     if (ReadOnce(driver)) {
       GrantWishes(driver);
       LookAtDial(driver);
-      wanted = Pause(std::max(kRestS, started_s + kPollS - NowS()), WokenBy::AnyWish);
+      wanted = Pause(std::max(kRestS, started_s + kPollS - NowS()), WokenBy::kAnyWish);
     } else {
       wanted = PauseBeforeRetry();
     }
@@ -105,22 +105,22 @@ void RigReader::Serve(RigDriver& driver) {
   state_.reading.reset();
 }
 
-/// One reading, published; false when it failed.
+// One reading, published; false when it failed.
 bool RigReader::ReadOnce(RigDriver& driver) {
-  std::variant<double, Fault> result = driver.ReadMeter();
+  const Result<double> result = driver.ReadMeter();
   const Lock lock(mutex_);
   if (fresh_settings_) return true;  // the answer of the last rig
-  if (const double* value = std::get_if<double>(&result)) {
+  if (result) {
     failures_ = 0;
     retries_.Reset();
-    state_.reading = Reading{*value, NowS()};
-    state_.phase = Phase::Reading;
+    state_.reading = Reading{result.value(), NowS()};
+    state_.phase = Phase::kReading;
     state_.trouble.reset();
     return true;
   }
   ++failures_;
-  state_.phase = Phase::Trouble;
-  state_.trouble = std::get<Fault>(std::move(result));
+  state_.phase = Phase::kTrouble;
+  state_.trouble = result.fault();
   return false;
 }
 
@@ -132,7 +132,7 @@ void RigReader::LookAtDial(RigDriver& driver) {
   if (hz && !fresh_settings_) state_.dial.Read(*hz);
 }
 
-/// A rig that is off cannot be read, so this comes before the reading.
+// A rig that is off cannot be read, so this comes before the reading.
 void RigReader::GrantPower(RigDriver& driver) {
   Lock lock(mutex_);
   const auto wanted = std::exchange(wishes_.powered, std::nullopt);
@@ -145,7 +145,7 @@ void RigReader::GrantPower(RigDriver& driver) {
   if (!switched_off_) return;
   lock.lock();
   if (fresh_settings_) return;
-  state_.phase = Phase::SwitchedOff;
+  state_.phase = Phase::kSwitchedOff;
   state_.reading.reset();
 }
 
@@ -160,7 +160,7 @@ void RigReader::GrantWishes(RigDriver& driver) {
                {"go to " + sets::FrequencyText(*wishes.frequency_10hz), "be tuned"});
     dial_at_s_ = 0;
     lock.lock();
-    state_.dial.Sent(hz, refusal ? DialWatch::Taken::No : DialWatch::Taken::Yes);
+    state_.dial.Sent(hz, refusal ? DialWatch::Taken::kNo : DialWatch::Taken::kYes);
     lock.unlock();
   }
   if (wishes.mode) {
@@ -178,7 +178,7 @@ void RigReader::GrantWishes(RigDriver& driver) {
   }
 }
 
-/// Told once; what failed for the moment is tried once more.
+// Told once; what failed for the moment is tried once more.
 void RigReader::AnswerWish(const sets::Change& wish, const std::optional<Refusal>& refusal,
                            const Deed& deed) {
   const bool was_tried = (wish.frequency_10hz && second_try_.frequency_10hz == wish.frequency_10hz) ||
@@ -212,7 +212,7 @@ void RigReader::Note(const std::string& text) {
 void RigReader::SetTrouble(Fault fault) {
   const Lock lock(mutex_);
   if (fresh_settings_) return;
-  state_.phase = Phase::Trouble;
+  state_.phase = Phase::kTrouble;
   state_.reading.reset();
   state_.trouble = std::move(fault);
 }
@@ -220,8 +220,8 @@ void RigReader::SetTrouble(Fault fault) {
 bool RigReader::Pause(double seconds, WokenBy woken_by) {
   Lock lock(mutex_);
   wake_.wait_for(lock, std::chrono::duration<double>(seconds), [&] {
-    const bool wished = woken_by == WokenBy::AnyWish ? !IsEmpty(wishes_) : wishes_.powered.has_value();
-    return Interrupted() || (woken_by != WokenBy::Nothing && wished);
+    const bool wished = woken_by == WokenBy::kAnyWish ? !IsEmpty(wishes_) : wishes_.powered.has_value();
+    return Interrupted() || (woken_by != WokenBy::kNothing && wished);
   });
   return !Interrupted();
 }
@@ -232,7 +232,7 @@ bool RigReader::PauseBeforeRetry() {
     const Lock lock(mutex_);
     state_.next_try_s = NowS() + pause_s;
   }
-  return Pause(pause_s, WokenBy::Nothing);
+  return Pause(pause_s, WokenBy::kNothing);
 }
 
 }  // namespace kestrum::rigbridge

@@ -17,54 +17,54 @@
 
 namespace kestrum::rigbridge {
 
-enum class Phase { NoRig, Opening, Reading, Trouble, SwitchedOff };
+enum class Phase { kNoRig, kOpening, kReading, kTrouble, kSwitchedOff };
 
-/// What the user is told.
+// What the user is told.
 struct RigState {
-  Phase phase = Phase::NoRig;
+  Phase phase = Phase::kNoRig;
   std::optional<Reading> reading;
-  std::optional<Fault> trouble;  ///< of Trouble
-  double next_try_s = 0;         ///< of Trouble, steady clock
+  std::optional<Fault> trouble;  // of Trouble
+  double next_try_s = 0;         // of Trouble, steady clock
   DialWatch dial;
-  std::vector<std::string> notes;  ///< what the rig cannot do, each once
+  std::vector<std::string> notes;  // what the rig cannot do, each once
 };
 
-/// Seconds of the steady clock.
+// Seconds of the steady clock.
 double NowS();
 
-/// The thread that reads the rig, and the only one that ever waits for it.
+// The thread that reads the rig, and the only one that ever waits for it.
 class RigReader {
  public:
   using MakeDriver = std::function<std::unique_ptr<RigDriver>()>;
 
-  /// Between the starts of two reads of the meter, unless the rig is slower.
+  // Between the starts of two reads of the meter, unless the rig is slower.
   static constexpr double kPollS = 0.05;
-  /// Left alone at least so long after each read.
+  // Left alone at least so long after each read.
   static constexpr double kRestS = 0.01;
-  /// Between two looks at the rig's dial.
+  // Between two looks at the rig's dial.
   static constexpr double kDialS = 1;
-  /// So many failed reads in a row and the port is opened anew.
+  // So many failed reads in a row and the port is opened anew.
   static constexpr int kFailuresUntilReopen = 3;
 
   explicit RigReader(MakeDriver make_driver);
   RigReader(const RigReader&) = delete;
   RigReader& operator=(const RigReader&) = delete;
-  /// Waits for the thread.
+  // Waits for the thread.
   ~RigReader();
 
-  /// From now on this rig; a call that is under way for the last one ends first.
+  // From now on this rig; a call that is under way for the last one ends first.
   void Use(const BridgeSettings& settings);
-  /// Passed on as soon as the rig can be reached; of each kind the newest.
+  // Passed on as soon as the rig can be reached; of each kind the newest.
   void Wish(const sets::Change& change);
   std::optional<Reading> Newest() const;
   RigState State() const;
-  /// Asks the thread to end. False when it is still waiting for the rig after `patience_s`.
+  // Asks the thread to end. False when it is still waiting for the rig after `patience_s`.
   bool Stop(double patience_s);
 
  private:
   using Lock = std::unique_lock<std::mutex>;
-  enum class WokenBy { Nothing, PowerWish, AnyWish };
-  /// "The rig did not `done`", "This rig cannot `possible` from here".
+  enum class WokenBy { kNothing, kPowerWish, kAnyWish };
+  // "The rig did not `done`", "This rig cannot `possible` from here".
   struct Deed {
     std::string done;
     std::string possible;
@@ -79,7 +79,7 @@ class RigReader {
   void AnswerWish(const sets::Change& wish, const std::optional<Refusal>& refusal, const Deed& deed);
   void Note(const std::string& text);
   void SetTrouble(Fault fault);
-  /// Until the time is over, the thread shall end or there are other settings. False in the last two cases.
+  // Until the time is over, the thread shall end or there are other settings. False in the last two cases.
   bool Pause(double seconds, WokenBy woken_by);
   bool PauseBeforeRetry();
   bool Interrupted() const { return ending_ || fresh_settings_.has_value(); }

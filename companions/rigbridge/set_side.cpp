@@ -5,7 +5,7 @@
 namespace kestrum::rigbridge {
 namespace {
 
-/// No acknowledges: Kestrum would take them for the start of the next reading.
+// No acknowledges: Kestrum would take them for the start of the next reading.
 sets::RigSetup Setup() {
   sets::RigSetup setup;
   setup.acknowledges = false;
@@ -53,7 +53,7 @@ sets::Bytes SetSide::Receive(std::span<const std::uint8_t> bytes, const std::opt
 }
 
 void SetSide::Collect(const sets::Change& change, double now_s) {
-  const bool may_be_wake_up = settings_.act_as == sets::Model::FT817 && change.locked == true;
+  const bool may_be_wake_up = settings_.act_as == sets::Model::kFT817 && change.locked == true;
   if (change.locked) lock_at_s_.reset();
   if (may_be_wake_up) {
     lock_at_s_ = now_s + kWakeUpS;

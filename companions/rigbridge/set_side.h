@@ -10,37 +10,37 @@
 
 namespace kestrum::rigbridge {
 
-/// A value from the rig and when it came, seconds of the steady clock.
+// A value from the rig and when it came, seconds of the steady clock.
 struct Reading {
-  double value = 0;  ///< dB relative to S9, or the rig's own figure
+  double value = 0;  // dB relative to S9, or the rig's own figure
   double at_s = 0;
 };
 
-/// An older value is no value.
+// An older value is no value.
 inline constexpr double kFreshS = 1.0;
 bool IsFresh(const Reading& reading, double now_s);
 
-/// Each field of `newer` that is there replaces that of `changes`.
+// Each field of `newer` that is there replaces that of `changes`.
 void Merge(sets::Change& changes, const sets::Change& newer);
 bool IsEmpty(const sets::Change& change);
 
-/// The set that Kestrum sees: answers at once from the newest value, and collects what Kestrum wants set.
+// The set that Kestrum sees: answers at once from the newest value, and collects what Kestrum wants set.
 class SetSide {
  public:
-  /// On an FT817 five zero bytes are both "lock" and the wake-up before a power command; so long a lock waits
-  /// for what follows.
+  // On an FT817 five zero bytes are both "lock" and the wake-up before a power command; so long a lock waits
+  // for what follows.
   static constexpr double kWakeUpS = 0.2;
 
   explicit SetSide(const BridgeSettings& settings);
 
-  /// What the set replies to these bytes. `newest`: the newest value, of any age.
+  // What the set replies to these bytes. `newest`: the newest value, of any age.
   sets::Bytes Receive(std::span<const std::uint8_t> bytes, const std::optional<Reading>& newest,
                       double now_s);
-  /// What Kestrum has asked for and is due, once.
+  // What Kestrum has asked for and is due, once.
   sets::Change TakeChanges(double now_s);
-  /// When TakeChanges has more to give without a further command; nothing when it has not.
+  // When TakeChanges has more to give without a further command; nothing when it has not.
   std::optional<double> NextDueS() const;
-  /// The line hung up: an incomplete command is forgotten.
+  // The line hung up: an incomplete command is forgotten.
   void HangUp() { commands_.Clear(); }
 
  private:

@@ -31,19 +31,19 @@ std::string WholeText(double value) {
 
 std::string StateText(const RigState& state, double now_s) {
   switch (state.phase) {
-    case Phase::NoRig:
+    case Phase::kNoRig:
       return "Choose your rig.";
-    case Phase::Opening:
+    case Phase::kOpening:
       return "Calling the rig ...";
-    case Phase::Reading:
+    case Phase::kReading:
       if (state.reading && !IsFresh(*state.reading, now_s)) return "Waiting for the rig ...";
       return "Reading the rig.";
-    case Phase::SwitchedOff:
+    case Phase::kSwitchedOff:
       return "Kestrum has switched the rig off.";
-    case Phase::Trouble:
+    case Phase::kTrouble:
       break;
   }
-  std::string text = state.trouble ? state.trouble->sentence : std::string("The rig is lost.");
+  std::string text = state.trouble ? state.trouble->reason : std::string("The rig is lost.");
   const double left_s = std::ceil(state.next_try_s - now_s);
   if (left_s >= 1) return text + " Next attempt in " + WholeText(left_s) + " s.";
   return text + " Trying again ...";
@@ -53,7 +53,7 @@ std::string ReadingText(const RigState& state, const BridgeSettings& settings, d
   if (!state.reading || !IsFresh(*state.reading, now_s)) return "no value";
   const double value = state.reading->value;
   const int raw = RawOf(MeterReading(value, settings.meter, settings.act_as), settings.act_as);
-  const bool is_raw = settings.meter.source == MeterSource::Raw;
+  const bool is_raw = settings.meter.source == MeterSource::kRaw;
   return (is_raw ? "meter " + WholeText(value) : LevelText(value)) + ", raw " + std::to_string(raw);
 }
 

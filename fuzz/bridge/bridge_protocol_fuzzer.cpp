@@ -19,7 +19,7 @@ struct Range {
 bool InRange(sets::Model model, std::uint32_t frequency_10hz) {
   static const std::vector<Range> ft840 = {{10000, 3000000}};
   static const std::vector<Range> ft817 = {{10000, 5600000}, {7600000, 15400000}, {42000000, 47000000}};
-  const auto& ranges = model == sets::Model::FT840 ? ft840 : ft817;
+  const auto& ranges = model == sets::Model::kFT840 ? ft840 : ft817;
   return std::any_of(ranges.begin(), ranges.end(), [&](const Range& range) {
     return frequency_10hz >= range.from_10hz && frequency_10hz <= range.to_10hz;
   });
@@ -31,12 +31,12 @@ void CheckChange(sets::Model model, const sets::Change& change) {
             std::to_string(*change.frequency_10hz));
   }
   if (change.mode) Require(!sets::ModeName(*change.mode).empty(), "only modes that have a name");
-  Require(!change.powered || model == sets::Model::FT817, "an FT840 has no power command");
+  Require(!change.powered || model == sets::Model::kFT817, "an FT840 has no power command");
 }
 
-/// After whatever was sent and a pause, the meter is read as if nothing had been.
+// After whatever was sent and a pause, the meter is read as if nothing had been.
 void CheckMeter(SetSide& set, sets::Model model, bool rig_is_there, double now_s) {
-  const bool ft840 = model == sets::Model::FT840;
+  const bool ft840 = model == sets::Model::kFT840;
   const sets::Bytes read = {0, 0, 0, 0, static_cast<std::uint8_t>(ft840 ? 0xF7 : 0xE7)};
   const auto value = rig_is_there ? std::optional(Reading{-6, now_s}) : std::nullopt;
   const sets::Bytes reply = set.Receive(read, value, now_s);
@@ -47,7 +47,7 @@ void CheckMeter(SetSide& set, sets::Model model, bool rig_is_there, double now_s
 
 void Play(const std::string& text) {
   BridgeSettings settings;
-  settings.act_as = text[0] == '4' ? sets::Model::FT840 : sets::Model::FT817;
+  settings.act_as = text[0] == '4' ? sets::Model::kFT840 : sets::Model::kFT817;
   const bool rig_is_there = text[1] != 'o';
   SetSide set(settings);
   double now_s = 0;

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "bridge_settings.h"
+#include "common/fault_text.h"
 #include "support/fuzz.h"
 
 // The input is a rigbridge.conf; its lines are taken as a command line, too.
@@ -12,7 +13,7 @@ using fuzz::Require;
 void CheckSettings(const BridgeSettings& settings) {
   Require(settings.model >= 0 && settings.speed >= 0, "no negative numbers");
   Require(settings.device.size() <= 250, "a device that Hamlib takes");
-  Require(settings.act_as == sets::Model::FT840 || settings.act_as == sets::Model::FT817,
+  Require(settings.act_as == sets::Model::kFT840 || settings.act_as == sets::Model::kFT817,
           "a set that is played");
   Require(settings.link.size() == 4 && settings.link.starts_with("com"), "a port of Kestrum", settings.link);
   Require(std::isfinite(settings.meter.offset), "a finite offset");
@@ -25,10 +26,10 @@ void CheckSettings(const BridgeSettings& settings) {
           ConfText(settings));
 }
 
-void CheckText(const std::optional<std::string>& complaint) {
-  if (!complaint) return;
-  Require(!complaint->empty() && complaint->size() < 200 && complaint->find('\n') == std::string::npos,
-          "one line of complaint", *complaint);
+void CheckFault(const Fault& fault) {
+  const std::string text = TextOf(fault);
+  Require(!text.empty() && text.size() < 200 && text.find('\n') == std::string::npos, "one line of complaint",
+          text);
 }
 
 }  // namespace
@@ -38,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kestrum::rigbridge;
   const std::string text = kestrum::fuzz::Text(data, size);
   const ParsedConf parsed = ParseConf(text);
-  CheckText(parsed.complaint);
+  if (parsed.complaint) CheckFault(*parsed.complaint);
   CheckSettings(parsed.settings);
   std::vector<std::string> arguments;
   for (std::size_t from = 0; from <= text.size();) {
@@ -46,11 +47,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     arguments.push_back("--" + text.substr(from, end - from));
     from = end + 1;
   }
-  const Invocation invocation = ParseCommandLine(arguments);
-  CheckText(invocation.complaint);
+  const auto invocation = ParseCommandLine(arguments);
+  if (!invocation) {
+    CheckFault(invocation.fault());
+    return 0;
+  }
   BridgeSettings settings;
-  for (const auto& [name, value] : invocation.fields) {
-    kestrum::fuzz::Require(!Set(settings, name, value), "what the command line took is set", name);
+  for (const auto& [name, value] : invocation.value().fields) {
+    kestrum::fuzz::Require(Set(settings, name, value).ok(), "what the command line took is set", name);
   }
   CheckSettings(settings);
   return 0;

@@ -1,3 +1,4 @@
+#include "common/fault_text.h"
 #include "reader_settings.h"
 #include "support/fuzz.h"
 
@@ -32,23 +33,28 @@ QString Written(const SourceChoice& source) {
   return QStringLiteral("gpsd:") + host + QLatin1Char(':') + QString::number(source.port);
 }
 
-void CheckComplaint(const QString& complaint) {
+void CheckComplaint(const std::optional<Fault>& fault) {
+  if (!fault) return;
+  const QString complaint = QString::fromStdString(TextOf(*fault));
   Require(complaint.size() < 200, "a complaint is short", complaint.toStdString());
   for (const QChar character : complaint)
     Require(character.isPrint(), "a complaint is one plain line", complaint.toStdString());
 }
 
 void CheckParsed(const QString& text) {
-  const ParsedSource parsed = ParseSource(text);
-  Require(parsed.source.has_value() == parsed.complaint.isEmpty(), "a source or a complaint");
-  CheckComplaint(parsed.complaint);
-  if (!parsed.source) return;
-  CheckSource(*parsed.source);
-  const QString written = Written(*parsed.source);
+  const Result<SourceChoice> parsed = ParseSource(text);
+  if (!parsed) {
+    CheckComplaint(parsed.fault());
+    return;
+  }
+  const SourceChoice& source = parsed.value();
+  CheckSource(source);
+  const QString written = Written(source);
   // Blanks at the ends and a path that itself ends in "?loop" cannot be written down again.
-  if (written != written.trimmed() || parsed.source->path.endsWith(QLatin1String("?loop"))) return;
-  const ParsedSource again = ParseSource(written);
-  Require(again.source == parsed.source, "a source written down is the same source", written.toStdString());
+  if (written != written.trimmed() || source.path.endsWith(QLatin1String("?loop"))) return;
+  const Result<SourceChoice> again = ParseSource(written);
+  Require(again && again.value() == source, "a source written down is the same source",
+          written.toStdString());
 }
 
 void CheckCommandLine(const QStringList& arguments) {

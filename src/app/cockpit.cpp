@@ -12,8 +12,8 @@ namespace kestrum {
 namespace {
 
 constexpr int kMissedFixes = 2;             // one missed look happens
-constexpr int kCheckEvery_s = 60;           // the log folder, while all is well
-constexpr int kCheckFaultEvery_s = 5;       // and while it is not
+constexpr int kCheckEveryS = 60;            // the log folder, while all is well
+constexpr int kCheckFaultEveryS = 5;        // and while it is not
 constexpr Milliseconds kShortestGap{3000};  // readings further apart are parted in the chart
 
 // Readings that come at the main interval belong together, whatever it is.
@@ -85,7 +85,7 @@ void Cockpit::ShowSound() {
 
 void Cockpit::CheckLogFolder() {
   checked_path_ = floors_.log.Path();
-  seconds_to_check_ = floors_.log.Facts().folder_fault ? kCheckFaultEvery_s : kCheckEvery_s;
+  seconds_to_check_ = floors_.log.Facts().folder_fault ? kCheckFaultEveryS : kCheckEveryS;
   floors_.log.CheckFolder();
 }
 

@@ -37,7 +37,7 @@ bool CatLink::IsOpen() const {
 void CatLink::ShowPortPanel() {
   const Settings& settings = state_.settings;
   StatusPanel& panel = form_.StatusBar1[2];
-  panel.tool_tip = ports_.serial.Trouble();
+  ShowTrouble();
   if (!IsPort(settings.ComPort)) {
     panel.text = "No Comport";
     return;
@@ -93,7 +93,8 @@ void CatLink::CommentNotOpen() {
 }
 
 void CatLink::ShowTrouble() {
-  form_.StatusBar1[2].tool_tip = ports_.serial.Trouble();
+  const std::optional<Fault> trouble = ports_.serial.Trouble();
+  form_.StatusBar1[2].tool_tip = trouble ? trouble->reason : std::string();
 }
 
 }  // namespace kestrum

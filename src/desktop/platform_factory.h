@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "common/fault.h"
 #include "platform/file_store.h"
 #include "platform/program.h"
 #include "platform/serial_port.h"
@@ -45,9 +46,9 @@ std::optional<qint64> StartProcess(const QString& path, const QString& folder, S
 // File name of an executable called "Posdex.exe" in a configuration or a message.
 QString ExecutableName(const QString& name);
 
-// Why no window can be shown, as a sentence; empty when nothing speaks against it. Asked before the toolkit
-// starts; `arguments` are those of the command line.
-std::string WhyNoDisplay(std::span<char*> arguments);
+// Why no window can be shown, the reason a sentence; nothing when nothing speaks against it. Asked before the
+// toolkit starts; `arguments` are those of the command line.
+std::optional<Fault> WhyNoDisplay(std::span<char*> arguments);
 
 // Calls `ask_to_end` as a window event when the system asks the process to end.
 void OnEndRequests(QObject* context, std::function<void()> ask_to_end);

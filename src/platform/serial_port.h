@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "common/fault.h"
 
 namespace kestrum {
 
@@ -32,8 +35,9 @@ class SerialPort {
 
   // The device that stands for a port number, e.g. "/dev/ttyUSB0"; for tool tips.
   virtual std::string DeviceName(int number) const = 0;
-  // Why the last Open failed or the line was lost, in a sentence that helps; empty when all is well.
-  virtual std::string Trouble() const = 0;
+  // Why the last Open failed or the line was lost: the device, and a sentence that names it and helps.
+  // Nothing when all is well.
+  virtual std::optional<Fault> Trouble() const = 0;
 };
 
 }  // namespace kestrum

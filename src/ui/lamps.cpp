@@ -117,14 +117,14 @@ bool SignalIsTrue(const RigFacts& rig) {
 LampText RigLamp(const RigFacts& rig) {
   LampText says;
   says.state = LampState::kTrouble;
-  says.advice = rig.trouble;
+  if (rig.trouble) says.advice = rig.trouble->reason;
   if (!rig.port_chosen) {
     says.words = "NO PORT";
     says.detail = "choose one: Rig + Comport";
   } else if (!rig.port_is_open) {
     says.words = rig.device_is_gone ? "UNPLUGGED" : "PORT CLOSED";
     says.detail = rig.device_is_gone ? "opens when it is back" : "press to open it";
-    says.advice += std::string(rig.trouble.empty() ? "" : " ") + "Press to open the port again.";
+    says.advice += std::string(rig.trouble ? " " : "") + "Press to open the port again.";
   } else if (rig.switched_off) {
     says.words = "RIG OFF";
     says.detail = rig.rig + " is not read";

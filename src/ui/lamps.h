@@ -48,14 +48,14 @@ std::string AgeBadge(const GpsFacts& gps);
 struct RigFacts {
   bool port_chosen = false;
   bool port_is_open = false;
-  bool device_is_gone = false;  // the port waits for its device
-  std::string trouble;          // why the port is closed, a sentence
-  bool switched_off = false;    // the power button says so, and nothing is read
-  int missed_readings = 0;      // in a row
-  Milliseconds silent_for{0};   // since the rig was heard last, or asked first
-  std::string outcome;          // of the last command: "Done", "Wrong CatCmd rx-ed!"
-  std::string rig;              // "FT840"
-  std::string port;             // "Com1=9k6"
+  bool device_is_gone = false;   // the port waits for its device
+  std::optional<Fault> trouble;  // why the port is closed, the reason a sentence
+  bool switched_off = false;     // the power button says so, and nothing is read
+  int missed_readings = 0;       // in a row
+  Milliseconds silent_for{0};    // since the rig was heard last, or asked first
+  std::string outcome;           // of the last command: "Done", "Wrong CatCmd rx-ed!"
+  std::string rig;               // "FT840"
+  std::string port;              // "Com1=9k6"
 };
 // One missed reading happens; two in a row mean that the rig does not answer.
 inline constexpr int kMissedReadings = 2;

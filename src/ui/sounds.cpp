@@ -17,23 +17,23 @@ constexpr Milliseconds kOverFor{10000};     // a trouble that returns sooner is 
 constexpr Milliseconds kBetweenTones{200};  // fast readings must not run into each other
 constexpr Milliseconds kAfterTrouble{800};
 
-constexpr double kLowest_hz = 220;
+constexpr double kLowestHz = 220;
 constexpr double kOctaves = 3;
-constexpr int kSignalTone_ms = 80;
+constexpr int kSignalToneMs = 80;
 
 std::vector<Tone> TroubleTones() {
   return {{880, 120}, {0, 60}, {587, 120}, {0, 60}, {392, 220}};
 }
 
 Tone SignalTone(int raw) {
-  return {SignalPitch_hz(raw), kSignalTone_ms};
+  return {SignalPitch_hz(raw), kSignalToneMs};
 }
 
 }  // namespace
 
 int SignalPitch_hz(int raw) {
   const double share = static_cast<double>(std::clamp(raw, 0, kTopOfMeter)) / kTopOfMeter;
-  return static_cast<int>(std::lround(kLowest_hz * std::exp2(kOctaves * share)));
+  return static_cast<int>(std::lround(kLowestHz * std::exp2(kOctaves * share)));
 }
 
 void Sounds::Play(std::vector<Tone> tones) {

@@ -548,7 +548,7 @@ TEST(AnFT847, TellsAVanishedPortInItsToolTipOnly) {
   car.Tick();
   const std::string comment = car.form1.lblCatComment.caption;
   car.world.serial.Vanish();
-  car.world.serial.trouble = "/dev/ttyUSB0 was lost";
+  car.world.serial.trouble = Fault{"/dev/ttyUSB0", "/dev/ttyUSB0 was lost"};
   car.Tick();
   EXPECT_EQ(car.form1.lblCatComment.caption, comment);
   EXPECT_EQ(car.form1.StatusBar1[2].tool_tip, "/dev/ttyUSB0 was lost");

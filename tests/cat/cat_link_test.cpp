@@ -26,7 +26,7 @@ TEST(CatLinkOpening, ClosesAnOpenPortFirst) {
 TEST(CatLinkOpening, APortThatCannotBeOpenedStaysClosedWithoutAWord) {
   RigBench bench;
   bench.outside.serial.can_open = false;
-  bench.outside.serial.trouble = "No permission; join the group dialout.";
+  bench.outside.serial.trouble = Fault{"/dev/scripted1", "No permission; join the group dialout."};
   bench.link.OpenCatPort();
   EXPECT_FALSE(bench.link.IsOpen());
   EXPECT_EQ(bench.Comment(), "Comment");
@@ -117,7 +117,7 @@ TEST(SendCatFrame, EchoesTheThreeCharactersAsTheyStand) {
 
 TEST(SendCatFrame, WithTheClosedPortOnlyEchoes) {
   RigBench bench;
-  bench.outside.serial.trouble = "The adapter is gone.";
+  bench.outside.serial.trouble = Fault{"/dev/scripted1", "The adapter is gone."};
   bench.link.frame.Cmd = "010";
   bench.link.SendCatFrame();
   EXPECT_EQ(bench.Echo(), "TX Cmd=000,000,000,000,[010]");

@@ -190,12 +190,12 @@ TEST(PortMenu, ReopensAndSetsTheMode) {
 TEST(PortMenu, TellsWhyThePortDidNotOpen) {
   Panel bench(kFT840);
   bench.outside.serial.can_open = false;
-  bench.outside.serial.trouble = "There is no /dev/ttyUSB2.";
+  bench.outside.serial.trouble = Fault{"/dev/ttyUSB2", "There is no /dev/ttyUSB2."};
   bench.form.mnuCom3.click();
   EXPECT_EQ(bench.form.StatusBar1[2].tool_tip, "There is no /dev/ttyUSB2.");
   EXPECT_EQ(bench.Comment(), "Comport not open !");
   bench.outside.serial.can_open = true;
-  bench.outside.serial.trouble.clear();
+  bench.outside.serial.trouble.reset();
   bench.form.mnuCom3.click();
   EXPECT_EQ(bench.form.StatusBar1[2].tool_tip, "");
 }

@@ -169,7 +169,7 @@ TEST(ReadRssi, SurvivesALineThatVanishesBeforeTheReply) {
   bench.rig.ReadRssi();
   bench.outside.serial.Vanish();
   bench.state.RssiRaw = kOldReading;
-  bench.outside.serial.trouble = "The adapter was pulled out.";
+  bench.outside.serial.trouble = Fault{"/dev/scripted1", "The adapter was pulled out."};
   bench.rig.ReadRssi();
   EXPECT_EQ(bench.state.RssiRaw, 0);
   EXPECT_EQ(bench.Comment(), "Comport not open !");

@@ -4,19 +4,18 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QTest>
-#include <csignal>
 #include <memory>
 #include <vector>
 
-#include "support_process/child.h"
+#include "support_process/daemons.h"
 #include "support_process/files.h"
+#include "support_process/qt_waits.h"
 #include "support_process/silent_bus.h"
 
 namespace kestrum {
 namespace {
 
-using process::Child;
+using process::PrivateBus;
 using process::Scratch;
 
 TEST(SessionBusAddress, IsFoundTheSameWayByAll) {
@@ -64,19 +63,15 @@ class SessionBusTest : public testing::Test {
   std::string Socket() const { return folder_.File("bus"); }
   // Its address as it prints it, with its identity.
   std::string StartDaemon() {
-    ::unlink(Socket().c_str());
-    daemon_ = std::make_unique<Child>(process::Call{{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                                     "--print-address", "--address=unix:path=" + Socket()},
-                                                    {},
-                                                    {}});
-    return daemon_->ReadLine();
+    daemon_ = std::make_unique<PrivateBus>(folder_.path().string());
+    return daemon_->address();
   }
   bool WaitForState(SessionBus::State state) {
-    return QTest::qWaitFor([&] { return bus_.state() == state; }, 10000);
+    return process::WaitFor([&] { return bus_.state() == state; });
   }
 
   Scratch folder_;
-  std::unique_ptr<Child> daemon_;
+  std::unique_ptr<PrivateBus> daemon_;
   std::vector<SessionBus::State> states_;
   SessionBus bus_;
 };
@@ -114,7 +109,7 @@ TEST_F(SessionBusTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
   QTimer ticking;
   QObject::connect(&ticking, &QTimer::timeout, [&] { ++ticks; });
   ticking.start(10);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return silent->let_in() == 1 && ticks > 20; }, 10000));
+  ASSERT_TRUE(process::WaitFor([&] { return silent->let_in() == 1 && ticks > 20; }));
   EXPECT_FALSE(bus_.WaitFor([] { return false; }, std::chrono::milliseconds(20)));
   EXPECT_EQ(bus_.state(), State::kConnecting);
   silent.reset();
@@ -124,11 +119,11 @@ TEST_F(SessionBusTest, ABusThatLetsInAndThenIsSilentHoldsNothingUp) {
 
 TEST_F(SessionBusTest, ABusThatHangsIsCalledOnce) {
   StartDaemon();
-  daemon_->Signal(SIGSTOP);
+  daemon_->StandStill();
   bus_.Start();
   EXPECT_FALSE(bus_.WaitFor([this] { return bus_.state() == State::kReady; }, std::chrono::milliseconds(50)));
   EXPECT_EQ(states_, std::vector<State>{State::kConnecting});
-  daemon_->Signal(SIGCONT);
+  daemon_->GoOn();
   EXPECT_TRUE(bus_.WaitFor([this] { return bus_.state() == State::kReady; }, std::chrono::seconds(10)));
 }
 

@@ -16,6 +16,7 @@
 #include "desktop/forms/windows.h"
 #include "desktop/widgets/readout.h"
 #include "support/scripted_car.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::test {
 namespace {
@@ -145,7 +146,7 @@ TEST_F(ApplicationTest, F1AndTheMenusOpenTheOtherWindows) {
 TEST_F(ApplicationTest, TheInfoWindowOpensByItselfAtTheFirstStart) {
   const Windows windows(car.app.forms, binder);
   binder.Enter([this] { car.Start(); });
-  EXPECT_TRUE(QTest::qWaitFor([] { return Window("Form2")->isVisible(); }, 3000));
+  EXPECT_TRUE(process::WaitFor([] { return Window("Form2")->isVisible(); }));
 }
 
 TEST_F(ApplicationTest, RigPortAndSpeedMenus) {

@@ -15,6 +15,7 @@
 #include "desktop/widgets/pelorus_widget.h"
 #include "desktop/widgets/picture_widget.h"
 #include "desktop/widgets/readout.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::test {
 namespace {
@@ -241,7 +242,10 @@ TEST_F(BinderTest, AClickThatBringsTheFocusSelectsAndASecondOneSetsTheCursor) {
   QTest::mouseRelease(edit, Qt::LeftButton, {}, place);
   QApplication::processEvents();
   EXPECT_EQ(edit->selectedText(), QStringLiteral("3630 kHz"));
-  QTest::qWait(QApplication::doubleClickInterval() + 10);
+  // A second click right away would be a double one.
+  EXPECT_TRUE(process::StaysTrueWhileEventsRun(
+      std::chrono::milliseconds(QApplication::doubleClickInterval() + 10),
+      [edit] { return edit->selectedText() == QStringLiteral("3630 kHz"); }));
   QTest::mouseClick(edit, Qt::LeftButton, {}, place);
   QApplication::processEvents();
   EXPECT_EQ(edit->selectedText(), QString());
@@ -375,8 +379,8 @@ TEST_F(BinderTest, NothingReachesAProgramThatHasEnded) {
   binder.Sync();
   program.End();
   QTest::mouseClick(On1<QPushButton>("cmdSetFreq"), Qt::LeftButton);
-  QTest::qWait(20);
-  EXPECT_EQ(calls, 0);
+  EXPECT_TRUE(
+      process::StaysTrueWhileEventsRun(std::chrono::milliseconds(20), [&calls] { return calls == 0; }));
   forms.form1.lblLog.caption = "late";
   binder.Sync();
   EXPECT_NE(On1<TextLine>("lblLog")->text(), QStringLiteral("late"));

@@ -10,6 +10,7 @@
 #include "desktop/ports/qt_dialogs.h"
 #include "desktop/ports/qt_event_pump.h"
 #include "support/scripted_ports.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::test {
 namespace {
@@ -36,7 +37,7 @@ TEST_F(EndRequestsTest, EachSignalArrivesAsAnEvent) {
     requests_ = 0;
     ::raise(number);
     EXPECT_EQ(requests_, 0) << "not from inside the signal";
-    EXPECT_TRUE(QTest::qWaitFor([this] { return requests_ > 0; }, 3000));
+    EXPECT_TRUE(process::WaitFor([this] { return requests_ > 0; }));
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "desktop/desktop_fixture.h"
 #include "desktop/twips.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::test {
 namespace {
@@ -30,13 +31,13 @@ TEST_F(FormWindowTest, AShownWindowIsActivatedOnceEachTime) {
   int activations = 0;
   forms.form1.activate = [&activations] { ++activations; };
   ShowForm1();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return activations > 0; }, 3000));
+  ASSERT_TRUE(process::WaitFor([&] { return activations > 0; }));
   const int first = activations;
   forms.form1.visible = false;
   binder.Sync();
   QApplication::processEvents();
   ShowForm1();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return activations > first; }, 3000));
+  ASSERT_TRUE(process::WaitFor([&] { return activations > first; }));
 }
 
 TEST_F(FormWindowTest, ShowingAnOpenWindowBringsItToTheFront) {
@@ -48,7 +49,7 @@ TEST_F(FormWindowTest, ShowingAnOpenWindowBringsItToTheFront) {
   for (QWidget* window : {editor, info}) {
     (window == editor ? static_cast<Form&>(forms.form3) : forms.form2).Show();
     binder.Sync();
-    EXPECT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }, 3000))
+    EXPECT_TRUE(process::WaitFor([window] { return QApplication::activeWindow() == window; }))
         << qPrintable(window->objectName());
   }
 }
@@ -89,7 +90,7 @@ TEST_F(FormWindowTest, AWindowOpensWholeOnItsScreen) {
   forms.form1.left = static_cast<float>(ToTwips(screen.right() - 400));
   forms.form1.top = static_cast<float>(ToTwips(screen.bottom() - 300));
   ShowForm1();
-  EXPECT_TRUE(QTest::qWaitFor([&] { return screen.contains(Main()->frameGeometry()); }, 5000))
+  EXPECT_TRUE(process::WaitFor([&] { return screen.contains(Main()->frameGeometry()); }))
       << Main()->x() << ", " << Main()->y() << ", " << Main()->width() << " x " << Main()->height();
 }
 

@@ -1,7 +1,10 @@
 #include "desktop/desktop_fixture.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::test {
 namespace {
+
+using std::chrono::milliseconds;
 
 class TimerTest : public BoundForms {
  protected:
@@ -16,12 +19,11 @@ TEST_F(TimerTest, TicksWhileItIsEnabled) {
   timer.interval_ms = 10;
   timer.Start();
   binder.Sync();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return ticks >= 3; }, 3000));
+  ASSERT_TRUE(process::WaitFor([&] { return ticks >= 3; }));
   timer.Stop();
   binder.Sync();
   const int stopped_at = ticks;
-  QTest::qWait(50);
-  EXPECT_EQ(ticks, stopped_at);
+  EXPECT_TRUE(process::StaysTrueWhileEventsRun(milliseconds(50), [&] { return ticks == stopped_at; }));
 }
 
 TEST_F(TimerTest, AStopAndStartBetweenTwoLooksBeginsTheIntervalAnew) {
@@ -29,12 +31,11 @@ TEST_F(TimerTest, AStopAndStartBetweenTwoLooksBeginsTheIntervalAnew) {
   timer.Start();
   binder.Sync();
   for (int i = 0; i < 4; ++i) {
-    QTest::qWait(100);
+    EXPECT_TRUE(process::StaysTrueWhileEventsRun(milliseconds(100), [this] { return ticks == 0; }));
     timer.Stop();
     timer.Start();
     binder.Sync();
   }
-  EXPECT_EQ(ticks, 0);
 }
 
 TEST_F(TimerTest, ANewIntervalBeginsAtOnce) {
@@ -43,7 +44,7 @@ TEST_F(TimerTest, ANewIntervalBeginsAtOnce) {
   binder.Sync();
   timer.interval_ms = 10;
   binder.Sync();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return ticks > 0; }, 3000));
+  ASSERT_TRUE(process::WaitFor([&] { return ticks > 0; }));
 }
 
 TEST_F(TimerTest, AStopInsideTheTickEndsIt) {
@@ -54,17 +55,15 @@ TEST_F(TimerTest, AStopInsideTheTickEndsIt) {
   timer.interval_ms = 5;
   timer.Start();
   binder.Sync();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return ticks > 0; }, 3000));
-  QTest::qWait(40);
-  EXPECT_EQ(ticks, 1);
+  ASSERT_TRUE(process::WaitFor([&] { return ticks > 0; }));
+  EXPECT_TRUE(process::StaysTrueWhileEventsRun(milliseconds(40), [this] { return ticks == 1; }));
 }
 
 TEST_F(TimerTest, AnIntervalOfZeroStandsStill) {
   timer.interval_ms = 0;
   timer.Start();
   binder.Sync();
-  QTest::qWait(30);
-  EXPECT_EQ(ticks, 0);
+  EXPECT_TRUE(process::StaysTrueWhileEventsRun(milliseconds(30), [this] { return ticks == 0; }));
 }
 
 }  // namespace

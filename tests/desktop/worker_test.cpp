@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "desktop/ports/qt_worker.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum {
 namespace {
@@ -46,7 +47,7 @@ TEST_F(WorkerTest, DoneIsAWindowEventAndNeverRunsByItself) {
   ASSERT_EQ(job_ran.get_future().wait_for(seconds(20)), std::future_status::ready);
   EXPECT_EQ(done_on, std::thread::id()) << "no event has run yet";
   EXPECT_TRUE(worker_.Busy());
-  ASSERT_TRUE(QTest::qWaitFor([&] { return done_on != std::thread::id(); }, 20000));
+  ASSERT_TRUE(process::WaitFor([&] { return done_on != std::thread::id(); }));
   EXPECT_EQ(done_on, std::this_thread::get_id());
   EXPECT_FALSE(worker_.Busy());
 }
@@ -105,7 +106,7 @@ TEST(Worker, AJobThatHangsKeepsNobodyAndWhatItUsesLivesOn) {
   }
   disk.set_value();
   EXPECT_TRUE(ended.get_future().get()) << "the file store was gone under the job";
-  EXPECT_TRUE(QTest::qWaitFor([&] { return watched.expired(); }, 20000));
+  EXPECT_TRUE(process::WaitFor([&] { return watched.expired(); }));
   QCoreApplication::processEvents();
   EXPECT_FALSE(second_ran);
 }
@@ -119,7 +120,7 @@ TEST(Worker, EveryDoneEntersTheProgramByItsDoor) {
       },
       nullptr);
   worker.Post(nullptr, [] {});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return entered == 1; }, 20000));
+  EXPECT_TRUE(process::WaitFor([&] { return entered == 1; }));
 }
 
 }  // namespace

@@ -7,50 +7,8 @@
 #include <filesystem>
 
 namespace kestrum::end_to_end {
-namespace {
 
 namespace fs = std::filesystem;
-
-// As a user installs it: the program's folder is where the file lies.
-void Install(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::create_hard_link(from, to, error);
-  if (error) fs::copy_file(from, to);
-}
-
-}  // namespace
-
-std::string ConfigText(const CarSetup& setup, const std::string& folder) {
-  const std::string log_file = setup.log_file.empty() ? folder + "/RSSI-GPS.log" : setup.log_file;
-  std::string text;
-  for (const std::string& line :
-       {std::string("Kestrum Auto field strenght logger V1.02"),
-        " " + std::to_string(setup.rig) + "  " + std::to_string(setup.port) + "  9600 ",
-        " " + std::to_string(setup.interval_ms) + " ",
-        std::string(" 2 "),
-        std::string(" 1 "),
-        std::string(" 0 "),
-        std::string(" 600  600 "),
-        std::string(" 600  600 "),
-        std::string(" 9 "),
-        std::string(" 1 "),
-        std::string("#TRUE#"),
-        std::string("#TRUE#"),
-        std::string(setup.by_distance ? "#TRUE#" : "#FALSE#"),
-        std::string("#FALSE#"),
-        std::string("#FALSE#"),
-        std::string("5157.00N"),
-        std::string("00532.00E"),
-        std::string("25 m"),
-        setup.frequency,
-        folder + "/Calibration3.cfg",
-        log_file,
-        setup.power_caption,
-        setup.antenna}) {
-    text += line + "\r\n";
-  }
-  return text;
-}
 
 std::vector<std::string> RigLog::Commands() const {
   std::vector<std::string> commands;
@@ -74,7 +32,7 @@ bool RigLog::Says(const std::string& end_of_line) const {
 
 Car::Car(const std::string& programs) : bus_(scratch_.path().string()), rig_(File("rig-commands.txt")) {
   for (const char* program : {"Kestrum", "Posdex", "drivesim"}) {
-    Install(fs::path(programs) / program, File(program));
+    process::Install(fs::path(programs) / program, File(program));
   }
   fs::create_directory(File("run"));
   fs::permissions(File("run"), fs::perms(0700));
@@ -156,7 +114,7 @@ std::string Car::AskReader(const std::string& item) const {
 
 bool Car::WaitForReader() {
   const bool answers = process::Eventually([&] { return !Readers().empty() && !AskReader("Title").empty(); });
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  process::LetRunFor(std::chrono::milliseconds(500));
   return answers;
 }
 

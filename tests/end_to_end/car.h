@@ -9,25 +9,16 @@
 
 #include "gps_tap.h"
 #include "log_blocks.h"
+#include "support_process/car_config.h"
 #include "support_process/child.h"
 #include "support_process/daemons.h"
 #include "support_process/files.h"
+#include "support_process/waits.h"
 
 namespace kestrum::end_to_end {
 
-// What the tests vary in Kestrum.cfg.
-struct CarSetup {
-  int rig = 2;  // 1 FT817, 2 FT840, 3 FT847, 4 FT857, 5 FT897
-  int port = 1;
-  int interval_ms = 20;
-  bool by_distance = false;
-  std::string frequency = "3630";
-  std::string log_file;  // empty for RSSI-GPS.log in the folder
-  std::string power_caption = "&Off";
-  std::string antenna = "Antenna1, PWR 10W";
-};
-// The file that has these settings, for a program in `folder`.
-std::string ConfigText(const CarSetup& setup, const std::string& folder);
+using process::CarSetup;
+using process::ConfigText;
 
 // What drivesim has written down about the rig's line.
 class RigLog {

@@ -3,9 +3,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <pty.h>
-#include <sys/stat.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -17,29 +14,18 @@ namespace kestrum::end_to_end {
 
 GpsTap::GpsTap(const std::string& from, const std::string& to) {
   receiver_ = ::open(from.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  std::array<char, 128> name{};
-  termios raw{};
-  ::cfmakeraw(&raw);
-  if (receiver_ < 0 || ::openpty(&master_, &slave_, name.data(), &raw, nullptr) != 0) {
+  if (receiver_ < 0 || device().empty()) {
     ADD_FAILURE() << "no terminal for " << from;
     return;
   }
-  ::fcntl(master_, F_SETFL, O_NONBLOCK);
-  ::fcntl(master_, F_SETFD, FD_CLOEXEC);
-  ::fcntl(slave_, F_SETFD, FD_CLOEXEC);
-  device_ = name.data();
-  // gpsd gives up being root before it opens its receiver.
-  ::chmod(name.data(), 0666);
-  std::filesystem::create_symlink(device_, to);
+  std::filesystem::create_symlink(device(), to);
   thread_ = std::thread([this] { Run(); });
 }
 
 GpsTap::~GpsTap() {
   ending_ = true;
   if (thread_.joinable()) thread_.join();
-  for (const int end : {receiver_, master_, slave_}) {
-    if (end >= 0) ::close(end);
-  }
+  if (receiver_ >= 0) ::close(receiver_);
 }
 
 void GpsTap::Run() {
@@ -67,8 +53,7 @@ void GpsTap::Carry(const std::string& line) {
     std::vector<std::string>& list = cut ? swallowed_ : passed_;
     if (list.empty() || list.back() != position) list.push_back(position);
   }
-  // A full terminal drops what does not fit, as a receiver without a reader does.
-  if (!cut && ::write(master_, line.data(), line.size()) < 0) return;
+  if (!cut) terminal_.Write(line);
 }
 
 std::vector<std::string> GpsTap::Copy(const std::vector<std::string>& positions) const {

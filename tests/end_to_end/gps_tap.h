@@ -6,6 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "support_process/pty.h"
+
 namespace kestrum::end_to_end {
 
 // A cable between the GPS receiver and whoever reads it, with a look at what goes through.
@@ -17,7 +19,7 @@ class GpsTap {
   GpsTap(const GpsTap&) = delete;
   GpsTap& operator=(const GpsTap&) = delete;
 
-  const std::string& device() const { return device_; }
+  const std::string& device() const { return terminal_.device(); }
   // A cut cable swallows what the receiver sends.
   void Cut(bool cut) { cut_ = cut; }
   // Positions that have gone through, each once: latitude and longitude with their letters, a blank between.
@@ -30,9 +32,7 @@ class GpsTap {
   std::vector<std::string> Copy(const std::vector<std::string>& positions) const;
 
   int receiver_ = -1;
-  int master_ = -1;
-  int slave_ = -1;
-  std::string device_;
+  process::Pty terminal_;
   std::atomic<bool> ending_ = false;
   std::atomic<bool> cut_ = false;
   mutable std::mutex mutex_;  // of the two lists

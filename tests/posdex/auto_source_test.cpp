@@ -28,8 +28,8 @@ class ReceiverAtSpeed : public QObject {
   void Send() {
     termios mode{};
     const QByteArray sentence = Nmea("GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A");
-    const bool heard = tcgetattr(pty_.Master(), &mode) == 0 && cfgetispeed(&mode) == speed_;
-    pty_.Write(heard ? sentence : QByteArray("\xF8\x1E\x80\xFC\x06\xE6\x9E\x18\x98"));
+    const bool heard = tcgetattr(pty_.line(), &mode) == 0 && cfgetispeed(&mode) == speed_;
+    posdex::Send(pty_, heard ? sentence : QByteArray("\xF8\x1E\x80\xFC\x06\xE6\x9E\x18\x98"));
   }
 
   const Pty& pty_;
@@ -45,7 +45,7 @@ class AutoSourceTest : public testing::Test {
     gpsd_.port = FreePort();
   }
   void PlugIn(const Pty& pty, const char* name) const {
-    ASSERT_TRUE(QFile::link(pty.Device(), folder_.filePath(Q("by-id/") + Q(name))));
+    ASSERT_TRUE(QFile::link(DeviceOf(pty), folder_.filePath(Q("by-id/") + Q(name))));
   }
   void Start() {
     reader_ = std::make_unique<Reader>(
@@ -55,7 +55,7 @@ class AutoSourceTest : public testing::Test {
     reader_->Start();
   }
   bool WaitForFix(int limit_ms) const {
-    return WaitFor([this] { return reader_->Texts().validity == Q("A"); }, limit_ms);
+    return WaitFor([this] { return reader_->Texts().validity == Q("A"); }, milliseconds(limit_ms));
   }
 
   QTemporaryDir folder_;
@@ -84,7 +84,7 @@ TEST_F(AutoSourceTest, LeavesTheSetsPortAlone) {
   const Pty pty;
   PlugIn(set, "a-set");
   PlugIn(pty, "b-receiver");
-  ASSERT_TRUE(QFile::link(set.Device(), folder_.filePath(Q("com1"))));
+  ASSERT_TRUE(QFile::link(DeviceOf(set), folder_.filePath(Q("com1"))));
   const ReceiverAtSpeed receiver(pty, B4800);
   Start();
   ASSERT_TRUE(WaitForFix(10000));
@@ -98,7 +98,7 @@ TEST_F(AutoSourceTest, PrefersAGpsdThatHasAReceiver) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost, gpsd_.port));
   Start();
-  ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }, 5000));
+  ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }, milliseconds(5000)));
   server.nextPendingConnection()->write(R"({"class":"TPV","mode":3,"lat":52,"lon":5.5})"
                                         "\r\n");
   ASSERT_TRUE(WaitForFix(5000));
@@ -113,7 +113,7 @@ TEST_F(AutoSourceTest, AGpsdWithoutAReceiverIsPassedBy) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost, gpsd_.port));
   Start();
-  ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }, 5000));
+  ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }, milliseconds(5000)));
   server.nextPendingConnection()->write("{\"class\":\"DEVICES\",\"devices\":[]}\r\n");
   EXPECT_TRUE(WaitForFix(10000));
 }
@@ -126,13 +126,13 @@ TEST_F(AutoSourceTest, SearchesAgainWhenTheReceiverIsLost) {
     Start();
     ASSERT_TRUE(WaitForFix(10000));
   }
-  ASSERT_TRUE(WaitFor([this] { return reader_->Texts().validity == Q("V"); }, 6000));
+  ASSERT_TRUE(WaitFor([this] { return reader_->Texts().validity == Q("V"); }, milliseconds(6000)));
   QFile::remove(folder_.filePath(Q("by-id/first")));
   ASSERT_TRUE(WaitFor(
       [this] {
         return reader_->State() == Q("no receiver: neither gpsd nor a serial port has one, retrying");
       },
-      20000));
+      milliseconds(20000)));
   const Pty pty;
   PlugIn(pty, "second");
   const ReceiverAtSpeed receiver(pty, B9600);

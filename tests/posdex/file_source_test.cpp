@@ -54,7 +54,7 @@ class FileSourceTest : public testing::Test {
 
 TEST_F(FileSourceTest, PlaysAtThePaceOfTheRecording) {
   Play(Rmc("120000.00") + Gga("120000.00") + Rmc("120000.40") + Rmc("120001.00"));
-  ASSERT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  ASSERT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
   ASSERT_EQ(lines_.size(), 4);
   EXPECT_EQ(lines_[1], Gga("120000.00").trimmed());
   // Never early; late by what the machine costs.
@@ -64,25 +64,25 @@ TEST_F(FileSourceTest, PlaysAtThePaceOfTheRecording) {
 
 TEST_F(FileSourceTest, GoesOnPastMidnight) {
   Play(Rmc("235959.80") + Rmc("000000.00"));
-  ASSERT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  ASSERT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
   EXPECT_GE(times_ms_[1], 195);
 }
 
 TEST_F(FileSourceTest, TimesThatJumpBackCostNothing) {
   Play(Rmc("130000.00") + Rmc("120000.00") + Rmc("120000.10"));
-  ASSERT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  ASSERT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
   EXPECT_EQ(lines_.size(), 3);
 }
 
 TEST_F(FileSourceTest, StartsAgainWhenAsked) {
   Play(Rmc("120000.00"), true);
-  EXPECT_TRUE(WaitFor([this] { return lines_.size() >= 3; }, 10000));
+  EXPECT_TRUE(WaitFor([this] { return lines_.size() >= 3; }, milliseconds(10000)));
   EXPECT_FALSE(Ended());
 }
 
 TEST_F(FileSourceTest, HandsOutALastLineWithoutItsEnd) {
   Play(Rmc("120000.00").trimmed());
-  ASSERT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  ASSERT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
   EXPECT_EQ(lines_, QList<QByteArray>{Rmc("120000.00").trimmed()});
 }
 
@@ -91,14 +91,14 @@ TEST_F(FileSourceTest, SurvivesGarbage) {
   for (qsizetype i = 0; i < garbage.size(); ++i) garbage[i] = static_cast<char>(i * 7 + i / 251);
   garbage += QByteArray(100000, 'x');
   Play(garbage + "\n" + Rmc("120000.00"));
-  ASSERT_TRUE(WaitFor([this] { return Ended(); }, 20000));
+  ASSERT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(20000)));
   ASSERT_FALSE(lines_.isEmpty());
   EXPECT_EQ(lines_.last(), Rmc("120000.00").trimmed());
 }
 
 TEST_F(FileSourceTest, AnEmptyRecordingEnds) {
   Play("");
-  EXPECT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  EXPECT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
 }
 
 TEST_F(FileSourceTest, WaitsForAFileThatIsMissing) {
@@ -108,7 +108,7 @@ TEST_F(FileSourceTest, WaitsForAFileThatIsMissing) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write(Rmc("120000.00"));
   file.close();
-  EXPECT_TRUE(WaitFor([this] { return Ended(); }, 5000));
+  EXPECT_TRUE(WaitFor([this] { return Ended(); }, milliseconds(5000)));
   EXPECT_EQ(lines_.size(), 1);
 }
 

@@ -41,7 +41,7 @@ class GpsdSourceTest : public testing::Test {
     source_->Start();
   }
   QTcpSocket* Accept(int limit_ms = 5000) {
-    if (!WaitFor([this] { return server_.hasPendingConnections(); }, limit_ms)) return nullptr;
+    if (!WaitFor([this] { return server_.hasPendingConnections(); }, milliseconds(limit_ms))) return nullptr;
     return server_.nextPendingConnection();
   }
   bool WaitForState(SourceState::Link link, const char* detail, int limit_ms) const {
@@ -49,7 +49,7 @@ class GpsdSourceTest : public testing::Test {
         [&] {
           return !states_.isEmpty() && states_.last() == SourceState{link, Q(detail)};
         },
-        limit_ms);
+        milliseconds(limit_ms));
   }
 
   QTcpServer server_;
@@ -63,15 +63,16 @@ TEST_F(GpsdSourceTest, AsksForTheReportsAndHandsOutTheirPositions) {
   Start();
   QTcpSocket* client = Accept();
   ASSERT_NE(client, nullptr);
-  ASSERT_TRUE(WaitFor([&] { return client->canReadLine(); }, 2000));
+  ASSERT_TRUE(WaitFor([&] { return client->canReadLine(); }, milliseconds(2000)));
   EXPECT_TRUE(client->readLine().startsWith("?WATCH={\"enable\":true,\"json\":true};"));
   client->write("{\"class\":\"VERSION\",\"release\":\"3.22\"}\r\n");
   client->write(Tpv(51.95).left(10));
   client->flush();
-  RunFor(50);
+  // Half a report is none.
+  EXPECT_TRUE(StaysTrueWhileEventsRun(milliseconds(50), [this] { return latitudes_.isEmpty(); }));
   client->write(Tpv(51.95).mid(10));
   client->write("{\"class\":\"SKY\",\"device\":\"/dev/ttyUSB0\",\"uSat\":7}\r\n");
-  ASSERT_TRUE(WaitFor([this] { return satellites_ == 7; }, 2000));
+  ASSERT_TRUE(WaitFor([this] { return satellites_ == 7; }, milliseconds(2000)));
   EXPECT_EQ(latitudes_, QList<double>{51.95});
   EXPECT_EQ(states_, QList<SourceState>{(SourceState{SourceState::Link::kConnected, {}})});
 }
@@ -81,7 +82,7 @@ TEST_F(GpsdSourceTest, SentencesAreNoBusinessOfIts) {
   QTcpSocket* client = Accept();
   ASSERT_NE(client, nullptr);
   client->write(Nmea("GPRMC,120000.00,A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A") + Tpv(52));
-  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, 2000));
+  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, milliseconds(2000)));
   EXPECT_EQ(latitudes_, QList<double>{52});
 }
 
@@ -92,11 +93,11 @@ TEST_F(GpsdSourceTest, FollowsOneReceiverAsLongAsItHasAFix) {
   for (const QByteArray& report : {NoFix("/dev/a"), NoFix("/dev/b"), Tpv(1, "/dev/b"), Tpv(2, "/dev/a"),
                                    NoFix("/dev/a"), Tpv(3, "/dev/b"), NoFix("/dev/b"), Tpv(4, "/dev/a")})
     client->write(report);
-  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 3; }, 2000));
+  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 3; }, milliseconds(2000)));
   EXPECT_EQ(latitudes_, (QList<double>{1, 3, 4}));
   client->write("{\"class\":\"DEVICE\",\"path\":\"/dev/b\",\"activated\":0}\r\n");
   client->write(Tpv(5, "/dev/a"));
-  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 4; }, 2000));
+  ASSERT_TRUE(WaitFor([this] { return latitudes_.size() == 4; }, milliseconds(2000)));
   EXPECT_EQ(states_.size(), 1) << "only the other receiver has gone";
 }
 
@@ -118,7 +119,7 @@ TEST_F(GpsdSourceTest, ComesBackAfterEachLoss) {
     QTcpSocket* client = Accept();
     ASSERT_NE(client, nullptr) << round;
     client->write(Tpv(52 + round));
-    ASSERT_TRUE(WaitFor([&] { return latitudes_.size() == round + 1; }, 2000));
+    ASSERT_TRUE(WaitFor([&] { return latitudes_.size() == round + 1; }, milliseconds(2000)));
     delete client;
     ASSERT_TRUE(WaitForState(SourceState::Link::kFailed, "gpsd has stopped", 2000));
   }
@@ -130,12 +131,12 @@ TEST_F(GpsdSourceTest, HalfALineOfALostConnectionIsForgotten) {
   ASSERT_NE(client, nullptr);
   client->write("{\"class\":\"TPV\",");
   client->flush();
-  RunFor(50);
+  EXPECT_TRUE(StaysTrueWhileEventsRun(milliseconds(50), [this] { return latitudes_.isEmpty(); }));
   delete client;
   client = Accept();
   ASSERT_NE(client, nullptr);
   client->write(Tpv(52));
-  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, 2000));
+  ASSERT_TRUE(WaitFor([this] { return !latitudes_.isEmpty(); }, milliseconds(2000)));
   EXPECT_EQ(latitudes_, QList<double>{52});
 }
 
@@ -147,7 +148,7 @@ TEST_F(GpsdSourceTest, SurvivesGarbage) {
       "{\n{]\n{\"class\":7}\n{\"class\":\"DEVICES\"\n\n[]\n{\"class\":\"DEVICE\",\"activated\":\"x\"}\n");
   for (int i = 0; i < 20; ++i) client->write(QByteArray(100000, static_cast<char>('{' + i)));
   client->write("\n" + Tpv(52));
-  ASSERT_TRUE(WaitFor([this] { return latitudes_ == QList<double>{52}; }, 5000));
+  ASSERT_TRUE(WaitFor([this] { return latitudes_ == QList<double>{52}; }, milliseconds(5000)));
 }
 
 TEST_F(GpsdSourceTest, AskingTwiceInVainEndsADeadConnection) {

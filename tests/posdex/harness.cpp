@@ -1,20 +1,10 @@
 #include "harness.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/stat.h>
-#include <termios.h>
-#include <unistd.h>
 
-#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTcpServer>
-#include <array>
 
 namespace kestrum::posdex {
 
@@ -25,48 +15,12 @@ QByteArray Nmea(const QByteArray& body) {
   return "$" + body + "*" + hex + "\r\n";
 }
 
-bool WaitFor(const std::function<bool()>& condition, int limit_ms) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!condition()) {
-    if (clock.elapsed() > limit_ms) return false;
-    RunFor(10);
-  }
-  return true;
+QString DeviceOf(const Pty& pty) {
+  return QString::fromStdString(pty.device());
 }
 
-void RunFor(int ms) {
-  QEventLoop loop;
-  QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-  loop.exec();
-}
-
-Pty::Pty() {
-  std::array<char, 128> name{};
-  termios raw{};
-  cfmakeraw(&raw);
-  if (openpty(&master_, &slave_, name.data(), &raw, nullptr) != 0) {
-    ADD_FAILURE() << "no pseudo-terminal";
-    return;
-  }
-  fcntl(master_, F_SETFL, O_NONBLOCK);
-  fcntl(master_, F_SETFD, FD_CLOEXEC);
-  fcntl(slave_, F_SETFD, FD_CLOEXEC);
-  device_ = QString::fromLocal8Bit(name.data());
-  // gpsd gives up being root before it opens its receiver.
-  chmod(name.data(), 0666);
-}
-
-void Pty::Write(const QByteArray& bytes) const {
-  // A full terminal drops what does not fit, as a receiver without a reader does.
-  [[maybe_unused]] const auto written = write(master_, bytes.constData(), static_cast<size_t>(bytes.size()));
-}
-
-void Pty::Unplug() {
-  for (int* end : {&slave_, &master_}) {
-    if (*end >= 0) close(*end);
-    *end = -1;
-  }
+void Send(const Pty& pty, const QByteArray& bytes) {
+  pty.Write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 Receiver::Receiver(const Pty& pty) : pty_(pty) {
@@ -78,32 +32,17 @@ void Receiver::Send() {
   ++second_;
   const QByteArray time = QByteArray::number(120000 + second_ % 60) + ".00";
   if (has_fix_) {
-    pty_.Write(Nmea("GPRMC," + time + ",A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A"));
-    pty_.Write(Nmea("GPGGA," + time + ",5157.00000,N,00532.00000,E,1,08,1.0,100.0,M,46.0,M,,"));
+    posdex::Send(pty_, Nmea("GPRMC," + time + ",A,5157.00000,N,00532.00000,E,10.0,45.0,010125,,,A"));
+    posdex::Send(pty_, Nmea("GPGGA," + time + ",5157.00000,N,00532.00000,E,1,08,1.0,100.0,M,46.0,M,,"));
   } else {
-    pty_.Write(Nmea("GPRMC," + time + ",V,,,,,,,010125,,,N"));
-    pty_.Write(Nmea("GPGGA," + time + ",,,,,0,00,,,M,,M,,"));
+    posdex::Send(pty_, Nmea("GPRMC," + time + ",V,,,,,,,010125,,,N"));
+    posdex::Send(pty_, Nmea("GPGGA," + time + ",,,,,0,00,,,M,,M,,"));
   }
 }
 
-PrivateBus::PrivateBus(const QString& address) {
-  QStringList arguments{Q("--session"), Q("--print-address"), Q("--nofork"), Q("--nopidfile")};
-  if (!address.isEmpty()) arguments << Q("--address=") + address;
-  daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  daemon_.start(Q("dbus-daemon"), arguments);
-  if (!daemon_.waitForStarted()) ADD_FAILURE() << "dbus-daemon is not installed";
-  if (!WaitFor([this] { return daemon_.canReadLine(); }, 5000)) ADD_FAILURE() << "dbus-daemon is silent";
-  address_ = QString::fromLatin1(daemon_.readLine().trimmed());
-}
-
-void PrivateBus::Stop() {
-  daemon_.kill();
-  daemon_.waitForFinished();
-}
-
-LinkClient::LinkClient(const QString& address)
+LinkClient::LinkClient(const std::string& address)
     : name_(QStringLiteral("client%1").arg(reinterpret_cast<quintptr>(this))),
-      bus_(QDBusConnection::connectToBus(address, name_)) {
+      bus_(QDBusConnection::connectToBus(QString::fromStdString(address), name_)) {
   EXPECT_TRUE(bus_.isConnected());
   EXPECT_TRUE(bus_.connect(Q("org.kestrum.Posdex"), Q("/form1"), Q("org.freedesktop.DBus.Properties"),
                            Q("PropertiesChanged"), this, SLOT(OnChanged(QString, QVariantMap, QStringList))));
@@ -138,7 +77,7 @@ QString LinkClient::Get(const char* property) const {
 }
 
 bool LinkClient::WaitForValue(const char* property, const QString& value, int limit_ms) const {
-  return WaitFor([&] { return Get(property) == value; }, limit_ms);
+  return WaitFor([&] { return Get(property) == value; }, milliseconds(limit_ms));
 }
 
 void LinkClient::Quit() const {
@@ -150,12 +89,6 @@ void LinkClient::OnChanged(const QString& interface, const QVariantMap& changed,
   changes.append(changed);
   interface_of_last_change = interface;
   invalidated_of_last_change = invalidated;
-}
-
-quint16 FreePort() {
-  QTcpServer server;
-  EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
-  return server.serverPort();
 }
 
 }  // namespace kestrum::posdex

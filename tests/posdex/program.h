@@ -1,53 +1,60 @@
 #pragma once
 
 #include <QFile>
-#include <QProcess>
-#include <QProcessEnvironment>
-#include <QTemporaryDir>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "harness.h"
+#include "support_process/child.h"
+#include "support_process/files.h"
 
 namespace kestrum::posdex {
 
-/// The reader's executable, copied into a folder of its own as a user installs it.
+// The reader's executable in a folder of its own, as a user installs it.
 class Program {
  public:
-  explicit Program(const QString& bus_address) {
-    QFile::copy(Q(POSDEX_PROGRAM), Path());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(Q("QT_QPA_PLATFORM"), Q("offscreen"));
-    environment.insert(Q("XDG_RUNTIME_DIR"), folder_.path());
-    environment.remove(Q("DBUS_SESSION_BUS_ADDRESS"));
-    if (!bus_address.isEmpty()) environment.insert(Q("DBUS_SESSION_BUS_ADDRESS"), bus_address);
-    process_.setProcessEnvironment(environment);
-    process_.setWorkingDirectory(folder_.path());
+  // Without an address there is no bus.
+  explicit Program(std::string bus_address) : bus_address_(std::move(bus_address)) {
+    process::Install(POSDEX_PROGRAM, File("Posdex"));
   }
-  ~Program() {
-    process_.kill();
-    process_.waitForFinished();
-  }
-  Program(const Program&) = delete;
-  Program& operator=(const Program&) = delete;
 
-  QString File(const char* name) const { return folder_.filePath(Q(name)); }
+  std::string Folder() const { return folder_.path().string(); }
+  std::string File(const char* name) const { return folder_.File(name); }
   void WriteFile(const char* name, const QByteArray& bytes) const {
-    QFile file(File(name));
-    if (file.open(QIODevice::WriteOnly)) file.write(bytes);
+    process::WriteFile(File(name), bytes.toStdString());
   }
-  void Start(const QStringList& arguments = {}) {
-    process_.start(Path(), arguments);
-    process_.waitForStarted();
+  void Start(const std::vector<std::string>& arguments = {}) {
+    process::Call call{{File("Posdex")},
+                       {{"QT_QPA_PLATFORM", "offscreen"},
+                        {"XDG_RUNTIME_DIR", Folder()},
+                        {"DBUS_SESSION_BUS_ADDRESS", std::nullopt}},
+                       Folder()};
+    if (!bus_address_.empty()) call.environment.back().second = bus_address_;
+    call.words.insert(call.words.end(), arguments.begin(), arguments.end());
+    call.errors = File("errors.txt");
+    child_ = std::make_unique<process::Child>(call);
   }
+  // The device is a link in the folder.
+  bool PlugIn(const Pty& pty) const { return QFile::link(DeviceOf(pty), Link()); }
+  bool PullOut() const { return QFile::remove(Link()); }
   bool WaitForEnd(int limit_ms) {
-    return WaitFor([this] { return process_.state() == QProcess::NotRunning; }, limit_ms);
+    return WaitFor([this] { return !child_->Running(); }, milliseconds(limit_ms));
   }
-  QProcess& Process() { return process_; }
+  bool Running() { return child_->Running(); }
+  void Signal(int number) const { child_->Signal(number); }
+  // Of one that has ended; as Child::Wait has it.
+  int ExitCode() { return child_->Wait(); }
+  // What it has said until its end.
+  std::string Output() const { return child_->ReadAll(); }
+  std::string Errors() const { return process::ReadFile(File("errors.txt")); }
 
  private:
-  QString Path() const { return File("Posdex"); }
+  QString Link() const { return QString::fromStdString(File("gps")); }
 
-  QTemporaryDir folder_;
-  QProcess process_;
+  process::Scratch folder_;
+  std::string bus_address_;
+  std::unique_ptr<process::Child> child_;
 };
 
 }  // namespace kestrum::posdex

@@ -9,44 +9,22 @@
 namespace kestrum::posdex {
 namespace {
 
-// The real daemon on a receiver that is a pseudo-terminal.
-class Gpsd {
- public:
-  Gpsd(quint16 port, const QString& device) {
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(Q("gpsd"), {Q("-N"), Q("-n"), Q("-S"), QString::number(port), device});
-    if (!process_.waitForStarted()) {
-      process_.start(Q("/usr/sbin/gpsd"), {Q("-N"), Q("-n"), Q("-S"), QString::number(port), device});
-      if (!process_.waitForStarted()) ADD_FAILURE() << "gpsd is not installed";
-    }
-  }
-  ~Gpsd() { Kill(); }
-  Gpsd(const Gpsd&) = delete;
-  Gpsd& operator=(const Gpsd&) = delete;
-
-  void Kill() {
-    process_.kill();
-    process_.waitForFinished();
-  }
-
- private:
-  QProcess process_;
-};
-
 class ProgramGpsdTest : public testing::Test {
  protected:
-  QStringList Arguments() const { return {Q("--source"), QStringLiteral("gpsd:localhost:%1").arg(port_)}; }
+  std::vector<std::string> Arguments() const {
+    return {"--source", "gpsd:localhost:" + std::to_string(port_)};
+  }
 
   quint16 port_ = FreePort();
   PrivateBus bus_;
   Pty pty_;
   Receiver receiver_{pty_};
-  Program program_{bus_.Address()};
-  LinkClient client_{bus_.Address()};
+  Program program_{bus_.address()};
+  LinkClient client_{bus_.address()};
 };
 
 TEST_F(ProgramGpsdTest, ReadsThroughARealDaemon) {
-  const Gpsd gpsd(port_, pty_.Device());
+  const process::Gpsd gpsd(port_, pty_.device());
   program_.Start(Arguments());
   ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
   ASSERT_TRUE(client_.WaitForValue("lblHeight1", Q("328.1"), 5000));
@@ -57,7 +35,7 @@ TEST_F(ProgramGpsdTest, ReadsThroughARealDaemon) {
 }
 
 TEST_F(ProgramGpsdTest, ALostFixIsToldAtOnce) {
-  const Gpsd gpsd(port_, pty_.Device());
+  const process::Gpsd gpsd(port_, pty_.device());
   program_.Start(Arguments());
   ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
   receiver_.SetFix(false);
@@ -68,26 +46,26 @@ TEST_F(ProgramGpsdTest, ALostFixIsToldAtOnce) {
 
 TEST_F(ProgramGpsdTest, AKilledDaemonIsInvalidAtOnceAndFoundAgain) {
   {
-    Gpsd gpsd(port_, pty_.Device());
+    process::Gpsd gpsd(port_, pty_.device());
     program_.Start(Arguments());
     ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
     gpsd.Kill();
     // Sooner than silence alone would end the fix, 2.5 s after the report before.
     EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("V"), 2000));
   }
-  const Gpsd gpsd(port_, pty_.Device());
+  const process::Gpsd gpsd(port_, pty_.device());
   EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
 }
 
 TEST_F(ProgramGpsdTest, ADaemonThatStartsLaterIsFound) {
   program_.Start(Arguments());
   ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("V"), 5000));
-  const Gpsd gpsd(port_, pty_.Device());
+  const process::Gpsd gpsd(port_, pty_.device());
   EXPECT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
 }
 
 TEST_F(ProgramGpsdTest, AReceiverUnpluggedFromTheDaemonIsInvalidWithinFiveSeconds) {
-  const Gpsd gpsd(port_, pty_.Device());
+  const process::Gpsd gpsd(port_, pty_.device());
   program_.Start(Arguments());
   ASSERT_TRUE(client_.WaitForValue("lblVal1", Q("A"), 20000));
   pty_.Unplug();
@@ -127,7 +105,7 @@ class Drive : public QObject {
  public:
   Drive(const Pty& pty, int every_ms, std::function<QByteArray(int)> sentences)
       : pty_(pty), sentences_(std::move(sentences)) {
-    connect(&timer_, &QTimer::timeout, this, [this] { pty_.Write(sentences_(sent_++)); });
+    connect(&timer_, &QTimer::timeout, this, [this] { Send(pty_, sentences_(sent_++)); });
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.start(every_ms);
   }
@@ -155,16 +133,17 @@ class ManyReceiversTest : public testing::Test {
   }
   // Every position from the first that gpsd has understood to the last comes once and in order.
   void ExpectAll(int every_ms, const std::function<QByteArray(int)>& sentences, int wanted) {
-    const Gpsd gpsd(port_, pty_.Device());
-    program_.Start({Q("--source"), QStringLiteral("gpsd:localhost:%1").arg(port_)});
+    const process::Gpsd gpsd(port_, pty_.device());
+    program_.Start({"--source", "gpsd:localhost:" + std::to_string(port_)});
     ASSERT_TRUE(client_.WaitForValue("Title", Q("Posdex Version 1.19"), 10000));
     Drive drive(pty_, every_ms, sentences);
-    ASSERT_TRUE(WaitFor([&] { return !Seen().isEmpty(); }, 20000));
+    ASSERT_TRUE(WaitFor([&] { return !Seen().isEmpty(); }, milliseconds(20000)));
     const int first = Seen().first();
-    ASSERT_TRUE(WaitFor([&] { return drive.Sent() > first + wanted; }, 60000));
+    ASSERT_TRUE(WaitFor([&] { return drive.Sent() > first + wanted; }, milliseconds(60000)));
     drive.Stop();
     // gpsd finishes a moment when it hears of the next one.
-    ASSERT_TRUE(WaitFor([&] { return Seen().last() >= drive.Sent() - 2; }, 5000)) << Seen().last();
+    ASSERT_TRUE(WaitFor([&] { return Seen().last() >= drive.Sent() - 2; }, milliseconds(5000)))
+        << Seen().last();
     QList<int> expected;
     for (int i = first; i <= Seen().last(); ++i) expected.append(i);
     EXPECT_EQ(Seen(), expected);
@@ -175,8 +154,8 @@ class ManyReceiversTest : public testing::Test {
   quint16 port_ = FreePort();
   PrivateBus bus_;
   Pty pty_;
-  Program program_{bus_.Address()};
-  LinkClient client_{bus_.Address()};
+  Program program_{bus_.address()};
+  LinkClient client_{bus_.address()};
 };
 
 TEST_F(ManyReceiversTest, TenPositionsASecondAllArrive) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "harness.h"
+#include "support/reason_of.h"
 
 namespace kestrum::posdex {
 namespace {
@@ -47,10 +48,9 @@ TEST(ReaderSettings, ReadsSources) {
       {"  file:a=b  ", File("a=b", false)},
   };
   for (const auto& [text, source] : rows) {
-    const ParsedSource parsed = ParseSource(Q(text));
-    ASSERT_TRUE(parsed.source) << text << ": " << parsed.complaint.toStdString();
-    EXPECT_TRUE(*parsed.source == source) << text;
-    EXPECT_TRUE(parsed.complaint.isEmpty()) << text;
+    const Result<SourceChoice> parsed = ParseSource(Q(text));
+    ASSERT_TRUE(parsed) << text << ": " << parsed.fault().reason;
+    EXPECT_TRUE(parsed.value() == source) << text;
   }
 }
 
@@ -83,9 +83,7 @@ TEST(ReaderSettings, RefusesMalformedSourcesAndSaysWhy) {
        "bad characters in \"file:a?b\""},
   };
   for (const auto& [text, complaint] : rows) {
-    const ParsedSource parsed = ParseSource(Q(text));
-    EXPECT_FALSE(parsed.source) << text;
-    EXPECT_EQ(parsed.complaint, Q(complaint)) << text;
+    EXPECT_EQ(test::TextOfFault(ParseSource(Q(text))), complaint) << text;
   }
 }
 
@@ -119,7 +117,7 @@ TEST(ReaderSettings, ReadsConfigurations) {
   for (const Row& row : rows) {
     const ReaderSettings settings = ParseConf(row.bytes);
     EXPECT_TRUE(settings.source == row.source) << row.bytes.toStdString();
-    EXPECT_EQ(settings.complaint, Q(row.complaint)) << row.bytes.toStdString();
+    EXPECT_EQ(test::TextOfFault(settings.complaint), row.complaint) << row.bytes.toStdString();
   }
 }
 
@@ -135,7 +133,7 @@ TEST(ReaderSettings, EveryPrefixOfAConfigurationGivesASourceOrTheDefault) {
 TEST(ReaderSettings, LoadsTheFileOrDoesWithout) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(Q("posdex.conf"));
-  EXPECT_TRUE(LoadConf(path).complaint.isEmpty());
+  EXPECT_FALSE(LoadConf(path).complaint);
   EXPECT_TRUE(LoadConf(path).source == SourceChoice{});
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -144,7 +142,7 @@ TEST(ReaderSettings, LoadsTheFileOrDoesWithout) {
   EXPECT_TRUE(LoadConf(path).source == File("a", false));
   ASSERT_TRUE(file.remove());
   ASSERT_TRUE(QDir(folder.path()).mkdir(Q("posdex.conf")));
-  EXPECT_EQ(LoadConf(path).complaint, Q("posdex.conf is not a file"));
+  EXPECT_EQ(test::TextOfFault(LoadConf(path).complaint), "posdex.conf is not a file");
 }
 
 TEST(ReaderSettings, ReadsTheCommandLine) {
@@ -157,9 +155,10 @@ TEST(ReaderSettings, ReadsTheCommandLine) {
 }
 
 TEST(ReaderSettings, RefusesACommandLineThatMakesNoSense) {
-  EXPECT_EQ(ParseCommandLine({Q("--sauce")}).complaint, Q("unknown option \"--sauce\""));
-  EXPECT_EQ(ParseCommandLine({Q("--source")}).complaint, Q("--source needs a source"));
-  EXPECT_EQ(ParseCommandLine({Q("--source=x")}).complaint, Q("--source: unknown source \"x\""));
+  EXPECT_EQ(test::TextOfFault(ParseCommandLine({Q("--sauce")}).complaint), "unknown option \"--sauce\"");
+  EXPECT_EQ(test::TextOfFault(ParseCommandLine({Q("--source")}).complaint), "--source needs a source");
+  EXPECT_EQ(test::TextOfFault(ParseCommandLine({Q("--source=x")}).complaint),
+            "--source: unknown source \"x\"");
 }
 
 }  // namespace

@@ -71,9 +71,8 @@ TEST(ReaderWindow, GrowsWithAStateThatWraps) {
   window.SetComplaint(Q("posdex.conf line 1: bad characters in \"something that is very long indeed\""));
   window.SetState(
       Q("no receiver: a reason that takes far more room than one line of the window has to offer"));
-  RunFor(50);
   const QLabel* state = Find(window, "lblState");
-  EXPECT_GE(state->height(), state->heightForWidth(state->width()));
+  EXPECT_TRUE(WaitFor([&] { return state->height() >= state->heightForWidth(state->width()); }));
   EXPECT_GT(state->height(), 2 * state->fontMetrics().height() - 1);
 }
 

@@ -140,7 +140,7 @@ TEST(Receivers, EveryPositionComesOutOnceAndInOrder) {
   for (std::size_t i = 0; i < recordings.size(); ++i) {
     const Recording& recording = recordings[i];
     const Played& played = *players[i];
-    ASSERT_TRUE(WaitFor([&] { return played.Ended(); }, 20000)) << recording.name;
+    ASSERT_TRUE(WaitFor([&] { return played.Ended(); }, milliseconds(20000))) << recording.name;
     QStringList expected;
     for (const int tenths : recording.expected) expected.append(LatitudeOf(tenths));
     EXPECT_EQ(played.latitudes, expected) << recording.name;

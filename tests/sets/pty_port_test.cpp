@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -12,6 +11,9 @@
 #include <array>
 #include <cerrno>
 #include <fstream>
+
+#include "support/reason_of.h"
+#include "support_process/files.h"
 
 namespace kestrum::sets {
 namespace {
@@ -21,18 +23,12 @@ using testing::ElementsAre;
 
 class PtyPortTest : public testing::Test {
  protected:
-  PtyPortTest() {
-    std::string pattern = testing::TempDir() + "sets_pty_XXXXXX";
-    folder_ = ::mkdtemp(pattern.data());
-  }
-  ~PtyPortTest() override { fs::remove_all(folder_); }
-
-  fs::path Link() const { return folder_ / "com1"; }
+  fs::path Link() const { return scratch_.path() / "com1"; }
   UniqueFd OpenClient() const {
     return UniqueFd(::open(Link().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   }
 
-  fs::path folder_;
+  process::Scratch scratch_;
 };
 
 Bytes ReadAll(const UniqueFd& fd) {
@@ -43,7 +39,7 @@ Bytes ReadAll(const UniqueFd& fd) {
 
 TEST_F(PtyPortTest, CarriesAllBytesUnchangedBothWays) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   const UniqueFd client = OpenClient();
   ASSERT_TRUE(client);
   Bytes all(256);
@@ -58,9 +54,9 @@ TEST_F(PtyPortTest, CarriesAllBytesUnchangedBothWays) {
 TEST_F(PtyPortTest, ReplacesAStaleLinkAndRemovesItsOwn) {
   fs::create_symlink("/dev/pts/99999", Link());
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   EXPECT_EQ(fs::read_symlink(Link()), port.Device());
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch_.path()), fs::directory_iterator()), 1);
   port.Close();
   EXPECT_FALSE(fs::is_symlink(Link()));
 }
@@ -68,7 +64,8 @@ TEST_F(PtyPortTest, ReplacesAStaleLinkAndRemovesItsOwn) {
 TEST_F(PtyPortTest, LeavesAFileThatIsNoLink) {
   std::ofstream(Link()) << "mine";
   PtyPort port(Link());
-  EXPECT_EQ(port.Open(), Link().string() + ": there is a file of that name that is no link");
+  EXPECT_EQ(test::TextOfFault(port.Open()),
+            Link().string() + ": there is a file of that name that is no link");
   EXPECT_FALSE(port.IsOpen());
   EXPECT_TRUE(fs::is_regular_file(Link()));
 }
@@ -76,7 +73,8 @@ TEST_F(PtyPortTest, LeavesAFileThatIsNoLink) {
 TEST_F(PtyPortTest, LeavesALinkToARealPort) {
   fs::create_symlink("/dev/serial/by-id/usb-port0", Link());
   PtyPort port(Link());
-  EXPECT_EQ(port.Open(), Link().string() + ": there is a link of that name to /dev/serial/by-id/usb-port0");
+  EXPECT_EQ(test::TextOfFault(port.Open()),
+            Link().string() + ": there is a link of that name to /dev/serial/by-id/usb-port0");
   EXPECT_FALSE(port.IsOpen());
   EXPECT_EQ(fs::read_symlink(Link()), "/dev/serial/by-id/usb-port0");
 }
@@ -84,22 +82,22 @@ TEST_F(PtyPortTest, LeavesALinkToARealPort) {
 TEST_F(PtyPortTest, LeavesALinkThatIsSomebodyElsesByNow) {
   PtyPort first(Link());
   PtyPort second(Link());
-  ASSERT_EQ(first.Open(), "");
-  ASSERT_EQ(second.Open(), "");
+  ASSERT_TRUE(first.Open());
+  ASSERT_TRUE(second.Open());
   first.Close();
   EXPECT_EQ(fs::read_symlink(Link()), second.Device());
 }
 
 TEST_F(PtyPortTest, FolderThatIsMissing) {
-  PtyPort port(folder_ / "no" / "com1");
-  EXPECT_NE(port.Open(), "");
+  PtyPort port(scratch_.path() / "no" / "com1");
+  EXPECT_FALSE(port.Open());
   EXPECT_FALSE(port.IsOpen());
 }
 
 TEST_F(PtyPortTest, KnowsWhetherAClientIsThere) {
   PtyPort port(Link());
   EXPECT_FALSE(port.ClientPresent());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   EXPECT_FALSE(port.ClientPresent());
   for (int i = 0; i < 20; ++i) {
     const UniqueFd client = OpenClient();
@@ -111,7 +109,7 @@ TEST_F(PtyPortTest, KnowsWhetherAClientIsThere) {
 
 TEST_F(PtyPortTest, WhatNobodyHearsIsLost) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   port.Write(Bytes{1, 2, 3});
   const UniqueFd client = OpenClient();
   port.Write(Bytes{4});
@@ -120,15 +118,13 @@ TEST_F(PtyPortTest, WhatNobodyHearsIsLost) {
 
 TEST_F(PtyPortTest, NextClientDoesNotSeeWhatTheLastOneLeft) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
-  std::string error;
+  ASSERT_TRUE(port.Open());
   {
     const UniqueFd client = OpenClient();
     port.Write(Bytes{1, 2, 3});
-    EXPECT_FALSE(port.TidyAfterClient(error));  // still there: nothing happens
+    EXPECT_FALSE(port.TidyAfterClient().value());  // still there: nothing happens
   }
-  EXPECT_FALSE(port.TidyAfterClient(error));
-  EXPECT_EQ(error, "");
+  EXPECT_FALSE(port.TidyAfterClient().value());
   const UniqueFd client = OpenClient();
   port.Write(Bytes{4});
   EXPECT_THAT(ReadAll(client), ElementsAre(4));
@@ -136,8 +132,7 @@ TEST_F(PtyPortTest, NextClientDoesNotSeeWhatTheLastOneLeft) {
 
 TEST_F(PtyPortTest, TidyingUndoesTheClientsSettings) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
-  std::string error;
+  ASSERT_TRUE(port.Open());
   {
     const UniqueFd client = OpenClient();
     termios settings{};
@@ -146,7 +141,7 @@ TEST_F(PtyPortTest, TidyingUndoesTheClientsSettings) {
     ASSERT_EQ(::tcsetattr(client.Get(), TCSANOW, &settings), 0);
     port.Write(Bytes{1});
   }
-  port.TidyAfterClient(error);
+  EXPECT_FALSE(port.TidyAfterClient().value());
   const UniqueFd client = OpenClient();
   termios settings{};
   ASSERT_EQ(::tcgetattr(client.Get(), &settings), 0);
@@ -155,7 +150,7 @@ TEST_F(PtyPortTest, TidyingUndoesTheClientsSettings) {
 
 TEST_F(PtyPortTest, ClosingHangsUpTheClient) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   const UniqueFd client = OpenClient();
   port.Close();
   const std::uint8_t byte = 0;
@@ -165,33 +160,33 @@ TEST_F(PtyPortTest, ClosingHangsUpTheClient) {
 
 TEST_F(PtyPortTest, AFullClientDoesNotBlockUs) {
   PtyPort port(Link());
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   const UniqueFd client = OpenClient();
   for (int i = 0; i < 100; ++i) port.Write(Bytes(1000, 7));
   EXPECT_FALSE(ReadAll(client).empty());
 }
 
-/// As an ordinary user, who may not open a terminal that was reserved. Returns what went wrong, 0 for
-/// nothing.
+// As an ordinary user, who may not open a terminal that was reserved. Returns what went wrong, 0 for
+// nothing.
 int ReservedTerminal(const fs::path& link) {
   PtyPort port(link);
-  std::string error;
-  if (!port.Open().empty()) return 1;
+  if (!port.Open()) return 1;
   {
     const UniqueFd client(::open(link.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!client || ::ioctl(client.Get(), TIOCEXCL) != 0) return 2;
     port.Write(Bytes{1});
   }
   if (UniqueFd(::open(link.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC))) return 3;
-  if (!port.TidyAfterClient(error) || !error.empty()) return 4;
+  const Result<bool> replaced = port.TidyAfterClient();
+  if (!replaced || !replaced.value()) return 4;
   const UniqueFd client(::open(link.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   return client ? 0 : 5;
 }
 
 TEST_F(PtyPortTest, AClientThatWasKilledDoesNotKeepThePort) {
-  const fs::path link = folder_ / "own" / "com1";
+  const fs::path link = scratch_.path() / "own" / "com1";
   fs::create_directory(link.parent_path());
-  fs::permissions(folder_, fs::perms::all);
+  fs::permissions(scratch_.path(), fs::perms::all);
   fs::permissions(link.parent_path(), fs::perms::all);
   const pid_t child = ::fork();
   ASSERT_GE(child, 0);

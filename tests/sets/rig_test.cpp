@@ -12,7 +12,7 @@ struct Row {
   const char* meaning;
 };
 
-/// The rows are a conversation: each meets the set as the one before has left it.
+// The rows are a conversation: each meets the set as the one before has left it.
 void Converse(Rig& rig, int meter, const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     const Answer answer = rig.Handle(row.command, meter);
@@ -26,21 +26,21 @@ constexpr Command kReadStatus = {0, 0, 0, 0, 0xE7};
 constexpr Command kReadTransmit = {0, 0, 0, 0, 0xF7};
 
 TEST(Rig, Models) {
-  EXPECT_EQ(ModelOf("FT897"), Model::FT897);
+  EXPECT_EQ(ModelOf("FT897"), Model::kFT897);
   EXPECT_FALSE(ModelOf("FT1000").has_value());
-  EXPECT_EQ(ModelName(Model::FT840), "FT840");
+  EXPECT_EQ(ModelName(Model::kFT840), "FT840");
 }
 
 TEST(Rig, MeterScales) {
-  EXPECT_EQ(MakeRig(Model::FT817, {})->MeterMax(), 15);
-  EXPECT_EQ(MakeRig(Model::FT857, {})->MeterMax(), 15);
-  EXPECT_EQ(MakeRig(Model::FT897, {})->MeterMax(), 15);
-  EXPECT_EQ(MakeRig(Model::FT840, {})->MeterMax(), 255);
-  EXPECT_EQ(MakeRig(Model::FT847, {})->MeterMax(), 31);
+  EXPECT_EQ(MakeRig(Model::kFT817, {})->MeterMax(), 15);
+  EXPECT_EQ(MakeRig(Model::kFT857, {})->MeterMax(), 15);
+  EXPECT_EQ(MakeRig(Model::kFT897, {})->MeterMax(), 15);
+  EXPECT_EQ(MakeRig(Model::kFT840, {})->MeterMax(), 255);
+  EXPECT_EQ(MakeRig(Model::kFT847, {})->MeterMax(), 31);
 }
 
 TEST(RigFt817, FrequencyAndMode) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 0,
            {{kReadFrequency, {0x00, 0x36, 0x30, 0x00, 0x00}, "read frequency and mode"},
             {{0x01, 0x42, 0x00, 0x00, 0x01}, {0x00}, "set frequency 14200.00 kHz"},
@@ -54,7 +54,7 @@ TEST(RigFt817, FrequencyAndMode) {
 }
 
 TEST(RigFt817, SwitchesTellWhenTheyWereAsAsked) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 0,
            {{{0, 0, 0, 0, 0x80}, {0xF0}, "lock off"},
             {{0, 0, 0, 0, 0x00}, {0x00}, "lock on"},
@@ -63,11 +63,11 @@ TEST(RigFt817, SwitchesTellWhenTheyWereAsAsked) {
 }
 
 TEST(RigFt817, AlwaysReceives) {
-  Converse(*MakeRig(Model::FT817, {}), 0, {{kReadTransmit, {0xFF}, "read transmit status"}});
+  Converse(*MakeRig(Model::kFT817, {}), 0, {{kReadTransmit, {0xFF}, "read transmit status"}});
 }
 
 TEST(RigFt817, ReceiveStatusIsOneByte) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 9, {{kReadStatus, {0x09}, "read receive status"}});
   Converse(*rig, 99, {{kReadStatus, {0x0F}, "read receive status"}});
   Converse(*rig, 0,
@@ -78,7 +78,7 @@ TEST(RigFt817, ReceiveStatusIsOneByte) {
 }
 
 TEST(RigFt817, TwoVfos) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 0,
            {{{0x00, 0x55, 0, 0, 0xBB}, {0x80, 0x00}, "read memory"},
             {{0, 0, 0, 0, 0x81}, {0x00}, "VFO B"},
@@ -91,7 +91,7 @@ TEST(RigFt817, TwoVfos) {
 }
 
 TEST(RigFt817, WhatItDoesNotKnowIsNotAnswered) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   for (const int opcode :
        {0x02, 0x04, 0x05, 0x08, 0x09, 0x0B, 0x0C, 0x55, 0x82, 0x85, 0x88, 0xBD, 0xF5, 0xFF}) {
     Converse(*rig, 0, {{{0, 0, 0, 0, static_cast<std::uint8_t>(opcode)}, {}, "unknown command, ignored"}});
@@ -101,7 +101,7 @@ TEST(RigFt817, WhatItDoesNotKnowIsNotAnswered) {
 TEST(RigFt817, WithoutAcknowledgesOnlyReadsAnswer) {
   RigSetup setup;
   setup.acknowledges = false;
-  const auto rig = MakeRig(Model::FT817, setup);
+  const auto rig = MakeRig(Model::kFT817, setup);
   Converse(*rig, 4,
            {{{0x01, 0x42, 0x00, 0x00, 0x01}, {}, "set frequency 14200.00 kHz"},
             {{0, 0, 0, 0, 0x00}, {}, "lock on"},
@@ -109,7 +109,7 @@ TEST(RigFt817, WithoutAcknowledgesOnlyReadsAnswer) {
 }
 
 TEST(RigFt817, PowerNeedsAWakeUpAndAnOffSetIsDumb) {
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 5,
            {{{0, 0, 0, 0, 0x0F}, {0xF0}, "power on"},
             {{0, 0, 0, 0, 0x8F}, {0x00}, "power off"},
@@ -121,19 +121,19 @@ TEST(RigFt817, PowerNeedsAWakeUpAndAnOffSetIsDumb) {
 
 TEST(RigFt817, WakeUpOfASetThatIsOnLocksIt) {
   // Five zero bytes are the lock command to a set that is awake.
-  const auto rig = MakeRig(Model::FT817, {});
+  const auto rig = MakeRig(Model::kFT817, {});
   Converse(*rig, 0, {{{0, 0, 0, 0, 0}, {0x00}, "lock on"}, {{0, 0, 0, 0, 0x0F}, {0xF0}, "power on"}});
 }
 
 TEST(RigFt817, StartsOffWhenAsked) {
   RigSetup setup;
   setup.powered = false;
-  Converse(*MakeRig(Model::FT817, setup), 5,
+  Converse(*MakeRig(Model::kFT817, setup), 5,
            {{{0, 0, 0, 0, 0}, {}, "wake-up, the set is off"}, {{0, 0, 0, 0, 0x0F}, {0x00}, "power on"}});
 }
 
 TEST(RigFt857, HasNoPowerCommandAndMoreModes) {
-  for (const Model model : {Model::FT857, Model::FT897}) {
+  for (const Model model : {Model::kFT857, Model::kFT897}) {
     RigSetup setup;
     setup.powered = false;
     const auto rig = MakeRig(model, setup);
@@ -147,21 +147,21 @@ TEST(RigFt857, HasNoPowerCommandAndMoreModes) {
 TEST(RigFt857, IsNotTunedByAFrameOfTheFt840) {
   // 0x0A is the tone command here; the logger's FT857 frequency frame therefore changes nothing on a real
   // set.
-  Converse(*MakeRig(Model::FT857, {}), 0,
+  Converse(*MakeRig(Model::kFT857, {}), 0,
            {{{0x00, 0x00, 0x42, 0x01, 0x0A}, {0x00}, "set CTCSS/DCS mode 00, ignored"},
             {{0x0A, 0x00, 0x42, 0x01, 0x0A}, {0x00}, "set CTCSS/DCS mode 0A, ignored"},
             {kReadFrequency, {0x00, 0x36, 0x30, 0x00, 0x00}, "read frequency and mode"}});
 }
 
 TEST(RigFt840, MeterIsFourTimesTheValueAndTheOpcode) {
-  const auto rig = MakeRig(Model::FT840, {});
+  const auto rig = MakeRig(Model::kFT840, {});
   Converse(*rig, 200, {{kReadTransmit, {200, 200, 200, 200, 0xF7}, "read meter"}});
   Converse(*rig, 0, {{kReadTransmit, {0, 0, 0, 0, 0xF7}, "read meter"}});
   Converse(*rig, 300, {{kReadTransmit, {255, 255, 255, 255, 0xF7}, "read meter"}});
 }
 
 TEST(RigFt840, SettingsAreSilent) {
-  const auto rig = MakeRig(Model::FT840, {});
+  const auto rig = MakeRig(Model::kFT840, {});
   Converse(*rig, 0,
            {{{0x00, 0x00, 0x42, 0x01, 0x0A}, {}, "set frequency 14200.00 kHz"},
             {{0x00, 0x0A, 0x42, 0x01, 0x0A}, {}, "set frequency 14210.00 kHz"},
@@ -176,7 +176,7 @@ TEST(RigFt840, SettingsAreSilent) {
 }
 
 TEST(RigFt840, StatusTellsBothVfos) {
-  const auto rig = MakeRig(Model::FT840, {});
+  const auto rig = MakeRig(Model::kFT840, {});
   // 3630.00 kHz is 363000 = 0x0589F8, 14200.00 kHz is 1420000 = 0x15AAE0.
   Converse(*rig, 0,
            {{{0, 0, 0, 1, 0x10}, {}, "read status"},
@@ -196,7 +196,7 @@ TEST(RigFt840, StatusTellsBothVfos) {
 }
 
 TEST(RigFt840, Flags) {
-  const auto rig = MakeRig(Model::FT840, {});
+  const auto rig = MakeRig(Model::kFT840, {});
   Converse(*rig, 0,
            {{{0, 0, 0, 0, 0xFA}, {0x80, 0, 0x00, 0x08, 0x41}, "read flags"},
             {{0, 0, 0, 1, 0x05}, {}, "VFO B"},
@@ -204,13 +204,13 @@ TEST(RigFt840, Flags) {
 }
 
 TEST(RigFt847, StatusIsFiveBytesWithTheOpcodeLast) {
-  const auto rig = MakeRig(Model::FT847, {});
+  const auto rig = MakeRig(Model::kFT847, {});
   Converse(*rig, 17, {{kReadStatus, {17, 0, 0, 0, 0xE7}, "read receive status"}});
   Converse(*rig, 99, {{kReadStatus, {31, 0, 0, 0, 0xE7}, "read receive status"}});
 }
 
 TEST(RigFt847, CatSwitch) {
-  const auto rig = MakeRig(Model::FT847, {});
+  const auto rig = MakeRig(Model::kFT847, {});
   Converse(*rig, 3,
            {{{0, 0, 0, 0, 0x80}, {}, "CAT off"},
             {kReadStatus, {}, "not heard, CAT is off"},
@@ -220,7 +220,7 @@ TEST(RigFt847, CatSwitch) {
 }
 
 TEST(RigFt847, FrequencyAndMode) {
-  const auto rig = MakeRig(Model::FT847, {});
+  const auto rig = MakeRig(Model::kFT847, {});
   Converse(*rig, 0,
            {{{0x14, 0x42, 0x50, 0x00, 0x01}, {}, "set frequency 144250.00 kHz"},
             {{0x82, 0, 0, 0, 0x07}, {}, "set mode CWN"},
@@ -232,7 +232,7 @@ TEST(RigFt847, FrequencyAndMode) {
 
 TEST(RigFt847, ModeInTheFourthByteIsNotSeen) {
   // The logger's frame for FM; the set looks at the first byte and goes to LSB.
-  Converse(*MakeRig(Model::FT847, {}), 0,
+  Converse(*MakeRig(Model::kFT847, {}), 0,
            {{{0x08, 0, 0, 0, 0x07}, {}, "set mode FM"},
             {{0, 0, 0, 0x88, 0x07}, {}, "set mode LSB"},
             {{0x77, 0, 0, 0, 0x07}, {}, "set mode, unknown, ignored"}});
@@ -259,32 +259,32 @@ Change Powered(bool powered) {
 
 TEST(Rig, TellsWhatACommandAsksFor) {
   const std::vector<ChangeRow> rows = {
-      {Model::FT840, {0x00, 0x0A, 0x42, 0x01, 0x0A}, Tuned(1421000)},
-      {Model::FT840, {0, 0, 0, 4, 0x0A}, {}},
-      {Model::FT840, {0, 0, 0, 0, 0x0C}, Switched(Mode::LSB)},
-      {Model::FT840, {0, 0, 0, 1, 0x0C}, Switched(Mode::USB)},
-      {Model::FT840, {0, 0, 0, 2, 0x0C}, Switched(Mode::CW)},
-      {Model::FT840, {0, 0, 0, 3, 0x0C}, Switched(Mode::CWN)},
-      {Model::FT840, {0, 0, 0, 4, 0x0C}, Switched(Mode::AM)},
-      {Model::FT840, {0, 0, 0, 5, 0x0C}, Switched(Mode::AMN)},
-      {Model::FT840, {0, 0, 0, 6, 0x0C}, Switched(Mode::FM)},
-      {Model::FT840, {0, 0, 0, 7, 0x0C}, {}},
-      {Model::FT840, {0, 0, 0, 1, 0x04}, Locked(true)},
-      {Model::FT840, {0, 0, 0, 0, 0x04}, Locked(false)},
-      {Model::FT840, kReadTransmit, {}},
-      {Model::FT817, {0x43, 0x97, 0x00, 0x00, 0x01}, Tuned(43970000)},
-      {Model::FT817, {0x50, 0x00, 0x00, 0x00, 0x01}, {}},
-      {Model::FT817, {3, 0, 0, 0, 0x07}, Switched(Mode::CWR)},
-      {Model::FT817, {8, 0, 0, 0, 0x07}, Switched(Mode::FM)},
-      {Model::FT817, {0x88, 0, 0, 0, 0x07}, {}},
-      {Model::FT817, {0, 0, 0, 0, 0x00}, Locked(true)},
-      {Model::FT817, {0, 0, 0, 0, 0x80}, Locked(false)},
-      {Model::FT817, {0, 0, 0, 0, 0x0F}, Powered(true)},
-      {Model::FT817, {0, 0, 0, 0, 0x8F}, Powered(false)},
-      {Model::FT857, {0, 0, 0, 0, 0x8F}, {}},
-      {Model::FT857, {0x88, 0, 0, 0, 0x07}, Switched(Mode::FMN)},
-      {Model::FT847, {0x14, 0x42, 0x50, 0x00, 0x01}, Tuned(14425000)},
-      {Model::FT847, {0x82, 0, 0, 0, 0x07}, Switched(Mode::CWN)},
+      {Model::kFT840, {0x00, 0x0A, 0x42, 0x01, 0x0A}, Tuned(1421000)},
+      {Model::kFT840, {0, 0, 0, 4, 0x0A}, {}},
+      {Model::kFT840, {0, 0, 0, 0, 0x0C}, Switched(Mode::kLsb)},
+      {Model::kFT840, {0, 0, 0, 1, 0x0C}, Switched(Mode::kUsb)},
+      {Model::kFT840, {0, 0, 0, 2, 0x0C}, Switched(Mode::kCw)},
+      {Model::kFT840, {0, 0, 0, 3, 0x0C}, Switched(Mode::kCwn)},
+      {Model::kFT840, {0, 0, 0, 4, 0x0C}, Switched(Mode::kAm)},
+      {Model::kFT840, {0, 0, 0, 5, 0x0C}, Switched(Mode::kAmn)},
+      {Model::kFT840, {0, 0, 0, 6, 0x0C}, Switched(Mode::kFm)},
+      {Model::kFT840, {0, 0, 0, 7, 0x0C}, {}},
+      {Model::kFT840, {0, 0, 0, 1, 0x04}, Locked(true)},
+      {Model::kFT840, {0, 0, 0, 0, 0x04}, Locked(false)},
+      {Model::kFT840, kReadTransmit, {}},
+      {Model::kFT817, {0x43, 0x97, 0x00, 0x00, 0x01}, Tuned(43970000)},
+      {Model::kFT817, {0x50, 0x00, 0x00, 0x00, 0x01}, {}},
+      {Model::kFT817, {3, 0, 0, 0, 0x07}, Switched(Mode::kCwr)},
+      {Model::kFT817, {8, 0, 0, 0, 0x07}, Switched(Mode::kFm)},
+      {Model::kFT817, {0x88, 0, 0, 0, 0x07}, {}},
+      {Model::kFT817, {0, 0, 0, 0, 0x00}, Locked(true)},
+      {Model::kFT817, {0, 0, 0, 0, 0x80}, Locked(false)},
+      {Model::kFT817, {0, 0, 0, 0, 0x0F}, Powered(true)},
+      {Model::kFT817, {0, 0, 0, 0, 0x8F}, Powered(false)},
+      {Model::kFT857, {0, 0, 0, 0, 0x8F}, {}},
+      {Model::kFT857, {0x88, 0, 0, 0, 0x07}, Switched(Mode::kFmn)},
+      {Model::kFT847, {0x14, 0x42, 0x50, 0x00, 0x01}, Tuned(14425000)},
+      {Model::kFT847, {0x82, 0, 0, 0, 0x07}, Switched(Mode::kCwn)},
   };
   for (const ChangeRow& row : rows) {
     const Change change = MakeRig(row.model, {})->Handle(row.command, 0).change;
@@ -297,20 +297,21 @@ TEST(Rig, TellsWhatACommandAsksFor) {
 }
 
 TEST(Rig, WithoutAMeterOnlyItsReadIsNotAnswered) {
-  for (const auto& [model, read] :
-       {std::pair{Model::FT817, kReadStatus}, {Model::FT840, kReadTransmit}, {Model::FT847, kReadStatus}}) {
+  for (const auto& [model, read] : {std::pair{Model::kFT817, kReadStatus},
+                                    {Model::kFT840, kReadTransmit},
+                                    {Model::kFT847, kReadStatus}}) {
     const auto rig = MakeRig(model, {});
     EXPECT_TRUE(rig->Handle(read, std::nullopt).reply.empty()) << ModelName(model);
     EXPECT_FALSE(rig->Handle(read, 0).reply.empty()) << ModelName(model);
   }
-  EXPECT_EQ(MakeRig(Model::FT817, {})->Handle(kReadFrequency, std::nullopt).reply.size(), 5U);
+  EXPECT_EQ(MakeRig(Model::kFT817, {})->Handle(kReadFrequency, std::nullopt).reply.size(), 5U);
 }
 
 TEST(RigFt817, OneThatDoesNotSleepHearsEverythingWhileOff) {
   RigSetup setup;
   setup.sleeps = false;
   setup.acknowledges = false;
-  Converse(*MakeRig(Model::FT817, setup), 5,
+  Converse(*MakeRig(Model::kFT817, setup), 5,
            {{{0, 0, 0, 0, 0x8F}, {}, "power off"},
             {kReadStatus, {0x05}, "read receive status"},
             {{0, 0, 0, 0, 0}, {}, "lock on"},
@@ -318,9 +319,9 @@ TEST(RigFt817, OneThatDoesNotSleepHearsEverythingWhileOff) {
 }
 
 TEST(Rig, ModeNames) {
-  EXPECT_EQ(ModeName(Mode::LSB), "LSB");
-  EXPECT_EQ(ModeName(Mode::CWNR), "CWNR");
-  EXPECT_EQ(ModeName(Mode::PKT), "PKT");
+  EXPECT_EQ(ModeName(Mode::kLsb), "LSB");
+  EXPECT_EQ(ModeName(Mode::kCwnr), "CWNR");
+  EXPECT_EQ(ModeName(Mode::kPkt), "PKT");
 }
 
 }  // namespace

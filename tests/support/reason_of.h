@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "common/fault.h"
+#include "common/fault_text.h"
 
 namespace kestrum::test {
 
@@ -14,6 +14,15 @@ std::string ReasonOf(const Result<Value>& result) {
 }
 inline std::string ReasonOf(const std::optional<Fault>& fault) {
   return fault ? fault->reason : std::string();
+}
+
+// What and why, as it is shown; empty when there is no fault.
+template <typename Value>
+std::string TextOfFault(const Result<Value>& result) {
+  return result.ok() ? std::string() : TextOf(result.fault());
+}
+inline std::string TextOfFault(const std::optional<Fault>& fault) {
+  return fault ? TextOf(*fault) : std::string();
 }
 
 }  // namespace kestrum::test

@@ -1,7 +1,6 @@
 #include "support/scripted_car.h"
 
-#include "config/app_title.h"
-#include "text/number_text.h"
+#include "support_process/car_config.h"
 #include "text/text_file.h"
 
 namespace kestrum::test {
@@ -51,35 +50,35 @@ Settings ScriptedCar::UsualSettings() {
 }
 
 void ScriptedCar::WriteConfig(const Settings& wanted, const std::string& power_caption) {
-  const auto whole = [](int number) { return NumberText(number) + " "; };
-  const auto single = [](float number) { return NumberTextSingle(number) + " "; };
-  const auto flag = [](bool on) { return std::string(on ? "#TRUE#" : "#FALSE#"); };
-  std::vector<std::string> lines = {VersionedTitle,
-                                    whole(wanted.RigModel) + whole(wanted.ComPort) + whole(wanted.BaudRate),
-                                    whole(wanted.TimeIntervalMs),
-                                    whole(wanted.RigMode),
-                                    whole(wanted.FieldStrengthUnit),
-                                    whole(wanted.SquelchLevel),
-                                    single(wanted.MainLeft) + single(wanted.MainTop),
-                                    single(wanted.MinimalLeft) + single(wanted.MinimalTop),
-                                    single(wanted.KHzStep),
-                                    single(wanted.DistanceIntervalKm),
-                                    flag(wanted.ProgressBarMode),
-                                    flag(wanted.ShowDDE),
-                                    flag(wanted.LogByDistance),
-                                    flag(wanted.AverageRSSI),
-                                    flag(wanted.DialLock),
-                                    wanted.TxLat,
-                                    wanted.TxLong,
-                                    wanted.TxHeight,
-                                    wanted.FrequencyText,
-                                    wanted.CalibrationFiles[2],
-                                    wanted.LogFileName,
-                                    power_caption};
+  process::CarSetup setup;
+  setup.rig = wanted.RigModel;
+  setup.port = wanted.ComPort;
+  setup.baud = wanted.BaudRate;
+  setup.interval_ms = wanted.TimeIntervalMs;
+  setup.mode = wanted.RigMode;
+  setup.unit = wanted.FieldStrengthUnit;
+  setup.squelch = wanted.SquelchLevel;
+  setup.main = {wanted.MainLeft, wanted.MainTop};
+  setup.minimal = {wanted.MinimalLeft, wanted.MinimalTop};
+  setup.khz_step = wanted.KHzStep;
+  setup.distance_km = wanted.DistanceIntervalKm;
+  setup.bar_in_segments = wanted.ProgressBarMode;
+  setup.show_links = wanted.ShowDDE;
+  setup.by_distance = wanted.LogByDistance;
+  setup.average = wanted.AverageRSSI;
+  setup.dial_lock = wanted.DialLock;
+  setup.tx_latitude = wanted.TxLat;
+  setup.tx_longitude = wanted.TxLong;
+  setup.tx_height = wanted.TxHeight;
+  setup.frequency = wanted.FrequencyText;
+  setup.calibration_file = wanted.CalibrationFiles[2];
+  setup.log_file = wanted.LogFileName;
+  setup.power_caption = power_caption;
+  setup.antennas.clear();
   for (const auto& antenna : wanted.TxAntennas) {
-    if (!antenna.empty()) lines.push_back(antenna);
+    if (!antenna.empty()) setup.antennas.push_back(antenna);
   }
-  world.files.files["/car/Kestrum.cfg"] = JoinLines(lines);
+  world.files.files["/car/Kestrum.cfg"] = ConfigText(setup, "/car");
 }
 
 void ScriptedCar::Start(const StartOptions& options) {

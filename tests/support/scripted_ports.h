@@ -35,7 +35,7 @@ class ScriptedSerial : public SerialPort {
   bool can_open = true;
   int port = 0;
   std::string settings;
-  std::string trouble;
+  std::optional<Fault> trouble;
   std::vector<std::string> written;  // one entry a write, only while open
   std::vector<std::string> events;   // "port 1", "settings  9600,N,8,2", "open", "close", in order
   // What the rig has sent by the next read; used before `answer`.
@@ -51,18 +51,18 @@ class ScriptedSerial : public SerialPort {
   void Write(std::string_view bytes) override;
   std::string ReadAll() override;
   std::string DeviceName(int number) const override { return "/dev/scripted" + std::to_string(number); }
-  std::string Trouble() const override { return trouble; }
+  std::optional<Fault> Trouble() const override { return trouble; }
 
   // The adapter is pulled out, and put in again.
   void Vanish() {
     open_ = false;
     lost_ = true;
     can_open = false;
-    trouble = "/dev/scripted was lost";
+    trouble = Fault{"/dev/scripted", "/dev/scripted was lost"};
   }
   void Return() {
     can_open = true;
-    trouble.clear();
+    trouble.reset();
   }
   bool WaitsForDevice() const override { return lost_ && !open_; }
   bool DeviceIsBack() const override { return WaitsForDevice() && can_open; }

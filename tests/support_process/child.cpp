@@ -17,7 +17,7 @@
 namespace kestrum::process {
 namespace {
 
-constexpr int kPatienceMs = 20000;
+constexpr int kPatienceMs = static_cast<int>(std::chrono::milliseconds(kPatience).count());
 
 // Between fork and exec.
 [[noreturn]] void Become(const Call& call, int input, int output) {
@@ -38,7 +38,8 @@ constexpr int kPatienceMs = 20000;
     if (errors >= 0) ::dup2(errors, STDERR_FILENO);
   }
   const bool ready = (call.folder.empty() || ::chdir(call.folder.c_str()) == 0) &&
-                     ::dup2(input, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0;
+                     ::dup2(input, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0 &&
+                     (!call.tells_errors || ::dup2(output, STDERR_FILENO) >= 0);
   if (ready) ::execvp(pointers[0], pointers.data());
   std::perror(pointers[0]);
   ::_exit(127);
@@ -88,6 +89,18 @@ std::string Child::ReadLine() const {
   return line;
 }
 
+std::string Child::ReadAll() const {
+  std::string text;
+  std::array<char, 4096> piece{};
+  pollfd ready{output_, POLLIN, 0};
+  while (::poll(&ready, 1, kPatienceMs) > 0) {
+    const ssize_t got = ::read(output_, piece.data(), piece.size());
+    if (got <= 0) break;
+    text.append(piece.data(), static_cast<std::size_t>(got));
+  }
+  return text;
+}
+
 void Child::Tell(const std::string& line) const {
   const std::string text = line + "\n";
   if (::write(input_, text.data(), text.size()) < 0) std::perror("a child's input");
@@ -106,6 +119,15 @@ int Child::Wait(std::chrono::milliseconds patience) {
 void Child::Kill() {
   Signal(SIGKILL);
   Reap(0);
+}
+
+Ending Run(Call call) {
+  call.tells_errors = true;
+  Child program(call);
+  Ending ending;
+  ending.output = program.ReadAll();
+  ending.code = program.Wait();
+  return ending;
 }
 
 std::chrono::milliseconds ProcessorTime(pid_t pid) {

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "support_process/waits.h"
+
 namespace kestrum::process {
 
 // How a program is started.
@@ -19,6 +21,7 @@ struct Call {
   std::string folder;          // to start in; empty for this one
   bool reads_from_us = false;  // else its standard input is empty
   std::string errors = {};     // file that takes its standard error; empty for ours
+  bool tells_errors = false;   // its standard error comes with its standard output
 };
 
 // A program that is running. Killed at the end if it has not ended by itself.
@@ -34,11 +37,13 @@ class Child {
   void Signal(int number) const;
   // The next line of its standard output, waited for at most 20 s.
   std::string ReadLine() const;
+  // The rest of its standard output, until it closes that.
+  std::string ReadAll() const;
   // A line to its standard input.
   void Tell(const std::string& line) const;
   void CloseInput();
   // Exit code; -1 when it has not ended within the time, minus the signal's number when one killed it.
-  int Wait(std::chrono::milliseconds patience = std::chrono::seconds(20));
+  int Wait(std::chrono::milliseconds patience = kPatience);
   void Kill();
 
  private:
@@ -49,6 +54,13 @@ class Child {
   int output_ = -1;
   std::optional<int> outcome_;
 };
+
+// How a program went that has run to its end.
+struct Ending {
+  int code = -1;       // as Child::Wait has it
+  std::string output;  // standard output and error
+};
+Ending Run(Call call);
 
 // Processor time of a process so far; zero when there is none.
 std::chrono::milliseconds ProcessorTime(pid_t pid);

@@ -5,17 +5,39 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <utility>
 
 namespace kestrum::process {
 
-PrivateBus::PrivateBus(const std::string& folder)
-    : daemon_({{"dbus-daemon", "--session", "--print-address", "--nofork", "--nopidfile",
-                "--address=unix:path=" + folder + "/bus"},
-               {},
-               {}}),
+namespace {
+
+Call BusIn(const std::string& folder) {
+  const std::string socket = folder + "/bus";
+  ::unlink(socket.c_str());
+  return {{"dbus-daemon", "--session", "--print-address", "--nofork", "--nopidfile",
+           "--address=unix:path=" + socket},
+          {},
+          {}};
+}
+
+}  // namespace
+
+PrivateBus::PrivateBus()
+    : own_folder_(std::make_unique<Scratch>()),
+      daemon_(BusIn(own_folder_->path().string())),
       address_(daemon_.ReadLine()) {}
+
+PrivateBus::PrivateBus(const std::string& folder) : daemon_(BusIn(folder)), address_(daemon_.ReadLine()) {}
+
+void PrivateBus::StandStill() const {
+  daemon_.Signal(SIGSTOP);
+}
+
+void PrivateBus::GoOn() const {
+  daemon_.Signal(SIGCONT);
+}
 
 Gpsd::Gpsd(std::uint16_t port, std::string device) : port_(port), device_(std::move(device)) {
   Start();

@@ -5,18 +5,25 @@
 #include <string>
 
 #include "support_process/child.h"
+#include "support_process/files.h"
 
 namespace kestrum::process {
 
-// A session bus of its own.
+// A session bus of its own; its end takes everything on it along.
 class PrivateBus {
  public:
-  // The socket is made in `folder`.
+  // In a folder of its own.
+  PrivateBus();
+  // The socket "bus" is made in `folder`, in place of one that a former bus has left there.
   explicit PrivateBus(const std::string& folder);
-  // Empty when it did not start.
+  // As a client needs it, with the bus's identity. Empty when it did not start.
   const std::string& address() const { return address_; }
+  // A bus that stands still takes calls and answers nobody.
+  void StandStill() const;
+  void GoOn() const;
 
  private:
+  std::unique_ptr<Scratch> own_folder_;
   Child daemon_;
   std::string address_;
 };

@@ -20,7 +20,8 @@
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
+
+#include "support_process/waits.h"
 
 namespace {
 
@@ -119,7 +120,7 @@ int SyncAs(const char* name, int file) {
   const auto sync = Real<int(int)>(name);
   if (inside.empty()) return sync(file);
   static const std::string slow = Told("KESTRUM_DISK_SYNC_MS");
-  if (!slow.empty()) std::this_thread::sleep_for(std::chrono::milliseconds(std::atol(slow.c_str())));
+  if (!slow.empty()) kestrum::process::DeviceIsQuietFor(std::chrono::milliseconds(std::atol(slow.c_str())));
   const std::lock_guard lock(Disk());
   const int result = sync(file);
   struct stat about {};

@@ -1,5 +1,6 @@
 #include "support_process/files.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -18,6 +19,12 @@ Scratch::Scratch() {
 Scratch::~Scratch() {
   std::error_code error;
   std::filesystem::remove_all(path_, error);
+}
+
+void Install(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::create_hard_link(from, to, error);
+  if (error) std::filesystem::copy_file(from, to);
 }
 
 std::string ReadFile(const std::filesystem::path& path) {

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace kestrum::process {
@@ -23,22 +21,14 @@ class Scratch {
   std::filesystem::path path_;
 };
 
+// A program as a user installs it: the program's folder is where the file lies.
+void Install(const std::filesystem::path& from, const std::filesystem::path& to);
+
 // The whole file; empty when it is not there.
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, const std::string& bytes);
 
 // Text between separators; the piece after the last one too, unless it is empty.
 std::vector<std::string> Split(const std::string& text, const std::string& separator);
-
-// Looks every 10 ms until the condition holds; false when it does not within the time.
-template <typename Condition>
-bool Eventually(Condition condition, std::chrono::milliseconds patience = std::chrono::seconds(20)) {
-  const auto end = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  return true;
-}
 
 }  // namespace kestrum::process

@@ -166,7 +166,7 @@ struct RigRow {
 };
 
 TEST(Lamps, RigSaysWhetherItAnswers) {
-  const RigFacts good{true, true, false, "", false, 0, milliseconds(0), "Done", "FT840", "Com1=9k6"};
+  const RigFacts good{true, true, false, {}, false, 0, milliseconds(0), "Done", "FT840", "Com1=9k6"};
   RigFacts one_missed = good;
   one_missed.missed_readings = 1;
   RigFacts silent = good;
@@ -203,6 +203,14 @@ TEST(Lamps, RigSaysWhetherItAnswers) {
     EXPECT_EQ(says.detail, row.detail) << row.what;
     EXPECT_EQ(SignalIsTrue(row.facts), row.is_true) << row.what;
   }
+}
+
+TEST(Lamps, AClosedPortSaysWhyAndWhatToPress) {
+  RigFacts closed;
+  closed.port_chosen = true;
+  EXPECT_EQ(RigLamp(closed).advice, "Press to open the port again.");
+  closed.trouble = Fault{"/dev/ttyUSB0", "/dev/ttyUSB0 was lost."};
+  EXPECT_EQ(RigLamp(closed).advice, "/dev/ttyUSB0 was lost. Press to open the port again.");
 }
 
 }  // namespace

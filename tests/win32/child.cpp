@@ -11,6 +11,7 @@
 #include "common/win32/wide_text.h"
 #include "dde_server.h"
 #include "desktop/win32/instance_mark.h"
+#include "support_process/waits.h"
 
 namespace kestrum::test {
 namespace {
@@ -61,7 +62,7 @@ int ServeDde() {
     std::string text;
     words >> deed >> name >> text;
     if (deed == "set") server.SetText(name, text);
-    if (deed == "hang") ::Sleep(static_cast<DWORD>(std::stoul(name)));
+    if (deed == "hang") process::LetRunFor(std::chrono::milliseconds(std::stoul(name)));
     if (deed == "quit") ::PostQuitMessage(0);
   });
   return 0;
@@ -93,7 +94,7 @@ int RunChild(const std::string& role, const std::string& argument) {
   if (role == "window") return ShowWindowUntilClosed(argument);
   if (role == "iconic") return TellWhetherIconic();
   if (role == "mark") return MarkInstance(win32::Wide(argument)) ? 0 : 1;
-  if (role == "sleep") ::Sleep(60'000);
+  if (role == "sleep") process::LetRunFor(std::chrono::minutes(1));
   return 99;
 }
 
@@ -146,15 +147,6 @@ int Child::ExitCode() const {
   DWORD code = 0;
   ::GetExitCodeProcess(process_.get(), &code);
   return static_cast<int>(code);
-}
-
-bool WaitUntil(const std::function<bool()>& done, std::chrono::milliseconds longest) {
-  const auto deadline = std::chrono::steady_clock::now() + longest;
-  while (!done()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    ::Sleep(10);
-  }
-  return true;
 }
 
 bool CloseSmallest(const std::string& title) {

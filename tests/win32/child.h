@@ -1,7 +1,5 @@
 #pragma once
 
-#include <chrono>
-#include <functional>
 #include <string>
 
 #include "common/win32/handle.h"
@@ -33,10 +31,6 @@ class Child {
 // that lives until it is closed, "iconic" ends at once with 10 and how its window is to be shown, "sleep" a
 // process without window, "mark FOLDER" ends with 0 when it could mark the folder, else 1.
 int RunChild(const std::string& role, const std::string& argument);
-
-// Polls until it is true; false when that takes too long.
-bool WaitUntil(const std::function<bool()>& done,
-               std::chrono::milliseconds longest = std::chrono::seconds(30));
 
 std::wstring ThisProgram();
 

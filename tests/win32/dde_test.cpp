@@ -7,14 +7,15 @@
 #include "child.h"
 #include "dde_server.h"
 #include "desktop/win32/dde_client.h"
+#include "support_process/waits.h"
 
 namespace kestrum {
 namespace {
 
+using process::Eventually;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 using test::Child;
-using test::WaitUntil;
 
 // A client of Posdex|form1 with what has arrived.
 class Listener {
@@ -26,10 +27,10 @@ class Listener {
     return texts_[item] == text;
   }
   bool WaitFor(const std::string& item, const std::string& text) {
-    return WaitUntil([&] { return Shows(item, text); });
+    return Eventually([&] { return Shows(item, text); });
   }
   bool WaitForConnection(bool wanted) {
-    return WaitUntil([&] { return client_.Connected() == wanted; });
+    return Eventually([&] { return client_.Connected() == wanted; });
   }
   int news() const { return news_; }
 
@@ -127,11 +128,11 @@ TEST(Dde, AServerThatHangsFallsSilentAndHoldsNobodyUp) {
   server.Tell("hang 8000");
   const auto heard = [&] { return listener.client().LastHeard().value_or(steady_clock::now()); };
   EXPECT_TRUE(
-      WaitUntil([&] { return steady_clock::now() - heard() > milliseconds(4500); }, milliseconds(9000)));
+      Eventually([&] { return steady_clock::now() - heard() > milliseconds(4500); }, milliseconds(9000)));
   EXPECT_TRUE(listener.client().Connected());
   // It goes on when the server does.
   server.Tell("set lblLat1 0003.0000S");
-  EXPECT_TRUE(WaitUntil([&] { return listener.Shows("lblLat1", "0003.0000S"); }, milliseconds(15000)));
+  EXPECT_TRUE(Eventually([&] { return listener.Shows("lblLat1", "0003.0000S"); }, milliseconds(15000)));
 }
 
 TEST(Dde, AQuietServerIsHeardAllTheSame) {
@@ -140,7 +141,7 @@ TEST(Dde, AQuietServerIsHeardAllTheSame) {
   listener.client().Link("lblLat1");
   ASSERT_TRUE(listener.WaitFor("lblLat1", "5157.0000N"));
   const auto first = *listener.client().LastHeard();
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     const auto last = listener.client().LastHeard();
     return last && *last > first + milliseconds(1500);
   }));
@@ -177,7 +178,7 @@ TEST(Dde, TheServerCountsItsClients) {
   server.on_clients = [&clients](int count) { clients = count; };
   ASSERT_TRUE(server.Start());
   const auto dispatched = [&clients](int wanted) {
-    return WaitUntil([&] {
+    return Eventually([&] {
       MSG message{};
       while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) ::DispatchMessageW(&message);
       return clients == wanted;

@@ -7,6 +7,7 @@
 #include "common/win32/handle.h"
 #include "common/win32/wide_text.h"
 #include "desktop/win32/win32_file_store.h"
+#include "support_process/waits.h"
 
 namespace kestrum {
 namespace {
@@ -89,7 +90,7 @@ TEST_F(Win32FileStoreTest, ReplacesAFileThatSomebodyReadsForAMoment) {
                                      OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(reader.valid());
   std::thread moment([&reader] {
-    ::Sleep(50);
+    process::LetRunFor(std::chrono::milliseconds(50));
     reader.Reset();
   });
   EXPECT_TRUE(files_->Replace(Path("a"), "new"));
@@ -156,7 +157,7 @@ TEST_F(Win32FileStoreTest, RemovesAFileThatSomebodyReadsForAMoment) {
   ASSERT_TRUE(reader.valid());
   EXPECT_EQ(files_->Remove(Path("a")).fault().reason, win32::Reason(ERROR_SHARING_VIOLATION));
   std::thread moment([&reader] {
-    ::Sleep(50);
+    process::LetRunFor(std::chrono::milliseconds(50));
     reader.Reset();
   });
   EXPECT_TRUE(files_->Remove(Path("a")));

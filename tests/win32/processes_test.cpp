@@ -6,23 +6,24 @@
 #include "desktop/win32/instance_mark.h"
 #include "desktop/win32/named_window.h"
 #include "desktop/win32/started_process.h"
+#include "support_process/waits.h"
 
 namespace kestrum {
 namespace {
 
+using process::Eventually;
 using test::Child;
-using test::WaitUntil;
 
 TEST(NamedWindow, IsFoundByItsExactTitleAndCloses) {
   const std::wstring title = L"Posdex Version 1.19 (test)";
   EXPECT_FALSE(WindowExists(title));
   CloseWindowNamed(title);
   const Child child("window Posdex Version 1.19 (test)");
-  ASSERT_TRUE(WaitUntil([&] { return WindowExists(title); }));
+  ASSERT_TRUE(Eventually([&] { return WindowExists(title); }));
   EXPECT_FALSE(WindowExists(L"Posdex Version 1.19"));
   CloseWindowNamed(title);
-  EXPECT_TRUE(WaitUntil([&] { return !WindowExists(title); }));
-  EXPECT_TRUE(WaitUntil([&] { return !child.Runs(); }));
+  EXPECT_TRUE(Eventually([&] { return !WindowExists(title); }));
+  EXPECT_TRUE(Eventually([&] { return !child.Runs(); }));
   EXPECT_EQ(child.ExitCode(), 7);
 }
 
@@ -30,7 +31,7 @@ TEST(InstanceMark, IsHeldByOneProcessUntilItEnds) {
   const std::string folder = "C:\\Kestrum test " + std::to_string(::GetCurrentProcessId());
   const auto child_may = [](const std::string& wanted) {
     const Child child("mark " + wanted);
-    EXPECT_TRUE(WaitUntil([&] { return !child.Runs(); }));
+    EXPECT_TRUE(Eventually([&] { return !child.Runs(); }));
     return child.ExitCode() == 0;
   };
   EXPECT_TRUE(child_may(folder));
@@ -82,19 +83,19 @@ TEST(StartedProcess, WithoutAWindowIsEnded) {
   followed.Follow(started.dwProcessId);
   EXPECT_TRUE(followed.Runs());
   followed.AskToEnd();
-  EXPECT_TRUE(WaitUntil([&] { return !followed.Runs(); }));
+  EXPECT_TRUE(Eventually([&] { return !followed.Runs(); }));
   EXPECT_TRUE(other.Runs());
 }
 
 TEST(StartedProcess, WithAWindowIsClosedAsByItsUser) {
   const Child child("window Kestrum test: to be closed");
-  ASSERT_TRUE(WaitUntil([] { return WindowExists(L"Kestrum test: to be closed"); }));
+  ASSERT_TRUE(Eventually([] { return WindowExists(L"Kestrum test: to be closed"); }));
   DWORD process = 0;
   ::GetWindowThreadProcessId(::FindWindowW(nullptr, L"Kestrum test: to be closed"), &process);
   StartedProcess followed;
   followed.Follow(process);
   followed.AskToEnd();
-  EXPECT_TRUE(WaitUntil([&] { return !child.Runs(); }));
+  EXPECT_TRUE(Eventually([&] { return !child.Runs(); }));
   EXPECT_EQ(child.ExitCode(), 7);
 }
 

@@ -6,6 +6,8 @@
 
 #include "common/win32/serial_line.h"
 #include "desktop/win32/win32_serial_port.h"
+#include "support/reason_of.h"
+#include "support_process/waits.h"
 
 // A simulated FT840 is on COM1; there is no COM29. The file "vanish" in the working folder asks whoever runs
 // this to take the set away, "return" to bring it back, "stall" to let it take no bytes any more until there
@@ -13,27 +15,23 @@
 namespace kestrum {
 namespace {
 
-constexpr int kMissing = 29;
-const std::string kReadMeter("\0\0\0\0\xF7", 5);
+using process::Eventually;
+using test::ReasonOf;
 
-bool WaitUntil(const std::function<bool()>& done) {
-  for (int i = 0; i < 1000; ++i) {
-    if (done()) return true;
-    ::Sleep(10);
-  }
-  return false;
-}
+constexpr int kMissing = 29;
+constexpr std::chrono::milliseconds kReplyWindow{50};
+const std::string kReadMeter("\0\0\0\0\xF7", 5);
 
 std::string Exchange(Win32SerialPort& port, const std::string& command) {
   port.Write(command);
-  ::Sleep(50);
+  process::LetRunFor(kReplyWindow);
   return port.ReadAll();
 }
 
 TEST(Win32SerialPort, NoPortIsNoPort) {
   Win32SerialPort port;
   EXPECT_FALSE(port.Open());
-  EXPECT_EQ(port.Trouble(), "No serial port is chosen.");
+  EXPECT_EQ(ReasonOf(port.Trouble()), "No serial port is chosen.");
   EXPECT_EQ(port.DeviceName(0), "");
   EXPECT_EQ(port.DeviceName(3), "COM3");
   port.Write("x");
@@ -46,7 +44,7 @@ TEST(Win32SerialPort, APortThatIsMissingIsWaitedFor) {
   port.SetPort(kMissing);
   port.SetSettings(" 9600,N,8,2");
   EXPECT_FALSE(port.Open());
-  EXPECT_EQ(port.Trouble(), "COM29 is not there. Is the cable plugged in?");
+  EXPECT_EQ(ReasonOf(port.Trouble()), "COM29 is not there. Is the cable plugged in?");
   EXPECT_TRUE(port.WaitsForDevice());
   EXPECT_FALSE(port.DeviceIsBack());
   port.SetPort(1);
@@ -59,7 +57,8 @@ TEST(Win32SerialPort, SettingsThatAreNoneOpenNothing) {
     port.SetPort(1);
     port.SetSettings(settings);
     EXPECT_FALSE(port.Open()) << settings;
-    EXPECT_NE(port.Trouble().find("COM1 cannot be opened with"), std::string::npos) << port.Trouble();
+    EXPECT_NE(ReasonOf(port.Trouble()).find("COM1 cannot be opened with"), std::string::npos)
+        << ReasonOf(port.Trouble());
     EXPECT_FALSE(port.WaitsForDevice()) << settings;
   }
 }
@@ -68,8 +67,8 @@ TEST(Win32SerialPort, TheSetAnswersWithFiveBytesWithin50Milliseconds) {
   Win32SerialPort port;
   port.SetPort(1);
   port.SetSettings(" 9600,N,8,2");
-  ASSERT_TRUE(port.Open()) << port.Trouble();
-  EXPECT_EQ(port.Trouble(), "");
+  ASSERT_TRUE(port.Open()) << ReasonOf(port.Trouble());
+  EXPECT_EQ(port.Trouble(), std::nullopt);
   int whole = 0;
   for (int i = 0; i < 50; ++i) {
     const std::string reply = Exchange(port, kReadMeter);
@@ -91,13 +90,13 @@ TEST(SerialLine, WritingDoesNotWaitForALineThatTakesNoBytes) {
   win32::SerialLine line;
   ASSERT_EQ(line.Open(L"COM1", {.two_stop_bits = true}), 0U);
   Leave("stall");
-  ASSERT_TRUE(WaitUntil([] { return ::GetFileAttributesA("stalled") != INVALID_FILE_ATTRIBUTES; }));
+  ASSERT_TRUE(Eventually([] { return ::GetFileAttributesA("stalled") != INVALID_FILE_ATTRIBUTES; }));
   std::string commands;
   while (commands.size() < 1000) commands += kReadMeter;
   bool waited = false;
   bool dropped = false;
   // What waits is dropped as too much by the next call, or as too late.
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     EXPECT_EQ(line.Write(commands), 0U);
     EXPECT_LE(line.Waiting(), kMostWaiting);
     dropped = waited && line.Waiting() <= commands.size();
@@ -108,10 +107,10 @@ TEST(SerialLine, WritingDoesNotWaitForALineThatTakesNoBytes) {
   std::string bytes;
   EXPECT_EQ(line.Read(bytes), 0U);
   Leave("resume");
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     bytes.clear();
     EXPECT_EQ(line.Write(kReadMeter), 0U);
-    ::Sleep(50);
+    process::LetRunFor(kReplyWindow);
     EXPECT_EQ(line.Read(bytes), 0U);
     return bytes.size() == 5 && line.Waiting() == 0;
   }));
@@ -124,7 +123,7 @@ TEST(Win32SerialPort, CommandsInARowGoOutInTheirOrderAndAreAllAnswered) {
   ASSERT_TRUE(port.Open());
   for (int i = 0; i < 20; ++i) port.Write(kReadMeter);
   std::string replies;
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     replies += port.ReadAll();
     return replies.size() >= 100;
   }));
@@ -139,16 +138,16 @@ TEST(Win32SerialPort, ASetThatIsTakenAwayIsMissedAndComesBack) {
   ASSERT_TRUE(port.Open());
   ASSERT_EQ(Exchange(port, kReadMeter).size(), 5U);
   Leave("vanish");
-  EXPECT_TRUE(WaitUntil([&] {
+  EXPECT_TRUE(Eventually([&] {
     Exchange(port, kReadMeter);
     return !port.IsOpen();
   }));
-  EXPECT_EQ(port.Trouble().find("COM1 was lost: "), 0U) << port.Trouble();
+  EXPECT_EQ(ReasonOf(port.Trouble()).find("COM1 was lost: "), 0U) << ReasonOf(port.Trouble());
   EXPECT_TRUE(port.WaitsForDevice());
   EXPECT_EQ(port.ReadAll(), "");
   Leave("return");
-  EXPECT_TRUE(WaitUntil([&] { return port.DeviceIsBack() && port.Open(); })) << port.Trouble();
-  EXPECT_TRUE(WaitUntil([&] { return Exchange(port, kReadMeter).size() == 5; }));
+  EXPECT_TRUE(Eventually([&] { return port.DeviceIsBack() && port.Open(); })) << ReasonOf(port.Trouble());
+  EXPECT_TRUE(Eventually([&] { return Exchange(port, kReadMeter).size() == 5; }));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 namespace orvandi {
 namespace {
 
-constexpr std::int64_t kPause_s = 600;
+constexpr std::int64_t kPauseS = 600;
 
 std::string TwoDigits(long number) {
   return (number < 10 ? "0" : "") + std::to_string(number);
@@ -16,7 +16,7 @@ std::string TwoDigits(long number) {
 
 // Seconds from one record to the next when both are shown, nothing when there is a pause between them.
 double StepKm(const Record& from, const Record& to) {
-  if (std::llabs(to.time_s - from.time_s) > kPause_s) return 0;
+  if (std::llabs(to.time_s - from.time_s) > kPauseS) return 0;
   return DistanceKm({from.latitude_deg, from.longitude_deg}, {to.latitude_deg, to.longitude_deg});
 }
 
@@ -82,8 +82,8 @@ std::string DateText(std::int64_t time_s) {
 }
 
 std::string TimeOfDayText(std::int64_t time_s) {
-  constexpr std::int64_t kDay_s = 86400;
-  const std::int64_t rest = ((time_s % kDay_s) + kDay_s) % kDay_s;
+  constexpr std::int64_t kDayS = 86400;
+  const std::int64_t rest = ((time_s % kDayS) + kDayS) % kDayS;
   return TwoDigits(rest / 3600) + ":" + TwoDigits(rest / 60 % 60) + ":" + TwoDigits(rest % 60);
 }
 

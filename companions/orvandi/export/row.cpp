@@ -13,7 +13,7 @@
 namespace orvandi {
 namespace {
 
-constexpr std::int64_t kQuarter_s = 900;
+constexpr std::int64_t kQuarterS = 900;
 
 QByteArray Iso(std::int64_t time_s) {
   return QByteArray::fromStdString(DateText(time_s) + "T" + TimeOfDayText(time_s));
@@ -72,7 +72,7 @@ double Rounded(double value, int decimals) {
 }
 
 int LocalTimes::OffsetOf(std::int64_t time_s) {
-  const std::int64_t quarter = time_s / kQuarter_s;
+  const std::int64_t quarter = time_s / kQuarterS;
   if (quarter != quarter_) {
     const QDateTime as_utc = QDateTime::fromSecsSinceEpoch(time_s, Qt::UTC);
     offset_s_ = QDateTime(as_utc.date(), as_utc.time(), Qt::LocalTime).offsetFromUtc();

@@ -7,16 +7,16 @@
 namespace orvandi {
 namespace {
 
-constexpr std::int64_t kDay_s = std::int64_t{24} * 3600;
+constexpr std::int64_t kDayS = std::int64_t{24} * 3600;
 // The clock may be set back under way, by an hour at the end of summer time; a larger step back is a
 // midnight.
-constexpr std::int64_t kSetBack_s = std::int64_t{2} * 3600;
+constexpr std::int64_t kSetBackS = std::int64_t{2} * 3600;
 // A header that was written first stands at most this long before its first record.
-constexpr std::int64_t kAtOnce_s = 120;
+constexpr std::int64_t kAtOnceS = 120;
 
 std::int64_t TimeOfDay(std::int64_t time_s) {
-  const std::int64_t rest = time_s % kDay_s;
-  return rest < 0 ? rest + kDay_s : rest;
+  const std::int64_t rest = time_s % kDayS;
+  return rest < 0 ? rest + kDayS : rest;
 }
 
 std::int64_t Midnight(std::int64_t time_s) {
@@ -28,7 +28,7 @@ void SettleForward(std::span<Record> records, std::int64_t header_s) {
   std::int64_t before = TimeOfDay(header_s);
   for (Record& record : records) {
     const std::int64_t time = TimeOfDay(record.time_s);
-    if (before - time > kSetBack_s) midnight += kDay_s;
+    if (before - time > kSetBackS) midnight += kDayS;
     record.time_s = midnight + time;
     before = time;
   }
@@ -40,7 +40,7 @@ void SettleBackward(std::span<Record> records, std::int64_t header_s) {
   for (std::size_t left = records.size(); left > 0; --left) {
     Record& record = records[left - 1];
     const std::int64_t time = TimeOfDay(record.time_s);
-    if (time - after > kSetBack_s) midnight -= kDay_s;
+    if (time - after > kSetBackS) midnight -= kDayS;
     record.time_s = midnight + time;
     after = time;
   }
@@ -59,7 +59,7 @@ bool BeginsAtHeader(const Log& log, const Block& block) {
   const std::int64_t last = TimeOfDay(log.records[block.first_record + block.record_count - 1].time_s);
   const std::int64_t to_first = TimeOfDay(first - header);
   const std::int64_t from_last = TimeOfDay(header - last);
-  return to_first <= kAtOnce_s && to_first < from_last;
+  return to_first <= kAtOnceS && to_first < from_last;
 }
 
 void SettleBlockDates(Log& log, const Block& block, bool forward) {

@@ -8,11 +8,13 @@
 #include <utility>
 
 #include "log/text_encoding.h"
+#include "logging/journal.h"
 
 namespace orvandi {
 namespace {
 
 namespace fs = std::filesystem;
+using kestrum::JournalPath;
 
 constexpr std::size_t kPiece = std::size_t{1} << 20;
 constexpr std::uint64_t kMostJournalBytes = std::uint64_t{4}
@@ -20,10 +22,6 @@ constexpr std::uint64_t kMostJournalBytes = std::uint64_t{4}
 constexpr std::size_t kEndBytes = 256;  // of both ends, compared to see whether a file is still the same
 constexpr std::uint64_t kShortLine = 80;
 constexpr std::uint64_t kMostReserved = 4'000'000;  // records that memory is set aside for at once
-
-std::string JournalPath(const std::string& path) {
-  return path + ".pending";
-}
 
 // What the file system says of a path, without opening it: a pipe must not block.
 struct FileState {

@@ -4,6 +4,7 @@
 
 #include "analysis/summary.h"
 #include "log/cleaning.h"
+#include "logging/journal.h"
 #include "plots/level_axis.h"
 
 namespace orvandi {
@@ -51,13 +52,17 @@ QString LineText(const Session& session, std::uint32_t number) {
   const RecordPlace place = session.PlaceOf(number);
   const Record& record = session.RecordOf(number);
   const Log& log = session.Logs()[place.log].file->Content();
-  return QStringLiteral("%1%2, line %3")
-      .arg(session.Logs()[place.log].name,
-           log.BlockOf(record).pending ? QStringLiteral(".pending") : QString())
+  const QString& name = session.Logs()[place.log].name;
+  return QStringLiteral("%1, line %2")
+      .arg(log.BlockOf(record).pending ? JournalOf(name) : name)
       .arg(record.line);
 }
 
 }  // namespace
+
+QString JournalOf(const QString& log) {
+  return QString::fromStdString(kestrum::JournalPath(log.toStdString()));
+}
 
 QString CountText(std::uint64_t count) {
   QString text = QString::number(count);

@@ -6,6 +6,9 @@
 
 namespace orvandi {
 
+// Name or path of the journal of a log.
+QString JournalOf(const QString& log);
+
 // "1200", and "1 000 000" with narrow blanks from 10,000 on.
 QString CountText(std::uint64_t count);
 // "1 record", "1200 records".

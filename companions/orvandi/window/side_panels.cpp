@@ -311,7 +311,7 @@ QVariant DroppedModel::data(const QModelIndex& index, int role) const {
       return QString::fromUtf8(reason.data(), static_cast<qsizetype>(reason.size()));
     }
     default:
-      return log.name + (line.pending ? QStringLiteral(".pending") : QString());
+      return line.pending ? JournalOf(log.name) : log.name;
   }
 }
 

@@ -22,7 +22,6 @@ namespace orvandi {
 namespace {
 
 constexpr qsizetype kMostRecent = 10;
-constexpr auto kJournalEnding = ".pending";
 // What came since the last look is read at once; more than this in the background.
 constexpr qint64 kReadAtOnceBytes = qint64{8} * 1024 * 1024;
 
@@ -67,7 +66,7 @@ QString OutcomeText(const ExportOutcome& outcome, const QString& path) {
 }  // namespace
 
 bool OrvandiWindow::LogIsThere(const QString& path) {
-  return QFileInfo::exists(path) || QFileInfo::exists(path + QString::fromLatin1(kJournalEnding));
+  return QFileInfo::exists(path) || QFileInfo::exists(JournalOf(path));
 }
 
 void OrvandiWindow::OpenFiles(const QStringList& paths) {
@@ -133,7 +132,7 @@ void OrvandiWindow::FollowTick() {
 void OrvandiWindow::WatchFiles() {
   QStringList wanted;
   for (const OpenLog& log : session_.Logs()) {
-    wanted << log.path << log.path + QString::fromLatin1(kJournalEnding);
+    wanted << log.path << JournalOf(log.path);
   }
   for (const QString& path : watcher_.files()) {
     if (!wanted.contains(path)) watcher_.removePath(path);

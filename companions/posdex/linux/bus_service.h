@@ -8,7 +8,7 @@
 
 namespace kestrum::posdex {
 
-/// On the session bus. Without a bus it keeps trying.
+// On the session bus. Without a bus it keeps trying.
 class BusService : public TextService {
   Q_OBJECT
 

@@ -7,7 +7,7 @@
 
 namespace kestrum::posdex {
 
-/// An NMEA receiver on a serial port, 8-N-1.
+// An NMEA receiver on a serial port, 8-N-1.
 class SerialSource : public Source {
   Q_OBJECT
 
@@ -24,7 +24,7 @@ class SerialSource : public Source {
 
   SourceChoice choice_;
   QString folder_;
-  QString opened_;  ///< what the device's name stood for when it was opened
+  QString opened_;  // what the device's name stood for when it was opened
   QSerialPort port_;
   QTimer retry_;
   QTimer silence_;

@@ -6,7 +6,7 @@
 
 namespace kestrum::posdex {
 
-/// By DDE, to any client that links to "Posdex|form1".
+// By DDE, to any client that links to "Posdex|form1".
 class DdeService : public TextService {
  public:
   DdeService();

@@ -8,8 +8,8 @@
 
 namespace kestrum::posdex {
 
-/// An NMEA receiver on a serial port ("COM4"), 8-N-1. The line is asked for what it has several times a
-/// second.
+// An NMEA receiver on a serial port ("COM4"), 8-N-1. The line is asked for what it has several times a
+// second.
 class SerialSource : public Source {
   Q_OBJECT
 

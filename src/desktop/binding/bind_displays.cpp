@@ -22,7 +22,7 @@
 namespace kestrum {
 namespace {
 
-constexpr double kFullBarHeight_twips = 456;
+constexpr double kFullBarHeightTwips = 456;
 
 // No window becomes larger than the screen by what a file holds.
 constexpr int kMostOfLabel = 1000;
@@ -143,7 +143,7 @@ void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
   FollowFrom<bool>(false, bar.stale, [widget](const bool& stale) { widget->SetStale(stale); });
   Follow<bool>(bar.segments, [widget](const bool& segments) { widget->SetSegments(segments); });
   Follow<int>(bar.height, [widget](const int& height) {
-    widget->SetHeightShare(height > 0 ? height / kFullBarHeight_twips : 1);
+    widget->SetHeightShare(height > 0 ? height / kFullBarHeightTwips : 1);
   });
   auto* events = new UserEvents(widget);
   events->clicked = [this, &bar] { Deed(bar.click); };

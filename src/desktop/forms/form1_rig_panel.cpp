@@ -46,7 +46,7 @@ void Form1Window::AddReadings(QBoxLayout* rows, const Panel& panel) {
   readouts->addWidget(s_text, 4);
   readouts->addWidget(strength, 6);
   rows->addLayout(readouts, 4);
-  auto* bar = panel.Bar(form_.ProgressBar1, tr("Signal"));
+  auto* bar = panel.Bar(form_.ProgressBar1, QStringLiteral("Signal"));
   bar->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   rows->addWidget(bar, 2);
   rows->addWidget(panel.Chart(form_.chtSignal), 6);
@@ -55,7 +55,7 @@ void Form1Window::AddReadings(QBoxLayout* rows, const Panel& panel) {
   mark->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   auto* line = Line();
   line->addWidget(mark);
-  line->addWidget(panel.Slide(form_.sldSquelch, tr("Squelch")), 1);
+  line->addWidget(panel.Slide(form_.sldSquelch, QStringLiteral("Squelch")), 1);
   rows->addLayout(line);
 }
 
@@ -70,12 +70,12 @@ void Form1Window::AddTuning(QBoxLayout* rows, const Panel& panel) {
   top->addWidget(power);
   rows->addLayout(top, 2);
 
-  auto* entry = panel.Edit(form_.txtFrequency, tr("Frequency in kHz"));
+  auto* entry = panel.Edit(form_.txtFrequency, QStringLiteral("Frequency in kHz"));
   entry->setMinimumWidth(Characters(entry, 11));
   auto* set = panel.Button(form_.cmdSetFreq);
   auto* down = panel.Button(form_.cmdDown);
   // Made in the order of the eye, which the tab key follows.
-  auto* step = panel.Slide(form_.sldkHzSteps, tr("Step in kHz"));
+  auto* step = panel.Slide(form_.sldkHzSteps, QStringLiteral("Step in kHz"));
   auto* up = panel.Button(form_.cmdUp);
   KeepNarrow(down, 8);
   KeepNarrow(up, 8);
@@ -110,7 +110,7 @@ void Form1Window::AddLoggingControls(QBoxLayout* rows, const Panel& panel) {
   interval->setSpacing(0);
   interval->addWidget(heading);
   interval->addWidget(panel.Value(form_.lblInterval, 10));
-  QVBoxLayout* const buffered = Headed(tr("In buffer"), panel.Value(form_.lblCatCount, 4));
+  QVBoxLayout* const buffered = Headed(QStringLiteral("In buffer"), panel.Value(form_.lblCatCount, 4));
   auto* prompt = panel.Value(form_.lblPrompt, 3);
   auto* line = Line();
   line->addWidget(log, 5);

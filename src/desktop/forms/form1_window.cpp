@@ -116,7 +116,7 @@ void Form1Window::BuildStatusBar() {
 
 QLayout* Form1Window::BuildLogLines(QWidget* parent) {
   const Panel panel(binder_, parent);
-  auto* into = panel.Edit(form_.lblLoggingInto, tr("Logging state"), kMostOfPath);
+  auto* into = panel.Edit(form_.lblLoggingInto, QStringLiteral("Logging state"), kMostOfPath);
   into->setReadOnly(true);
   into->setFrame(false);
   constexpr int kOwnMargin = 2;  // of an edit field, which would stand apart from the line below

@@ -23,7 +23,7 @@ QTextBlock HeadingOf(const QTextBlock& line) {
 Form2Window::Form2Window(Form2& form, Binder& binder, QWidget* owner)
     : FormWindow(form, binder, owner), text_(new ListBox(86, 28, this)), owner_(owner) {
   text_->setFrameShape(QFrame::NoFrame);
-  text_->setAccessibleName(tr("Information"));
+  text_->setAccessibleName(QStringLiteral("Information"));
   text_->viewport()->installEventFilter(this);
   text_->viewport()->setMouseTracking(true);
   setCentralWidget(text_);

@@ -35,7 +35,7 @@ Form3Window::Form3Window(Form3& form, Binder& binder, QWidget* owner)
 }
 
 void Form3Window::BuildMenus() {
-  QMenu* files = menuBar()->addMenu(tr("&Files"));
+  QMenu* files = menuBar()->addMenu(QStringLiteral("&Files"));
   const auto add = [this, files](const std::vector<MenuItem*>& items) {
     for (MenuItem* item : items) binder_.Bind(*item, files->addAction(QString()));
   };
@@ -57,7 +57,7 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   };
   auto* grid = new QGridLayout(frame);
   int row = 0;
-  grid->addWidget(MakeHeading(tr("Receiver"), frame), row, 0);
+  grid->addWidget(MakeHeading(QStringLiteral("Receiver"), frame), row, 0);
   grid->addWidget(readout(form_.lblCalFrequency, QStringLiteral("00000.00 kHz")), row, 1, 1, 2);
   ++row;
   grid->addWidget(panel.Value(form_.lblSraw1, 10), row, 0);
@@ -66,10 +66,10 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   grid->addWidget(raw, row, 1);
   grid->addWidget(panel.Button(form_.cmdStop), row, 2);
   ++row;
-  grid->addWidget(MakeHeading(tr("Table row"), frame), row, 0);
+  grid->addWidget(MakeHeading(QStringLiteral("Table row"), frame), row, 0);
   grid->addWidget(readout(form_.lblRecNbr, QStringLiteral("000")), row, 1);
   ++row;
-  grid->addWidget(panel.Slide(form_.sldIndex, tr("Table row")), row, 0, 1, 3);
+  grid->addWidget(panel.Slide(form_.sldIndex, QStringLiteral("Table row")), row, 0, 1, 3);
   ++row;
   grid->addWidget(panel.Elided(form_.lblAllS2F), row, 0, 1, 3);
   ++row;
@@ -83,7 +83,7 @@ QWidget* Form3Window::BuildAcquisition(QWidget* parent) {
   ++row;
   grid->setRowMinimumHeight(row, fontMetrics().height() / 2);
   ++row;
-  grid->addWidget(panel.Edit(form_.txtEdit, tr("Signal input in uV")), row, 0);
+  grid->addWidget(panel.Edit(form_.txtEdit, QStringLiteral("Signal input in uV")), row, 0);
   grid->addWidget(panel.Value(form_.lbluV, 4), row, 1);
   grid->addWidget(panel.Button(form_.cmduVStore), row, 2);
   ++row;
@@ -107,11 +107,11 @@ QWidget* Form3Window::BuildLists(QWidget* parent) {
   auto* panel = new PanelFrame(parent);
   auto* columns = new QHBoxLayout(panel);
   ListBox* defaults = List(form_.Label1, panel);
-  defaults->setAccessibleName(tr("Default values"));
+  defaults->setAccessibleName(QStringLiteral("Default values"));
   ListBox* table = List(form_.Label2, panel);
-  table->setAccessibleName(tr("Table values"));
+  table->setAccessibleName(QStringLiteral("Table values"));
   ListBox* others = List(form_.Label3, panel);
-  others->setAccessibleName(tr("Other values"));
+  others->setAccessibleName(QStringLiteral("Other values"));
   for (ListBox* list : {defaults, table, others}) columns->addWidget(list, 1);
   ListBox* const points = table;
   ListBox* const all = others;

@@ -40,12 +40,12 @@ Form5Window::Form5Window(Form5& form, Binder& binder)
   lamps_ = {panel.Lamp(form.lmpLog, true), panel.Lamp(form.lmpGps, false), panel.Lamp(form.lmpRig, false)};
   signal_ = new SignalLine(body_);
   binder.Bind(form.Label1[4], signal_);
-  bar_ = panel.Bar(form.ProgressBar1, tr("Signal"));
-  distance_heading_ = SmallHeading(tr("DIST"), body_);
+  bar_ = panel.Bar(form.ProgressBar1, QStringLiteral("Signal"));
+  distance_heading_ = SmallHeading(QStringLiteral("DIST"), body_);
   distance_ = panel.Readout(form.Label1[0], 1, QStringLiteral("20003.99 km"));
-  angle_heading_ = SmallHeading(tr("ANGLE"), body_);
+  angle_heading_ = SmallHeading(QStringLiteral("ANGLE"), body_);
   angle_ = panel.Readout(form.Label1[1], 1, QStringLiteral("000°NW"));
-  height_heading_ = SmallHeading(tr("HEIGHT"), body_);
+  height_heading_ = SmallHeading(QStringLiteral("HEIGHT"), body_);
   height_heading_->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
   height_ = panel.Readout(form.Label1[2], 1, QStringLiteral("12345.6 m"));
   height_->SetAlignment(Qt::AlignRight | Qt::AlignVCenter);

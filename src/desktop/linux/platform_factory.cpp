@@ -49,15 +49,16 @@ QString ExecutableName(const QString& name) {
   return name.endsWith(ending, Qt::CaseInsensitive) ? name.chopped(ending.size()) : name;
 }
 
-std::string WhyNoDisplay(std::span<char*> arguments) {
+std::optional<Fault> WhyNoDisplay(std::span<char*> arguments) {
   constexpr std::array kDisplays = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
   const bool has_display = std::any_of(kDisplays.begin(), kDisplays.end(),
                                        [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
   const bool chosen = std::any_of(arguments.begin(), arguments.end(),
                                   [](std::string_view argument) { return argument == "-platform"; });
-  if (has_display || chosen) return {};
-  return "there is no display to show the windows on. Start it from a desktop session, or with "
-         "QT_QPA_PLATFORM=offscreen to run it without windows.";
+  if (has_display || chosen) return std::nullopt;
+  return Fault{"",
+               "there is no display to show the windows on. Start it from a desktop session, or with "
+               "QT_QPA_PLATFORM=offscreen to run it without windows."};
 }
 
 }  // namespace kestrum

@@ -32,10 +32,6 @@ std::string QtSerialPort::DeviceName(int number) const {
   return number > 0 ? FromQt(SerialDevice(number, application_folder_)) : std::string();
 }
 
-std::string QtSerialPort::Trouble() const {
-  return FromQt(trouble_);
-}
-
 // The settings text is "speed,parity,data bits,stop bits".
 bool QtSerialPort::ApplySettings() {
   const QStringList fields = ToQt(settings_).split(QLatin1Char(','));
@@ -57,14 +53,14 @@ void QtSerialPort::SetPort(int number) {
 }
 
 bool QtSerialPort::DeviceIsBack() const {
-  return WaitsForDevice() && WhyDeviceIsClosed(awaited_).isEmpty();
+  return WaitsForDevice() && !WhyDeviceIsClosed(awaited_);
 }
 
 bool QtSerialPort::Open() {
   CloseLine();
-  trouble_.clear();
+  trouble_.reset();
   if (number_ <= 0) {
-    trouble_ = tr("No serial port is chosen.");
+    trouble_ = Fault{"", "No serial port is chosen."};
     return false;
   }
   const QString device = SerialDevice(number_, application_folder_);
@@ -72,18 +68,19 @@ bool QtSerialPort::Open() {
   const bool settings_are_good = ApplySettings();
   if (settings_are_good && port_.open(QIODevice::ReadWrite)) {
     lost_ = false;
-    trouble_.clear();
+    trouble_.reset();
     awaited_.clear();
     return true;
   }
-  trouble_ = settings_are_good ? WhyDeviceIsClosed(device) : QString();
+  trouble_ = settings_are_good ? WhyDeviceIsClosed(device) : std::nullopt;
+  const std::string name = FromQt(device);
   // The device itself may be used, so somebody else holds it.
-  if (trouble_.isEmpty() && port_.error() == QSerialPort::PermissionError) {
-    trouble_ = tr("%1 is in use by another program. Close it, then choose the port again.").arg(device);
+  if (!trouble_ && port_.error() == QSerialPort::PermissionError) {
+    trouble_ = Fault{name, name + " is in use by another program. Close it, then choose the port again."};
   }
-  if (trouble_.isEmpty()) {
-    trouble_ =
-        tr("%1 cannot be opened with \"%2\": %3.").arg(device, ToQt(Trim(settings_)), port_.errorString());
+  if (!trouble_) {
+    const std::string reason = FromQt(port_.errorString());
+    trouble_ = Fault{name, name + " cannot be opened with \"" + Trim(settings_) + "\": " + reason + "."};
   }
   port_.close();
   if (!QFileInfo::exists(device)) awaited_ = device;
@@ -138,7 +135,8 @@ void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
   lost_ = true;
   awaited_ = port_.portName();
   if (!awaited_.startsWith(QLatin1Char('/'))) awaited_.prepend(QStringLiteral("/dev/"));
-  trouble_ = tr("%1 was lost: %2.").arg(port_.portName(), port_.errorString());
+  const std::string name = FromQt(port_.portName());
+  trouble_ = Fault{name, name + " was lost: " + FromQt(port_.errorString()) + "."};
   // Not from inside the port's own code.
   QMetaObject::invokeMethod(this, &QtSerialPort::CloseLost, Qt::QueuedConnection);
 }

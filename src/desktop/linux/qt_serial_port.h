@@ -26,7 +26,7 @@ class QtSerialPort : public QObject, public SerialPort {
   void Write(std::string_view bytes) override;
   std::string ReadAll() override;
   std::string DeviceName(int number) const override;
-  std::string Trouble() const override;
+  std::optional<Fault> Trouble() const override { return trouble_; }
 
  private:
   bool ApplySettings();
@@ -43,7 +43,7 @@ class QtSerialPort : public QObject, public SerialPort {
   QSerialPort port_;
   bool lost_ = false;     // the line has failed; the port is closed at the next chance
   bool refused_ = false;  // the line takes no bytes; what waits is dropped at the next chance
-  QString trouble_;
+  std::optional<Fault> trouble_;
   QString awaited_;  // the device that has gone, or was not there; no other may take its place
 };
 

@@ -10,7 +10,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <chrono>
+#include <string>
 #include <thread>
+
+#include "desktop/text_convert.h"
 
 namespace kestrum {
 namespace {
@@ -20,13 +23,16 @@ using std::chrono::milliseconds;
 constexpr milliseconds kLongestDrain{200};
 constexpr milliseconds kDrainStep{5};
 
-// The name of the group that may read and write the device; empty when none may.
-QString GroupOf(const QByteArray& path) {
+// The name of the group that may read and write the device, when one may.
+std::optional<std::string> GroupOf(const QByteArray& path) {
   constexpr mode_t kGroupMay = S_IRGRP | S_IWGRP;
   struct stat about {};
-  if (::stat(path.constData(), &about) != 0 || (about.st_mode & kGroupMay) != kGroupMay) return {};
+  if (::stat(path.constData(), &about) != 0 || (about.st_mode & kGroupMay) != kGroupMay) {
+    return std::nullopt;
+  }
   const group* const owner = ::getgrgid(about.st_gid);
-  return owner != nullptr ? QString::fromLocal8Bit(owner->gr_name) : QString();
+  if (owner == nullptr) return std::nullopt;
+  return owner->gr_name;
 }
 
 }  // namespace
@@ -45,27 +51,26 @@ QString SerialDevice(int number, const QString& application_folder) {
   return first;
 }
 
-QString WhyDeviceIsClosed(const QString& device) {
+std::optional<Fault> WhyDeviceIsClosed(const QString& device) {
   const QByteArray path = QFile::encodeName(device);
+  const std::string name = FromQt(device);
   if (::access(path.constData(), F_OK) != 0) {
-    return QStringLiteral("%1 is not there. Is the cable plugged in?").arg(device);
+    return Fault{name, name + " is not there. Is the cable plugged in?"};
   }
   if (::access(path.constData(), R_OK | W_OK) != 0) {
-    const QString group = GroupOf(path);
-    if (group.isEmpty()) {
-      return QStringLiteral(
-                 "No permission for %1, and no group may use it: its owner must change its rights.")
-          .arg(device);
+    const std::optional<std::string> group = GroupOf(path);
+    const std::string refused = "No permission for " + name;
+    if (!group) {
+      return Fault{name, refused + ", and no group may use it: its owner must change its rights."};
     }
-    return QStringLiteral(
-               "No permission for %1. Join the group \"%2\" and log in again: sudo usermod -aG %2 $USER")
-        .arg(device, group);
+    return Fault{name, refused + ". Join the group \"" + *group + "\" and log in again: sudo usermod -aG " +
+                           *group + " $USER"};
   }
   struct stat about {};
   if (::stat(path.constData(), &about) == 0 && !S_ISCHR(about.st_mode)) {
-    return QStringLiteral("%1 is not a serial port.").arg(device);
+    return Fault{name, name + " is not a serial port."};
   }
-  return {};
+  return std::nullopt;
 }
 
 bool SerialLineLives(int handle) {

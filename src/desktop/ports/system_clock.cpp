@@ -6,11 +6,11 @@
 namespace kestrum {
 
 DateTime SystemClock::Now() const {
-  constexpr qint64 kMinute_ms = 60000;
+  constexpr qint64 kMinuteMs = 60000;
   const qint64 now_ms = QDateTime::currentMSecsSinceEpoch();
   // Each question for the zone looks at its file; zones change their offset at a full minute.
-  if (now_ms / kMinute_ms != asked_minute_) {
-    asked_minute_ = now_ms / kMinute_ms;
+  if (now_ms / kMinuteMs != asked_minute_) {
+    asked_minute_ = now_ms / kMinuteMs;
     offset_s_ = QDateTime::fromMSecsSinceEpoch(now_ms).offsetFromUtc();
   }
   const QDateTime now = QDateTime::fromMSecsSinceEpoch(now_ms, Qt::OffsetFromUTC, offset_s_);

@@ -20,9 +20,9 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr unsigned kRate_hz = 48000;
-constexpr unsigned kLatency_us = 60000;
-constexpr std::size_t kChunk = kRate_hz / 100;      // newer tones wait for no more than this
+constexpr unsigned kRateHz = 48000;
+constexpr unsigned kLatencyUs = 60000;
+constexpr std::size_t kChunk = kRateHz / 100;       // newer tones wait for no more than this
 constexpr std::chrono::seconds kKeepOpen{3};        // after the last tone
 constexpr std::chrono::seconds kTryAgainAfter{15};  // when there was no sound card
 constexpr std::chrono::milliseconds kEndPatience{300};
@@ -53,7 +53,7 @@ class Player {
         Drop();
       } else if (Opened()) {
         Drop();
-        Write(ToneSamples(*tones, kRate_hz));
+        Write(ToneSamples(*tones, kRateHz));
       }
     }
   }
@@ -84,7 +84,7 @@ class Player {
     failed_.reset();
     if (snd_pcm_open(&device_, "default", SND_PCM_STREAM_PLAYBACK, 0) < 0) device_ = nullptr;
     if (device_ != nullptr && snd_pcm_set_params(device_, SND_PCM_FORMAT_S16, SND_PCM_ACCESS_RW_INTERLEAVED,
-                                                 1, kRate_hz, 1, kLatency_us) < 0) {
+                                                 1, kRateHz, 1, kLatencyUs) < 0) {
       Close();
     }
     if (device_ == nullptr) failed_ = SteadyClock::now();

@@ -9,7 +9,7 @@ namespace kestrum {
 namespace {
 
 constexpr double kStrength = 0.5 * INT16_MAX;
-constexpr int kEdge_ms = 6;
+constexpr int kEdgeMs = 6;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ std::vector<std::int16_t> ToneSamples(const std::vector<Tone>& tones, int rate_h
   std::vector<std::int16_t> samples;
   for (const Tone& tone : tones) {
     const int count = std::max(0, tone.duration_ms) * rate_hz / 1000;
-    const double edge = std::max(1.0, std::min(kEdge_ms * rate_hz / 1000.0, count / 2.0));
+    const double edge = std::max(1.0, std::min(kEdgeMs * rate_hz / 1000.0, count / 2.0));
     for (int i = 0; i < count; ++i) {
       const double swell = std::min(1.0, std::min(i, count - 1 - i) / edge);
       const double phase = 2 * std::numbers::pi * tone.frequency_hz * i / rate_hz;

@@ -18,7 +18,7 @@ namespace {
 constexpr double kTailShare = 0.55;      // size of what follows the first blank
 constexpr double kLineHeight = 1.16;     // of a font, in its pixel size
 constexpr double kSmallestShare = 0.75;  // of its font, before a text is shortened
-constexpr double kMeasure_px = 100;      // size in which texts are measured
+constexpr double kMeasurePx = 100;       // size in which texts are measured
 constexpr double kLargestWithoutEnd = 1000;
 constexpr double kValueShare = 0.46;  // size of the values against the S value
 constexpr double kSecondLine = 1.08;  // how far two values stand apart, in their size
@@ -48,8 +48,8 @@ double BasePixels(const QWidget& widget) {
 
 double WidthAt100(const QFont& base, const QString& text) {
   const Parts parts = Split(text);
-  return QFontMetricsF(Semibold(base, kMeasure_px)).horizontalAdvance(parts.main) +
-         QFontMetricsF(Semibold(base, kMeasure_px)).horizontalAdvance(parts.tail) * kTailShare;
+  return QFontMetricsF(Semibold(base, kMeasurePx)).horizontalAdvance(parts.main) +
+         QFontMetricsF(Semibold(base, kMeasurePx)).horizontalAdvance(parts.tail) * kTailShare;
 }
 
 // Draws the main part and what follows it smaller; `place` is the left end of their base line.
@@ -173,7 +173,7 @@ Readout::Readout(double scale, const QString& longest, QWidget* parent)
 
 QSize Readout::sizeHint() const {
   const double pixels = BasePixels(*this) * scale_;
-  return {static_cast<int>(std::ceil(WidthAt100(font(), longest_) * pixels / kMeasure_px)) + 2,
+  return {static_cast<int>(std::ceil(WidthAt100(font(), longest_) * pixels / kMeasurePx)) + 2,
           static_cast<int>(std::ceil(pixels * kLineHeight))};
 }
 
@@ -182,7 +182,7 @@ QSize Readout::minimumSizeHint() const {
 }
 
 void Readout::ChooseFonts() const {
-  const double by_width = (width() - 2) * kMeasure_px / std::max(1.0, WidthAt100(font(), longest_));
+  const double by_width = (width() - 2) * kMeasurePx / std::max(1.0, WidthAt100(font(), longest_));
   const double pixels = std::min({by_width, height() / kLineHeight, BasePixels(*this) * largest_scale_});
   main_.SetFont(Semibold(font(), pixels));
   tail_.SetFont(Semibold(font(), pixels * kTailShare));
@@ -225,9 +225,8 @@ void SignalLine::ChooseFonts() const {
   // "S9" and "+ 60dB" beside "50000.0 uV" and "20750.0 mV/m" are the longest.
   const double s_width = WidthAt100(font(), QStringLiteral("S9 + 60dB"));
   const double value_width = WidthAt100(font(), QStringLiteral("20750.0 mV/m"));
-  const double pixels =
-      std::min(height() / kLineHeight,
-               width() * kMeasure_px / (s_width + value_width * kValueShare + kMeasure_px / 3));
+  const double pixels = std::min(
+      height() / kLineHeight, width() * kMeasurePx / (s_width + value_width * kValueShare + kMeasurePx / 3));
   s_.SetFont(Semibold(font(), pixels));
   s_tail_.SetFont(Semibold(font(), pixels * kTailShare));
   value_.SetFont(Semibold(font(), pixels * kValueShare));

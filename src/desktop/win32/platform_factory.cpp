@@ -46,8 +46,8 @@ bool ClaimSingleInstance(const QString& folder) {
   return MarkInstance(Native(folder));
 }
 
-std::string WhyNoDisplay(std::span<char*> /*arguments*/) {
-  return {};
+std::optional<Fault> WhyNoDisplay(std::span<char*> /*arguments*/) {
+  return std::nullopt;
 }
 
 }  // namespace kestrum

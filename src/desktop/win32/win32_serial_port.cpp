@@ -40,16 +40,17 @@ std::string NameOf(int number) {
   return "COM" + std::to_string(number);
 }
 
-std::string WhyClosed(const std::string& device, const std::string& settings, unsigned long error) {
+Fault WhyClosed(const std::string& device, const std::string& settings, unsigned long error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
-      return device + " is not there. Is the cable plugged in?";
+      return {device, device + " is not there. Is the cable plugged in?"};
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
-      return device + " is in use by another program. Close it, then choose the port again.";
+      return {device, device + " is in use by another program. Close it, then choose the port again."};
     default:
-      return device + " cannot be opened with \"" + Trim(settings) + "\": " + win32::Reason(error) + ".";
+      return {device,
+              device + " cannot be opened with \"" + Trim(settings) + "\": " + win32::Reason(error) + "."};
   }
 }
 
@@ -70,9 +71,9 @@ bool Win32SerialPort::DeviceIsBack() const {
 
 bool Win32SerialPort::Open() {
   line_.Close();
-  trouble_.clear();
+  trouble_.reset();
   if (number_ <= 0) {
-    trouble_ = "No serial port is chosen.";
+    trouble_ = Fault{"", "No serial port is chosen."};
     return false;
   }
   const std::string device = NameOf(number_);
@@ -94,7 +95,8 @@ void Win32SerialPort::Close() {
 }
 
 void Win32SerialPort::Lose(unsigned long error) {
-  trouble_ = NameOf(number_) + " was lost: " + win32::Reason(error) + ".";
+  const std::string name = NameOf(number_);
+  trouble_ = Fault{name, name + " was lost: " + win32::Reason(error) + "."};
   awaited_ = number_;
   line_.Close();
 }

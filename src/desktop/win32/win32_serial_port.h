@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "common/win32/serial_line.h"
@@ -20,7 +21,7 @@ class Win32SerialPort : public SerialPort {
   void Write(std::string_view bytes) override;
   std::string ReadAll() override;
   std::string DeviceName(int number) const override;
-  std::string Trouble() const override { return trouble_; }
+  std::optional<Fault> Trouble() const override { return trouble_; }
 
  private:
   void Lose(unsigned long error);
@@ -28,7 +29,7 @@ class Win32SerialPort : public SerialPort {
   int number_ = 0;
   std::string settings_;
   win32::SerialLine line_;
-  std::string trouble_;
+  std::optional<Fault> trouble_;
   int awaited_ = 0;  // the port whose device has gone, or was not there; 0 for none
 };
 

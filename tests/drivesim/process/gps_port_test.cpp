@@ -59,7 +59,7 @@ TEST(DrivesimGpsPort, SendsRmcAndGgaEachSecond) {
   }
 }
 
-/// Of a new drive: the first 60 sentences by their kind and time.
+// Of a new drive: the first 60 sentences by their kind and time.
 std::map<std::string, std::string> FirstSentences() {
   DriveProcess drive({"--start-utc", "2024-05-01T12:00:00Z", "--speedup", "50", "--gsa"});
   Client client(drive.File("gps"));
@@ -126,7 +126,7 @@ TEST(DrivesimGpsPort, AfterItsLapsTheCarStands) {
 TEST(DrivesimGpsPort, SilentReceiver) {
   DriveProcess drive({"--speedup", "50", "--faults", "0:gps-silence"});
   const Client client(drive.File("gps"));
-  EXPECT_TRUE(client.ReceiveFor(300).empty());
+  EXPECT_TRUE(client.ReceiveFor(std::chrono::milliseconds(300)).empty());
   drive.Tell("clear");
   EXPECT_FALSE(client.Receive(10).empty());
 }
@@ -145,7 +145,7 @@ TEST(DrivesimGpsPort, VanishesWithoutTheRig) {
 
 TEST(DrivesimGpsPort, AClientThatComesLaterHearsNoOldSentences) {
   DriveProcess drive({"--start-utc", "2024-05-01T12:00:00Z", "--speedup", "100"});
-  ::usleep(300000);  // half a minute of drive that nobody listens to
+  process::LetRunFor(std::chrono::milliseconds(300));  // half a minute of drive that nobody listens to
   Client client(drive.File("gps"));
   const auto fields = Fields(client.Line());
   ASSERT_GT(fields.size(), 1U);

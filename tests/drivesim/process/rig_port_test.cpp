@@ -17,7 +17,7 @@ using testing::HasSubstr;
 const Bytes kReadMeter = {0, 0, 0, 0, 0xF7};
 const Bytes kReadStatus = {0, 0, 0, 0, 0xE7};
 
-/// The control line has been obeyed once it is in the log.
+// The control line has been obeyed once it is in the log.
 bool Told(DriveProcess& drive, const std::string& line) {
   drive.Tell(line);
   return Eventually(
@@ -31,7 +31,7 @@ TEST(DrivesimRigPort, Ft840RepliesByteForByte) {
   ASSERT_TRUE(client.IsOpen());
   EXPECT_THAT(client.Ask(kReadMeter, 5), ElementsAre(200, 200, 200, 200, 0xF7));
   client.Send({0x00, 0x00, 0x42, 0x01, 0x0A});
-  EXPECT_THAT(client.ReceiveFor(100), ElementsAre());
+  EXPECT_THAT(client.ReceiveFor(std::chrono::milliseconds(100)), ElementsAre());
   // 14200.00 kHz is 1420000 = 0x15AAE0
   const Bytes status = client.Ask({0, 0, 0, 2, 0x10}, 19);
   ASSERT_EQ(status.size(), 19U);
@@ -46,7 +46,7 @@ TEST(DrivesimRigPort, Ft817RepliesByteForByte) {
   EXPECT_THAT(client.Ask({0, 0, 0, 0, 0x03}, 5), ElementsAre(0x14, 0x55, 0x00, 0x00, 0x00));
   EXPECT_THAT(client.Ask({0x43, 0x97, 0x00, 0x00, 0x01}, 1), ElementsAre(0x00));
   EXPECT_THAT(client.Ask({0, 0, 0, 0, 0x03}, 5), ElementsAre(0x43, 0x97, 0x00, 0x00, 0x00));
-  EXPECT_THAT(client.ReceiveFor(50), ElementsAre());
+  EXPECT_THAT(client.ReceiveFor(std::chrono::milliseconds(50)), ElementsAre());
 }
 
 TEST(DrivesimRigPort, Ft847RepliesByteForByte) {
@@ -121,7 +121,7 @@ TEST(DrivesimRigPort, FaultsThroughTheControlPipe) {
   ASSERT_TRUE(tell("smeter 3"));
   ASSERT_TRUE(tell("silence"));
   client.Send(kReadMeter);
-  EXPECT_THAT(client.ReceiveFor(150), ElementsAre());
+  EXPECT_THAT(client.ReceiveFor(std::chrono::milliseconds(150)), ElementsAre());
   ASSERT_TRUE(tell("clear"));
   EXPECT_THAT(client.Ask(kReadMeter, 5), ElementsAre(3, 3, 3, 3, 0xF7));
   ASSERT_TRUE(tell("late"));

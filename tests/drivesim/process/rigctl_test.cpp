@@ -8,9 +8,9 @@ namespace {
 
 using testing::HasSubstr;
 
-/// An independent client, rigctl of Debian's libhamlib-utils, drives the set. Without it these tests fail:
-/// the set would then be tried against nothing but our own reading of the protocol.
-Outcome Rigctl(const DriveProcess& drive, int model, const std::string& commands) {
+// An independent client, rigctl of Debian's libhamlib-utils, drives the set. Without it these tests fail:
+// the set would then be tried against nothing but our own reading of the protocol.
+Ending Rigctl(const DriveProcess& drive, int model, const std::string& commands) {
   return RunShell("timeout 30 rigctl -m " + std::to_string(model) + " -r " + drive.File("com1").string() +
                   " -s 9600 " + commands);
 }
@@ -22,7 +22,7 @@ constexpr int kFt857 = 1022;
 constexpr int kFt897 = 1023;
 
 TEST(Rigctl, IsInstalled) {
-  EXPECT_EQ(RunShell("rigctl --version").exit_code, 0);
+  EXPECT_EQ(RunShell("rigctl --version").code, 0);
 }
 
 TEST(Rigctl, DrivesTheFt817) {
@@ -44,8 +44,8 @@ TEST(Rigctl, ReadsStrengthAndLocksTheFt817) {
   drive.Tell("smeter 9");
   ASSERT_TRUE(Eventually([&] { return !ReadFile(drive.File("log")).empty(); }));
   EXPECT_EQ(Rigctl(drive, kFt817, "l STRENGTH").output, "0\n");  // S9 is its zero
-  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 1").exit_code, 0);
-  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 0").exit_code, 0);
+  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 1").code, 0);
+  EXPECT_EQ(Rigctl(drive, kFt817, "U LOCK 0").code, 0);
   const std::string log = ReadFile(drive.File("log"));
   EXPECT_THAT(log, HasSubstr("rx 00 00 00 00 00  lock on\n"));
   EXPECT_THAT(log, HasSubstr("rx 00 00 00 00 80  lock off\n"));
@@ -53,7 +53,7 @@ TEST(Rigctl, ReadsStrengthAndLocksTheFt817) {
 
 TEST(Rigctl, SwitchesTheFt817OffAndOn) {
   DriveProcess drive({"--log", "log"});
-  EXPECT_EQ(Rigctl(drive, kFt817, "set_powerstat 0").exit_code, 0);
+  EXPECT_EQ(Rigctl(drive, kFt817, "set_powerstat 0").code, 0);
   EXPECT_THAT(ReadFile(drive.File("log")), HasSubstr("8F  power off\n"));
   Rigctl(drive, kFt817, "set_powerstat 1");
   EXPECT_THAT(ReadFile(drive.File("log")), HasSubstr("0F  power on\n"));

@@ -29,26 +29,26 @@ constexpr std::array<Row, 13> kBeam = {{{0, 6.99},
 
 TEST(Antenna, TheBeamHasItsLobesAndNulls) {
   for (const Row& row : kBeam) {
-    EXPECT_NEAR(AntennaGainDb(Antenna::Beam, 235 + row.off_deg), row.gain_db, 0.01) << row.off_deg;
-    EXPECT_NEAR(AntennaGainDb(Antenna::Beam, 235 - row.off_deg), row.gain_db, 0.01) << -row.off_deg;
+    EXPECT_NEAR(AntennaGainDb(Antenna::kBeam, 235 + row.off_deg), row.gain_db, 0.01) << row.off_deg;
+    EXPECT_NEAR(AntennaGainDb(Antenna::kBeam, 235 - row.off_deg), row.gain_db, 0.01) << -row.off_deg;
   }
 }
 
 TEST(Antenna, GoesRound) {
   for (int bearing = -360; bearing < 720; bearing += 7) {
-    EXPECT_NEAR(AntennaGainDb(Antenna::Beam, bearing), AntennaGainDb(Antenna::Beam, bearing + 360), 1e-6);
+    EXPECT_NEAR(AntennaGainDb(Antenna::kBeam, bearing), AntennaGainDb(Antenna::kBeam, bearing + 360), 1e-6);
   }
 }
 
 TEST(Antenna, TheVerticalIsTheSameInAllDirections) {
   for (int bearing = 0; bearing < 360; bearing += 5) {
-    EXPECT_EQ(AntennaGainDb(Antenna::Vertical, bearing), 0);
+    EXPECT_EQ(AntennaGainDb(Antenna::kVertical, bearing), 0);
   }
 }
 
 TEST(Antenna, Names) {
-  EXPECT_EQ(AntennaOf("beam"), Antenna::Beam);
-  EXPECT_EQ(AntennaOf("vertical"), Antenna::Vertical);
+  EXPECT_EQ(AntennaOf("beam"), Antenna::kBeam);
+  EXPECT_EQ(AntennaOf("vertical"), Antenna::kVertical);
   EXPECT_FALSE(AntennaOf("dish").has_value());
   EXPECT_FALSE(AntennaOf("").has_value());
 }

@@ -41,7 +41,7 @@ TEST(Nmea, MinutesNeverRoundToSixty) {
   EXPECT_EQ(NmeaLongitude(5.9999990), "00559.9999,E");
 }
 
-/// Body of a sentence after its frame and its checksum were found correct.
+// Body of a sentence after its frame and its checksum were found correct.
 std::string Body(const std::string& sentence) {
   if (sentence.size() < 6 || sentence.front() != '$' || !sentence.ends_with("\r\n")) return "no sentence";
   const std::string body = sentence.substr(1, sentence.size() - 6);

@@ -5,15 +5,17 @@
 #include <filesystem>
 #include <fstream>
 
+#include "support/reason_of.h"
+
 namespace kestrum::drivesim {
 namespace {
 
 TEST(Options, Defaults) {
-  const ParsedOptions parsed = ParseOptions({"--dir", "there"});
-  EXPECT_EQ(parsed.error, "");
-  const Options& options = parsed.options;
+  const Result<Options> parsed = ParseOptions({"--dir", "there"});
+  ASSERT_TRUE(parsed);
+  const Options& options = parsed.value();
   EXPECT_EQ(options.directory, "there");
-  EXPECT_EQ(options.model, sets::Model::FT817);
+  EXPECT_EQ(options.model, sets::Model::kFT817);
   EXPECT_EQ(options.rig.frequency_hz, 3630000U);
   EXPECT_TRUE(options.rig.acknowledges);
   EXPECT_TRUE(options.rig.powered);
@@ -21,27 +23,27 @@ TEST(Options, Defaults) {
   EXPECT_TRUE(options.gps);
   EXPECT_FALSE(options.gsa);
   EXPECT_TRUE(options.faults.empty());
-  EXPECT_EQ(options.antenna, Antenna::Beam);
+  EXPECT_EQ(options.antenna, Antenna::kBeam);
   EXPECT_FALSE(options.laps.has_value());
 }
 
 TEST(Options, EverythingInBothForms) {
-  const ParsedOptions parsed = ParseOptions({"--dir=d",     "--rig=FT840",
-                                             "--frequency", "7050.5",
-                                             "--log",       "l",
-                                             "--control",   "c",
-                                             "--speedup",   "2.5",
-                                             "--seconds",   "30",
-                                             "--start-utc", "2024-05-01T12:00:00Z",
-                                             "--acks",      "off",
-                                             "--power",     "off",
-                                             "--faults",    "1:silence:2",
-                                             "--antenna",   "vertical",
-                                             "--laps",      "1.5",
-                                             "--no-gps",    "--gsa"});
-  EXPECT_EQ(parsed.error, "");
-  const Options& options = parsed.options;
-  EXPECT_EQ(options.model, sets::Model::FT840);
+  const Result<Options> parsed = ParseOptions({"--dir=d",     "--rig=FT840",
+                                               "--frequency", "7050.5",
+                                               "--log",       "l",
+                                               "--control",   "c",
+                                               "--speedup",   "2.5",
+                                               "--seconds",   "30",
+                                               "--start-utc", "2024-05-01T12:00:00Z",
+                                               "--acks",      "off",
+                                               "--power",     "off",
+                                               "--faults",    "1:silence:2",
+                                               "--antenna",   "vertical",
+                                               "--laps",      "1.5",
+                                               "--no-gps",    "--gsa"});
+  ASSERT_TRUE(parsed);
+  const Options& options = parsed.value();
+  EXPECT_EQ(options.model, sets::Model::kFT840);
   EXPECT_EQ(options.rig.frequency_hz, 7050500U);
   EXPECT_EQ(options.log_path, "l");
   EXPECT_EQ(options.control_path, "c");
@@ -51,7 +53,7 @@ TEST(Options, EverythingInBothForms) {
   EXPECT_FALSE(options.rig.acknowledges);
   EXPECT_FALSE(options.rig.powered);
   EXPECT_EQ(options.faults.size(), 1U);
-  EXPECT_EQ(options.antenna, Antenna::Vertical);
+  EXPECT_EQ(options.antenna, Antenna::kVertical);
   EXPECT_EQ(options.laps, 1.5);
   EXPECT_FALSE(options.gps);
   EXPECT_TRUE(options.gsa);
@@ -60,10 +62,10 @@ TEST(Options, EverythingInBothForms) {
 TEST(Options, FaultsFromAFile) {
   const auto path = std::filesystem::path(testing::TempDir()) / "drivesim_options_faults";
   std::ofstream(path) << "# script\n1:late:2\n3:nofix\n";
-  const ParsedOptions parsed = ParseOptions({"--dir", "d", "--faults", path.string()});
+  const Result<Options> parsed = ParseOptions({"--dir", "d", "--faults", path.string()});
   std::filesystem::remove(path);
-  EXPECT_EQ(parsed.error, "");
-  EXPECT_EQ(parsed.options.faults.size(), 2U);
+  ASSERT_TRUE(parsed);
+  EXPECT_EQ(parsed.value().faults.size(), 2U);
 }
 
 TEST(Options, WrongValuesAreNamed) {
@@ -77,17 +79,17 @@ TEST(Options, WrongValuesAreNamed) {
   for (const auto& row : bad) {
     std::vector<std::string> arguments = {"--dir", "d"};
     arguments.insert(arguments.end(), row.begin(), row.end());
-    EXPECT_NE(ParseOptions(arguments).error, "") << row[0] << " " << row.back();
+    EXPECT_FALSE(ParseOptions(arguments)) << row[0] << " " << row.back();
   }
-  EXPECT_EQ(ParseOptions({"--rig", "FT1000", "--dir", "d"}).error,
+  EXPECT_EQ(test::TextOfFault(ParseOptions({"--rig", "FT1000", "--dir", "d"})),
             "--rig wants FT817, FT840, FT847, FT857 or FT897, not \"FT1000\"");
-  EXPECT_EQ(ParseOptions({"--rig"}).error, "--rig wants a value");
+  EXPECT_EQ(test::TextOfFault(ParseOptions({"--rig"})), "--rig wants a value");
 }
 
 TEST(Options, FolderIsNeededExceptForHelpAndVersion) {
-  EXPECT_EQ(ParseOptions({}).error, "--dir is missing");
-  EXPECT_EQ(ParseOptions({"--help"}).error, "");
-  EXPECT_EQ(ParseOptions({"--version"}).error, "");
+  EXPECT_EQ(test::TextOfFault(ParseOptions({})), "--dir is missing");
+  EXPECT_TRUE(ParseOptions({"--help"}));
+  EXPECT_TRUE(ParseOptions({"--version"}));
 }
 
 TEST(Options, TextsOfHelpAndVersion) {

@@ -21,11 +21,11 @@ Moment At(double second) {
   return {second, second};
 }
 
-/// A set on a line, with its log.
+// A set on a line, with its log.
 class Bench {
  public:
   explicit Bench(Model model, const char* script = "")
-      : faults(ParseFaults(script).rows),
+      : faults(ParseFaults(script).value()),
         rig(sets::MakeRig(model, {})),
         line(*rig, faults, log, [this](double) { return meter; }) {}
 
@@ -42,13 +42,13 @@ class Bench {
 };
 
 TEST(RigLine, AnswersAtOnce) {
-  Bench bench(Model::FT817);
+  Bench bench(Model::kFT817);
   EXPECT_THAT(bench.Ask(kReadStatus, 1), ElementsAre(7));
   EXPECT_EQ(bench.line.NextWallS(), kNoEnd);
 }
 
 TEST(RigLine, CommandsMayComeInPiecesOrTogether) {
-  Bench bench(Model::FT817);
+  Bench bench(Model::kFT817);
   EXPECT_THAT(bench.Ask({0, 0}, 1), ElementsAre());
   EXPECT_THAT(bench.Ask({0, 0, 0xE7}, 1.1), ElementsAre(7));
   EXPECT_THAT(bench.Ask({0, 0, 0, 0, 0xE7, 0, 0, 0, 0, 0xF7, 0}, 2), ElementsAre(7, 0xFF));
@@ -56,43 +56,43 @@ TEST(RigLine, CommandsMayComeInPiecesOrTogether) {
 }
 
 TEST(RigLine, ForgetsAnIncompleteCommand) {
-  Bench bench(Model::FT817);
+  Bench bench(Model::kFT817);
   bench.Ask({1, 2, 3}, 1);
   EXPECT_DOUBLE_EQ(bench.line.NextWallS(), 1.2);
   EXPECT_THAT(bench.Ask(kReadStatus, 1.3), ElementsAre(7));
 }
 
 TEST(RigLine, GapIsOfTheWallClock) {
-  Bench bench(Model::FT817);
+  Bench bench(Model::kFT817);
   bench.line.Receive(Bytes{0, 0, 0}, {1.0, 100});
   bench.line.Receive(Bytes{0, 0xE7}, {1.1, 110});
   EXPECT_THAT(bench.line.TakeOutput({1.1, 110}), ElementsAre(7));
 }
 
 TEST(RigLine, Silence) {
-  Bench bench(Model::FT840, "10:silence:5");
+  Bench bench(Model::kFT840, "10:silence:5");
   EXPECT_THAT(bench.Ask(kReadMeter, 9), ElementsAre(7, 7, 7, 7, 0xF7));
   EXPECT_THAT(bench.Ask(kReadMeter, 10), ElementsAre());
   EXPECT_THAT(bench.Ask(kReadMeter, 15), ElementsAre(7, 7, 7, 7, 0xF7));
 }
 
 TEST(RigLine, ShortLongAndWrongFiveByteReplies) {
-  Bench bench(Model::FT840, "1:short:1,2:long:1,3:wrong:1");
+  Bench bench(Model::kFT840, "1:short:1,2:long:1,3:wrong:1");
   EXPECT_THAT(bench.Ask(kReadMeter, 1), ElementsAre(7, 7, 7, 7));
   EXPECT_THAT(bench.Ask(kReadMeter, 2), ElementsAre(7, 7, 7, 7, 0xF7, 0x55, 0x55, 0x55, 0x55, 0x55));
   EXPECT_THAT(bench.Ask(kReadMeter, 3), ElementsAre(7, 7, 7, 7, 0xEE));
 }
 
 TEST(RigLine, ShortLongAndWrongOneByteReplies) {
-  Bench bench(Model::FT817, "1:short:1,2:long:1,3:wrong:1");
+  Bench bench(Model::kFT817, "1:short:1,2:long:1,3:wrong:1");
   EXPECT_THAT(bench.Ask(kReadStatus, 1), ElementsAre());
   EXPECT_THAT(bench.Ask(kReadStatus, 2), ElementsAre(7, 0x55, 0x55, 0x55, 0x55, 0x55));
   EXPECT_THAT(bench.Ask(kReadStatus, 3), ElementsAre(7, 0, 0, 0, 0xEE));
 }
 
 TEST(RigLine, GarbageIsTheSameOnEachDrive) {
-  Bench a(Model::FT840, "0:garbage");
-  Bench b(Model::FT840, "0:garbage");
+  Bench a(Model::kFT840, "0:garbage");
+  Bench b(Model::kFT840, "0:garbage");
   const Bytes right = {7, 7, 7, 7, 0xF7};
   for (int i = 1; i < 50; ++i) {
     const Bytes noise = a.Ask(kReadMeter, i);
@@ -104,7 +104,7 @@ TEST(RigLine, GarbageIsTheSameOnEachDrive) {
 }
 
 TEST(RigLine, LateRepliesComeAfterTheLoggerHasLooked) {
-  Bench bench(Model::FT817, "0:late:10");
+  Bench bench(Model::kFT817, "0:late:10");
   EXPECT_THAT(bench.Ask(kReadStatus, 1), ElementsAre());
   EXPECT_DOUBLE_EQ(bench.line.NextWallS(), 1.08);
   EXPECT_THAT(bench.line.TakeOutput(At(1.05)), ElementsAre());
@@ -112,7 +112,7 @@ TEST(RigLine, LateRepliesComeAfterTheLoggerHasLooked) {
 }
 
 TEST(RigLine, NothingOvertakesALateReply) {
-  Bench bench(Model::FT817, "0:late:1.01");
+  Bench bench(Model::kFT817, "0:late:1.01");
   bench.Ask(kReadStatus, 1);
   bench.meter = 9;
   EXPECT_THAT(bench.Ask(kReadStatus, 1.02), ElementsAre());
@@ -120,7 +120,7 @@ TEST(RigLine, NothingOvertakesALateReply) {
 }
 
 TEST(RigLine, ResetForgetsEverything) {
-  Bench bench(Model::FT817, "0:late");
+  Bench bench(Model::kFT817, "0:late");
   bench.Ask(kReadStatus, 1);
   bench.Ask({0, 0}, 1);
   bench.line.Reset();
@@ -130,7 +130,7 @@ TEST(RigLine, ResetForgetsEverything) {
 
 TEST(RigLine, AnAcknowledgeThatNobodyTookComesBeforeTheNextReading) {
   // What the logger then sees: one reading of zero after each setting, because it never empties its input.
-  Bench bench(Model::FT817);
+  Bench bench(Model::kFT817);
   bench.line.Receive(Bytes{0x01, 0x42, 0x00, 0x00, 0x01}, At(1));
   bench.line.Receive(kReadStatus, At(1.01));
   EXPECT_THAT(bench.line.TakeOutput(At(1.02)), ElementsAre(0x00, 7));
@@ -138,7 +138,7 @@ TEST(RigLine, AnAcknowledgeThatNobodyTookComesBeforeTheNextReading) {
 
 TEST(RigLine, LogHasOneLineForEachThing) {
   const auto path = std::filesystem::path(testing::TempDir()) / "drivesim_rig_line_log";
-  Bench bench(Model::FT840, "2:silence:1,3:short:1");
+  Bench bench(Model::kFT840, "2:silence:1,3:short:1");
   ASSERT_TRUE(bench.log.Open(path.string()));
   bench.Ask(kReadMeter, 1.2345);
   bench.Ask({0x00, 0x00, 0x42, 0x01, 0x0A}, 1.5);

@@ -12,7 +12,7 @@ namespace {
 constexpr Position kSite{51.95, 5.533333};
 constexpr double kRad = std::numbers::pi / 180;
 
-/// By the haversine formula, not by the flat map that the route is drawn on.
+// By the haversine formula, not by the flat map that the route is drawn on.
 double DistanceM(Position a, Position b) {
   const double lat = std::sin((b.lat_deg - a.lat_deg) * kRad / 2);
   const double longitude = std::sin((b.long_deg - a.long_deg) * kRad / 2);
@@ -26,7 +26,7 @@ double Turn(double from_deg, double to_deg) {
   return std::fabs(turn);
 }
 
-/// Whether the car turns off within the next metres.
+// Whether the car turns off within the next metres.
 bool NearATurn(const Route& route, double along_m) {
   for (const double turn_m : route.TurnsM()) {
     if (std::fabs(std::fmod(along_m, route.LengthM()) - turn_m) < 60) return true;

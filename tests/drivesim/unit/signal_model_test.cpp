@@ -19,9 +19,9 @@ TEST(SignalModel, PathLevelFallsWithDistance) {
 }
 
 TEST(SignalModel, SameSeedSameLevel) {
-  const SignalModel a(42, 40000, Antenna::Beam);
-  const SignalModel b(42, 40000, Antenna::Beam);
-  const SignalModel other(43, 40000, Antenna::Beam);
+  const SignalModel a(42, 40000, Antenna::kBeam);
+  const SignalModel b(42, 40000, Antenna::kBeam);
+  const SignalModel other(43, 40000, Antenna::kBeam);
   bool differs = false;
   for (int i = 0; i < 2000; ++i) {
     CarState car;
@@ -35,7 +35,7 @@ TEST(SignalModel, SameSeedSameLevel) {
 }
 
 TEST(SignalModel, ShadowsAreAlikeAtNearPlacesAndUnlikeAtFarOnes) {
-  const SignalModel model(1, 40000, Antenna::Vertical);
+  const SignalModel model(1, 40000, Antenna::kVertical);
   double power = 0;
   double near = 0;
   double far = 0;
@@ -50,13 +50,13 @@ TEST(SignalModel, ShadowsAreAlikeAtNearPlacesAndUnlikeAtFarOnes) {
 }
 
 TEST(SignalModel, ShadowsStayWhereTheyAreLapAfterLap) {
-  const SignalModel model(1, 40000, Antenna::Vertical);
+  const SignalModel model(1, 40000, Antenna::kVertical);
   EXPECT_DOUBLE_EQ(model.ShadowDb(1234), model.ShadowDb(41234));
   EXPECT_NEAR(model.ShadowDb(39999.9), model.ShadowDb(0), 0.1);
 }
 
 TEST(SignalModel, FadingIsSlowInAStandingCarAndFastInAMovingOne) {
-  const SignalModel model(1, 40000, Antenna::Vertical);
+  const SignalModel model(1, 40000, Antenna::kVertical);
   double standing = 0;
   double moving = 0;
   double largest = 0;
@@ -70,8 +70,8 @@ TEST(SignalModel, FadingIsSlowInAStandingCarAndFastInAMovingOne) {
 }
 
 TEST(SignalModel, TheBeamIsHeardByItsPatternAndTheTunnelDampsIt) {
-  const SignalModel beam(1, 40000, Antenna::Beam);
-  const SignalModel vertical(1, 40000, Antenna::Vertical);
+  const SignalModel beam(1, 40000, Antenna::kBeam);
+  const SignalModel vertical(1, 40000, Antenna::kVertical);
   CarState car;
   car.distance_m = 1000;
   car.bearing_deg = 235;

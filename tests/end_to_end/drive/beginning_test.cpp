@@ -28,10 +28,6 @@ class Beginning : public ::testing::Test {
             car_.File(""),
             false};
   }
-  static void Wait(milliseconds duration) {
-    const auto end = std::chrono::steady_clock::now() + duration;
-    Eventually([&] { return std::chrono::steady_clock::now() >= end; });
-  }
 
   Car car_{KESTRUM_PROGRAMS};
 };
@@ -63,7 +59,7 @@ TEST_F(Beginning, AReaderThatHasJustBeenStartedEndsWithTheLogger) {
   for (int round = 0; round < 12; ++round) {
     const auto kestrum = car_.StartKestrum({});
     ASSERT_TRUE(Eventually([&] { return !car_.Readers().empty(); }));
-    Wait(milliseconds(5 * round));
+    process::LetRunFor(milliseconds(5 * round));
     kestrum->Signal(SIGTERM);
     EXPECT_EQ(kestrum->Wait(), 0);
     EXPECT_TRUE(car_.NothingLeft()) << "after " << 5 * round << " ms";
@@ -73,7 +69,7 @@ TEST_F(Beginning, AReaderThatHasJustBeenStartedEndsWithTheLogger) {
 TEST_F(Beginning, WithoutABusTheReaderEndsWithTheLoggerToo) {
   const auto kestrum = car_.StartKestrum({}, {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
   ASSERT_TRUE(Eventually([&] { return !car_.Readers().empty(); }));
-  Wait(milliseconds(500));
+  process::LetRunFor(milliseconds(500));
   kestrum->Signal(SIGTERM);
   EXPECT_EQ(kestrum->Wait(), 0);
   EXPECT_TRUE(car_.NothingLeft());

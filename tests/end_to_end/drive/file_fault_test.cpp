@@ -78,8 +78,7 @@ TEST(Config, WhatIsNoFileIsToldAndLeftAlone) {
       std::filesystem::create_symlink("/dev/zero", path);
     }
     const auto kestrum = car.StartKestrum({});
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    EXPECT_TRUE(kestrum->Running());
+    EXPECT_TRUE(process::StaysTrueFor(std::chrono::milliseconds(300), [&] { return kestrum->Running(); }));
     kestrum->Signal(SIGTERM);
     EXPECT_GE(kestrum->Wait(), 0) << "it hears of the signal";
     const auto found = std::filesystem::symlink_status(path).type();
@@ -99,8 +98,8 @@ TEST(Config, ATornFileIsToldAndLeftAlone) {
     process::WriteFile(car.File("Kestrum.cfg"), torn);
     const auto kestrum = car.StartKestrum({"--start-logging"});
     // The box stands before the rig and the reader are touched.
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    EXPECT_TRUE(kestrum->Running()) << length;
+    EXPECT_TRUE(process::StaysTrueFor(std::chrono::milliseconds(300), [&] { return kestrum->Running(); }))
+        << length;
     kestrum->Signal(SIGTERM);
     EXPECT_EQ(kestrum->Wait(), 0) << length;
     EXPECT_EQ(car.config(), torn) << length;

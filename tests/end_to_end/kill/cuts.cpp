@@ -155,7 +155,7 @@ CutTable Kills(int kills, unsigned seed) {
   for (int kill = 0; kill < kills; ++kill) {
     process::Child writer({{KESTRUM_WRITER, scratch.path().string()}, {}, {}});
     if (kill % 2 == 0) writer.ReadLine();  // every other time within the start
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 60000));
+    process::LetComeWithin(std::chrono::milliseconds(60), random);
     writer.Kill();
     if (writer.Wait() != -SIGKILL) std::fputs("the program has ended before it was killed\n", stderr);
     if (!ConfigurationIsWhole(scratch.File("Kestrum.cfg"))) ++table.broken_configurations;

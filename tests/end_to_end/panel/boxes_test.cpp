@@ -4,18 +4,18 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QTest>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
 
-constexpr int kInterval_ms = 200;
+constexpr int kIntervalMs = 200;
 
 // How long each box is held open; KESTRUM_BOX_SECONDS lengthens it.
 std::chrono::milliseconds HeldOpen() {
@@ -43,11 +43,11 @@ QAction* EditorMenu(const char* name) {
 TEST_P(MenuBox, StopsNoMeasuring) {
   const BoxRow& row = GetParam();
   CarSetup setup;
-  setup.interval_ms = kInterval_ms;
+  setup.interval_ms = kIntervalMs;
   Start(setup);
   process::WriteFile(File("there.cfg"), "x");
   Press("cmdLoggin");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return Readings() >= 2; }, 20000));
+  ASSERT_TRUE(process::WaitFor([this] { return Readings() >= 2; }));
   if (row.in_editor) Menu("mnuCalibration");
 
   int before = row.boxes_before;
@@ -88,7 +88,7 @@ TEST_P(MenuBox, StopsNoMeasuring) {
   (row.in_editor ? EditorMenu(row.menu) : Find<QAction>(row.menu))->trigger();
   ASSERT_TRUE(measured) << "no box came";
   // A cycle takes the 50 ms of its reading beside the interval, and a loaded machine a little more.
-  const auto due = static_cast<std::size_t>(HeldOpen().count() / (kInterval_ms + 50));
+  const auto due = static_cast<std::size_t>(HeldOpen().count() / (kIntervalMs + 50));
   std::printf("%-18s open %5d ms: %3zu readings, %3d records\n", row.name,
               static_cast<int>(HeldOpen().count()), readings, records);
   EXPECT_GE(readings * 2, due);

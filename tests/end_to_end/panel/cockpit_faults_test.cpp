@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QTest>
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 
@@ -15,13 +15,14 @@
 #include "desktop/widgets/picture_widget.h"
 #include "desktop/widgets/readout.h"
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kPatienceMs = 40000;
+constexpr std::chrono::seconds kLongPatience{40};
 constexpr int kWithin = 2;          // looks: two seconds
 constexpr int kBoundary = 1;        // a fault comes between two looks
 constexpr int kReaderIsFrozen = 5;  // by then nothing was heard of it
@@ -38,7 +39,7 @@ class CockpitFaults : public Panel {
       ++looks_;
     };
     Press("cmdLoggin");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return AllIsWell(); }, kPatienceMs));
+    ASSERT_TRUE(process::WaitFor([&] { return AllIsWell(); }, kLongPatience));
   }
   template <class T>
   static T* On(const char* window, const char* name) {
@@ -73,13 +74,13 @@ class CockpitFaults : public Panel {
   // From now on the lamp says so, and what is no longer true is faded, within so many looks.
   void ExpectTold(const char* lamp, const char* words, bool (*faded)(), int within = kWithin) {
     const int from = looks_;
-    const bool told =
-        QTest::qWaitFor([&] { return Words(lamp) == words && (faded == nullptr || faded()); }, kPatienceMs);
+    const bool told = process::WaitFor([&] { return Words(lamp) == words && (faded == nullptr || faded()); },
+                                       kLongPatience);
     EXPECT_TRUE(told) << lamp << " says " << Words(lamp) << " instead of " << words;
     EXPECT_LE(looks_ - from, within + kBoundary) << words;
   }
   void ExpectWell() {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return AllIsWell(); }, kPatienceMs))
+    EXPECT_TRUE(process::WaitFor([&] { return AllIsWell(); }, kLongPatience))
         << Words("lmpLog") << ", " << Words("lmpGps") << ", " << Words("lmpRig");
   }
 
@@ -161,7 +162,7 @@ TEST_F(CockpitFaults, TheDiskIsFull) {
       return box != nullptr && box->isVisible() && box->text().contains(QStringLiteral("No space left"));
     });
   };
-  ASSERT_TRUE(QTest::qWaitFor(refused, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor(refused, kLongPatience));
   ExpectTold("lmpLog", "NOT SAVED", nullptr, 0);
 }
 

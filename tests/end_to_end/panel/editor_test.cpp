@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
@@ -29,7 +30,7 @@ std::string Rows(const std::string& file) {
 }
 
 bool IsThere(const std::string& file) {
-  return QTest::qWaitFor([&] { return std::filesystem::exists(file); }, 20000);
+  return process::WaitFor([&] { return std::filesystem::exists(file); });
 }
 
 TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
@@ -45,19 +46,17 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   };
   for (const Level& level : {Level{"010", "0.15"}, {"140", "33"}, {"200", "700"}}) {
     TellDrive(std::string("smeter ") + level.raw);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw); },
-        20000))
-        << level.raw;
+    ASSERT_TRUE(process::WaitFor([&] {
+      return InEditor<QWidget>("lblSraw")->property("text").toString() == QLatin1String(level.raw);
+    })) << level.raw;
     InEditor<QLineEdit>("txtEdit")->setText(QString());
     QTest::keyClicks(InEditor<QLineEdit>("txtEdit"), QLatin1String(level.microvolt));
     PressInEditor("cmduVStore");
   }
   PressInEditor("cmdSup");
   TellDrive("smeter 40");
-  ASSERT_TRUE(QTest::qWaitFor(
-      [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); },
-      20000));
+  ASSERT_TRUE(process::WaitFor(
+      [&] { return InEditor<QWidget>("lblSraw")->property("text").toString() == QStringLiteral("040"); }));
   PressInEditor("cmdSstore");
 
   InEditor<QAction>("mnuSave1")->trigger();
@@ -74,7 +73,7 @@ TEST_F(Panel, ATableMadeFromLiveReadingsComesBackFromItsFile) {
   EXPECT_NE(Rows(File("Calibration2.cfg")), made);
   InEditor<QAction>("mnuLoadConf1")->trigger();
   InEditor<QAction>("mnuSave2")->trigger();
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Rows(File("Calibration2.cfg")) == made; }, 20000));
+  EXPECT_TRUE(process::WaitFor([&] { return Rows(File("Calibration2.cfg")) == made; }));
   EXPECT_TRUE(boxes().empty());
 }
 

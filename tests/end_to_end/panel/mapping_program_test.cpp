@@ -1,16 +1,17 @@
 // The mapping program as the menu starts it, on a display of its own.
 #include <gtest/gtest.h>
 
-#include <QTest>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
 
-constexpr int kPatienceMs = 30000;
+constexpr std::chrono::seconds kLongPatience{30};
 
 // For the programs that are started meanwhile; this one has its display already.
 class Variable {
@@ -52,7 +53,7 @@ class MappingProgram : public Panel {
 };
 
 TEST_F(MappingProgram, ComesUpMinimisedAndShowsTheDriveThatIsBeingLogged) {
-  std::filesystem::create_hard_link(KESTRUM_ORVANDI, File("Orvandi"));
+  process::Install(KESTRUM_ORVANDI, File("Orvandi"));
   process::Child display({{"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"},
                           {},
                           {},
@@ -66,8 +67,8 @@ TEST_F(MappingProgram, ComesUpMinimisedAndShowsTheDriveThatIsBeingLogged) {
   setup.interval_ms = 1000;
   Start(setup);
   Press("cmdLoggin");
-  ASSERT_TRUE(
-      QTest::qWaitFor([this] { return std::filesystem::exists(File("RSSI-GPS.log.pending")); }, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor([this] { return std::filesystem::exists(File("RSSI-GPS.log.pending")); },
+                               kLongPatience));
   Menu("mnuOrvandi");
   EXPECT_TRUE(Find<QAction>("mnuOrvandi")->isChecked());
   // Its title names the log: the records of a block that is not written yet are on its map.
@@ -76,7 +77,7 @@ TEST_F(MappingProgram, ComesUpMinimisedAndShowsTheDriveThatIsBeingLogged) {
     window = Window();
     return window.find("RSSI-GPS.log") != std::string::npos;
   };
-  EXPECT_TRUE(QTest::qWaitFor(shows_the_drive, kPatienceMs)) << window;
+  EXPECT_TRUE(process::WaitFor(shows_the_drive, kLongPatience)) << window;
   EXPECT_NE(window.find("Initial state is Iconic State"), std::string::npos) << window;
   EXPECT_FALSE(std::filesystem::exists(File("RSSI-GPS.log")));
   EXPECT_EQ(process::ProcessesOf(File("Orvandi")).size(), 1U);

@@ -7,12 +7,13 @@
 #include <csignal>
 #include <filesystem>
 
+#include "support_process/qt_waits.h"
+
 namespace kestrum::end_to_end {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kPatienceMs = 20000;
 constexpr const char* kNoBus = "unix:path=/nonexistent";
 
 }  // namespace
@@ -48,9 +49,7 @@ void Panel::BringReader() {
   ASSERT_NE(bus_->address(), "");
   qputenv("DBUS_SESSION_BUS_ADDRESS", bus_->address().c_str());
   fs::remove(File("Posdex"));
-  std::error_code error;
-  fs::create_hard_link(KESTRUM_POSDEX, File("Posdex"), error);
-  if (error) fs::copy_file(KESTRUM_POSDEX, File("Posdex"));
+  process::Install(KESTRUM_POSDEX, File("Posdex"));
   process::WriteFile(File("posdex.conf"), "source=serial:gps@4800\n");
 }
 
@@ -85,7 +84,7 @@ void Panel::Start(const CarSetup& setup, const std::vector<std::string>& drive_a
 
 void Panel::TellDrive(const std::string& line) {
   drive_->Tell(line);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return rig_.Says("control: " + line); }, kPatienceMs)) << line;
+  ASSERT_TRUE(process::WaitFor([&] { return rig_.Says("control: " + line); })) << line;
 }
 
 QWidget* Panel::Form1() {
@@ -108,7 +107,7 @@ void Panel::TypeFrequency(const char* text) {
 }
 
 bool Panel::WaitForText(const char* label, const std::string& text) {
-  return QTest::qWaitFor([&] { return Text(label) == text; }, kPatienceMs);
+  return process::WaitFor([&] { return Text(label) == text; });
 }
 
 std::vector<std::string> Panel::Sent(std::size_t count) {
@@ -123,13 +122,11 @@ std::vector<std::string> Panel::Sent(std::size_t count) {
     sent.erase(std::remove_if(sent.begin(), sent.end(), is_read), sent.end());
   };
   const std::size_t from = taken_;
-  const bool enough = QTest::qWaitFor(
-      [&] {
-        taken_ = from;
-        look();
-        return sent.size() >= count;
-      },
-      kPatienceMs);
+  const bool enough = process::WaitFor([&] {
+    taken_ = from;
+    look();
+    return sent.size() >= count;
+  });
   EXPECT_TRUE(enough);
   return sent;
 }

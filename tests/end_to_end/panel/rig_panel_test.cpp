@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
@@ -134,19 +135,19 @@ TEST_F(Panel, AcrossThirtyMegahertzABlockEndsAndTheTableChanges) {
   Press("cmdLoggin");
   EXPECT_THAT(Sent(1), ElementsAre("00 00 00 00 80"));
   std::size_t readings = Readings();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Readings() >= readings + 5; }, 20000));
+  ASSERT_TRUE(process::WaitFor([&] { return Readings() >= readings + 5; }));
   Press("cmdUp");
   EXPECT_THAT(Sent(1), ElementsAre("00 04 00 03 0A"));
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Log().size() == 1; }, 20000));  // written beside the program
+  ASSERT_TRUE(process::WaitFor([&] { return Log().size() == 1; }));  // written beside the program
   readings = Readings();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Readings() >= readings + 5; }, 20000));
+  ASSERT_TRUE(process::WaitFor([&] { return Readings() >= readings + 5; }));
   Press("cmdDown");
   EXPECT_THAT(Sent(1), ElementsAre("00 95 99 02 0A"));
   readings = Readings();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Readings() >= readings + 5; }, 20000));
+  ASSERT_TRUE(process::WaitFor([&] { return Readings() >= readings + 5; }));
   Press("cmdLoggin");
 
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Log().size() == 3; }, 20000));
+  ASSERT_TRUE(process::WaitFor([&] { return Log().size() == 3; }));
   const auto blocks = Log();
   EXPECT_NE(blocks[0].header.find(",  FT857 LSB  29995 kHz, "), std::string::npos) << blocks[0].header;
   EXPECT_NE(blocks[1].header.find(",  FT857 LSB  30004 kHz, "), std::string::npos) << blocks[1].header;

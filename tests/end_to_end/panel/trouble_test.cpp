@@ -8,11 +8,10 @@
 #include <csignal>
 
 #include "panel.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::end_to_end {
 namespace {
-
-constexpr int kPatienceMs = 20000;
 
 TEST_F(Panel, APortThatReturnsMeasuresAgainOnceItIsChosen) {
   CarSetup setup;
@@ -26,7 +25,7 @@ TEST_F(Panel, APortThatReturnsMeasuresAgainOnceItIsChosen) {
   ASSERT_TRUE(WaitForText("lblCatComment", "Comport not open !"));
   ASSERT_TRUE(WaitForText("lblRSSI", "S0"));
   TellDrive("clear");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return rig().Says("com1 returned"); }, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor([&] { return rig().Says("com1 returned"); }));
   const std::size_t readings = Readings();
   Menu("mnuCom1");
   EXPECT_THAT(Sent(1), testing::ElementsAre("00 00 00 00 0C"));
@@ -87,13 +86,13 @@ TEST_F(Panel, UnderTheBoxOfAFullDiskMeasuringGoesOn) {
     }
     return static_cast<QMessageBox*>(nullptr);
   };
-  ASSERT_TRUE(QTest::qWaitFor([&] { return notice() != nullptr; }, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor([&] { return notice() != nullptr; }));
   EXPECT_GE(rig().Count(kReadMeter), 100U);
   EXPECT_EQ(notice()->windowTitle(), QStringLiteral("Kestrum Auto field strenght logger V1.02"));
   EXPECT_EQ(notice()->text(), QStringLiteral("Error saving data \nNo space left on device\n/dev/full"));
   // The records are lost and not retried, and nobody has to answer the box for the drive to go on.
   const auto readings = rig().Count(kReadMeter);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return rig().Count(kReadMeter) >= readings + 5; }, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor([&] { return rig().Count(kReadMeter) >= readings + 5; }));
   EXPECT_NE(notice(), nullptr);
   EXPECT_LT(std::stoi(Text("lblCatCount")), 100);
 }
@@ -116,7 +115,7 @@ TEST_P(EndUnderABox, RecordsReachTheFileAndTheConfigurationIsSaved) {
   setup.interval_ms = 50;
   Start(setup);
   Press("cmdLoggin");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return Readings() >= 3; }, kPatienceMs));
+  ASSERT_TRUE(process::WaitFor([&] { return Readings() >= 3; }));
   // Measuring goes on under it; then the signal comes, once.
   std::size_t end_at = 0;
   UnderABox([&] {

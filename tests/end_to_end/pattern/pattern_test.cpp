@@ -18,13 +18,13 @@ namespace {
 // 1 km, S9 is 20.7 mV/m (86.32 dBuV/m) in the default calibration, and it falls by 30 dB a decade.
 double SentDb(const orvandi::Sample& sample) {
   return 101.32 - 30 * std::log10(sample.distance_km) +
-         drivesim::AntennaGainDb(drivesim::Antenna::Beam, sample.bearing_deg);
+         drivesim::AntennaGainDb(drivesim::Antenna::kBeam, sample.bearing_deg);
 }
 
 TEST(DrivenLog, HasTheTransmitterInIt) {
   Car car(KESTRUM_PROGRAMS);
   CarSetup setup;
-  setup.antenna = "Beam 235 deg, PWR 10W";
+  setup.antennas = {"Beam 235 deg, PWR 10W"};
   car.Configure(setup);
   // Four minutes of road in fifteen seconds. Faster, a position lies too far behind its reading.
   car.Drive("FT840", 16, {"--laps", "0.1", "--antenna", "beam"});

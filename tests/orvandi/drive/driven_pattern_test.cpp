@@ -99,7 +99,7 @@ TEST_P(DrivenPattern, IsThatOfTheTransmitter) {
   EXPECT_EQ(compared, 36U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Antennas, DrivenPattern, testing::Values(Antenna::Beam, Antenna::Vertical));
+INSTANTIATE_TEST_SUITE_P(Antennas, DrivenPattern, testing::Values(Antenna::kBeam, Antenna::kVertical));
 
 }  // namespace
 }  // namespace kestrum::test

@@ -7,21 +7,20 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include "map/mbtiles_source.h"
 #include "map/tile_layer.h"
 #include "map/url_source.h"
+#include "support_process/qt_waits.h"
 #include "window/tile_server.h"
 
 namespace orvandi {
 namespace {
 
+using kestrum::process::WaitFor;
 using test::ColoredTile;
 using test::TileServer;
 using ::testing::HasSubstr;
-
-constexpr int kPatienceMs = 20'000;
 
 // An MBTiles file with one red tile at zoom 2, column 1, row 1 from the north (2 from the south).
 QString WriteMbTiles(const QTemporaryDir& folder, const QString& format) {
@@ -78,7 +77,7 @@ TEST(MbTiles, RowsAreCountedFromTheSouth) {
   QObject::connect(&source, &TileSource::TileReady, &source,
                    [&](TileId tile, const QImage& image) { got.insert(tile, image); });
   source.SetWanted({{2, 1, 1}, {2, 1, 2}});
-  ASSERT_TRUE(QTest::qWaitFor([&] { return got.size() == 2; }, kPatienceMs));
+  ASSERT_TRUE(WaitFor([&] { return got.size() == 2; }));
   EXPECT_EQ(got.value({2, 1, 1}).pixelColor(10, 10), QColor(Qt::red));
   EXPECT_TRUE(got.value({2, 1, 2}).isNull());
 }
@@ -112,7 +111,7 @@ TEST(UrlSource, AsksPolitely) {
   QList<TileId> tiles;
   for (int x = 0; x < 8; ++x) tiles << TileId{3, x, 4};
   source.SetWanted(tiles);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return ready == 8; }, kPatienceMs));
+  ASSERT_TRUE(WaitFor([&] { return ready == 8; }));
   EXPECT_EQ(server.MostAtOnce(), 2);
   EXPECT_EQ(server.Requests().size(), 8);
   EXPECT_THAT(server.LastHeaders().toStdString(), HasSubstr("User-Agent: Orvandi/"));
@@ -129,7 +128,7 @@ TEST(UrlSource, AsksOnceForWhatItMayKeep) {
       ready = true;
     });
     source.SetWanted({{1, 0, 1}});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ready; }, kPatienceMs));
+    ASSERT_TRUE(WaitFor([&] { return ready; }));
   }
   EXPECT_EQ(server.Requests().size(), 1);
 }
@@ -144,11 +143,11 @@ TEST(UrlSource, AMissingTileIsNoFailureAndAFailingServerIsLeftAlone) {
                    [&](TileId, const QImage& image) { absent += image.isNull() ? 1 : 0; });
   server.Answer(404);
   source.SetWanted({{1, 0, 0}});
-  ASSERT_TRUE(QTest::qWaitFor([&] { return absent == 1; }, kPatienceMs));
+  ASSERT_TRUE(WaitFor([&] { return absent == 1; }));
   EXPECT_EQ(complaints.count(), 0);
   server.Answer(503);
   source.SetWanted({{4, 0, 0}, {4, 1, 0}, {4, 2, 0}, {4, 3, 0}, {4, 4, 0}, {4, 5, 0}});
-  ASSERT_TRUE(QTest::qWaitFor([&] { return complaints.count() >= 1; }, kPatienceMs));
+  ASSERT_TRUE(WaitFor([&] { return complaints.count() >= 1; }));
   EXPECT_THAT(complaints.front().front().toString().toStdString(), HasSubstr("does not answer"));
   source.SetWanted({{4, 6, 0}});
   QCoreApplication::processEvents();
@@ -174,12 +173,10 @@ TEST(TileLayer, PaintsTilesWhereTheyBelongAndCoarserOnesUntilThen) {
   };
   paint();
   EXPECT_FALSE(layer.Complete());
-  ASSERT_TRUE(QTest::qWaitFor(
-      [&] {
-        paint();
-        return layer.Complete();
-      },
-      kPatienceMs));
+  ASSERT_TRUE(WaitFor([&] {
+    paint();
+    return layer.Complete();
+  }));
   const QImage near = paint();
   EXPECT_EQ(near.pixelColor(100, 100), test::TileColor({1, 0, 0}));
   EXPECT_EQ(near.pixelColor(400, 100), test::TileColor({1, 1, 0}));

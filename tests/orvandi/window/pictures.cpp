@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "map/map_view.h"
+#include "support_process/qt_waits.h"
 #include "window/orvandi_window.h"
 #include "window/plot_deck.h"
 #include "window/sample_drive.h"
@@ -19,15 +20,17 @@
 namespace {
 
 using namespace orvandi;
+using kestrum::process::LetEventsRunFor;
+using kestrum::process::WaitFor;
 
 bool Settle(OrvandiWindow& window) {
-  const bool idle = QTest::qWaitFor([&] { return !window.Jobs().Busy(); }, 60'000);
-  QTest::qWait(200);
+  const bool idle = WaitFor([&] { return !window.Jobs().Busy(); }, std::chrono::minutes(1));
+  LetEventsRunFor(std::chrono::milliseconds(200));
   return idle;
 }
 
 void Shoot(OrvandiWindow& window, const QString& path) {
-  QTest::qWait(150);
+  LetEventsRunFor(std::chrono::milliseconds(150));
   if (!window.grab().save(path)) std::fprintf(stderr, "cannot save %s\n", qPrintable(path));
 }
 

@@ -3,15 +3,15 @@
 #include <QAction>
 #include <QLabel>
 #include <QSettings>
-#include <QTest>
 
+#include "support_process/qt_waits.h"
 #include "window/elided_label.h"
 #include "window/notice_bar.h"
 
 namespace orvandi::test {
 namespace {
 
-constexpr int kPatienceMs = 30'000;
+constexpr std::chrono::seconds kLongPatience{30};
 
 }  // namespace
 
@@ -54,7 +54,7 @@ QString WindowTest::Told() const {
 }
 
 bool WindowTest::Wait(const std::function<bool()>& until) {
-  return QTest::qWaitFor(until, kPatienceMs);
+  return kestrum::process::WaitFor(until, kLongPatience);
 }
 
 bool WindowTest::WaitIdle() const {

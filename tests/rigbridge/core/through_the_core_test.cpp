@@ -9,12 +9,12 @@
 namespace kestrum::rigbridge {
 namespace {
 
-/// The program in a scripted car whose rig is the bridge.
+// The program in a scripted car whose rig is the bridge.
 class CarWithBridge {
  public:
   CarWithBridge(const BridgeSettings& settings, const std::string& frequency_khz) : set_(settings) {
     kestrum::Settings wanted = test::ScriptedCar::UsualSettings();
-    wanted.RigModel = settings.act_as == sets::Model::FT817 ? kFT817 : kFT840;
+    wanted.RigModel = settings.act_as == sets::Model::kFT817 ? kFT817 : kFT840;
     wanted.FrequencyText = frequency_khz;
     car_.WriteConfig(wanted, "&On");
     car_.Start();
@@ -59,7 +59,7 @@ TEST(ThroughTheCore, SPointsAreThoseOfTheRig) {
   }
 }
 
-/// Half the way to the neighbours that Kestrum shows, plus what rounding of the microvolts adds.
+// Half the way to the neighbours that Kestrum shows, plus what rounding of the microvolts adds.
 double Tolerance(int raw, int step, double microvolt, double half_digit) {
   const auto shown = [&](int r) { return r <= 234 || r >= 255 || step > 1; };
   int below = raw;
@@ -85,9 +85,9 @@ struct Way {
   int step;
   double highest_db;  // up to which Kestrum has a value
 };
-const Way kWays[] = {{sets::Model::FT840, "3630", 50, 0.05, 1, 60},
-                     {sets::Model::FT817, "7050", 50, 0.05, 16, 48},
-                     {sets::Model::FT817, "145500", 5, 0.005, 16, 48}};
+const Way kWays[] = {{sets::Model::kFT840, "3630", 50, 0.05, 1, 60},
+                     {sets::Model::kFT817, "7050", 50, 0.05, 16, 48},
+                     {sets::Model::kFT817, "145500", 5, 0.005, 16, 48}};
 
 TEST(ThroughTheCore, EveryLevelIsShownToHalfATableStep) {
   for (const Way& way : kWays) {
@@ -109,7 +109,7 @@ TEST(ThroughTheCore, EveryLevelIsShownToHalfATableStep) {
 
 TEST(ThroughTheCore, AnFt817AtTheEndOfItsMeterIsUnknownAsARealOne) {
   BridgeSettings settings;
-  settings.act_as = sets::Model::FT817;
+  settings.act_as = sets::Model::kFT817;
   CarWithBridge car(settings, "7050");
   car.Measure(60);
   EXPECT_EQ(car.raw(), 240);
@@ -118,7 +118,7 @@ TEST(ThroughTheCore, AnFt817AtTheEndOfItsMeterIsUnknownAsARealOne) {
 
 TEST(ThroughTheCore, AllRawValuesArriveUnchanged) {
   BridgeSettings settings;
-  settings.meter.source = MeterSource::Raw;
+  settings.meter.source = MeterSource::kRaw;
   CarWithBridge car(settings, "3630");
   for (int raw = 0; raw < 256; ++raw) {
     car.Measure(raw);

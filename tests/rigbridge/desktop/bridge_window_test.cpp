@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -12,29 +11,22 @@
 
 #include "hamlib_rig.h"
 #include "support_process/files.h"
+#include "support_process/qt_waits.h"
 
 namespace kestrum::rigbridge {
 namespace {
 
+using process::WaitFor;
+
 QString Q(const char* text) {
   return QString::fromUtf8(text);
-}
-
-/// Lets the window live until the condition holds, at most 20 s.
-template <typename Condition>
-bool Lives(Condition condition) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!condition() && clock.elapsed() < 20000)
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-  return condition();
 }
 
 class BridgeWindowTest : public testing::Test {
  protected:
   BridgeWindowTest() {
     bridge.Load({});
-    EXPECT_FALSE(bridge.Start().has_value());
+    EXPECT_TRUE(bridge.Start());
     window = std::make_unique<BridgeWindow>(bridge, rigs);
   }
 
@@ -83,8 +75,8 @@ TEST_F(BridgeWindowTest, ConnectsReadsAndKeepsTheChoice) {
   EXPECT_FALSE(Find<QComboBox>("cboSpeed").isEnabled());
   Find<QComboBox>("cboActAs").setCurrentIndex(1);
   Find<QPushButton>("cmdConnect").click();
-  EXPECT_TRUE(Lives([&] { return TextOf("lblState") == Q("Reading the rig."); }));
-  EXPECT_TRUE(Lives([&] { return TextOf("lblReading").contains(Q(" dB to S9, raw ")); }));
+  EXPECT_TRUE(WaitFor([&] { return TextOf("lblState") == Q("Reading the rig."); }));
+  EXPECT_TRUE(WaitFor([&] { return TextOf("lblReading").contains(Q(" dB to S9, raw ")); }));
   EXPECT_EQ(TextOf("lblRig"), Q("Hamlib Dummy"));
   EXPECT_EQ(TextOf("lblLink"), Q("Waiting for Kestrum: choose FT817 and Com1 in Rig + Comport."));
   EXPECT_EQ(process::ReadFile(scratch.File("rigbridge.conf")),
@@ -104,7 +96,7 @@ TEST_F(BridgeWindowTest, ANetworkRigWantsAHost) {
   EXPECT_FALSE(Find<QComboBox>("cboSpeed").isEnabled());
   device.setCurrentText(Q("localhost:1"));
   Find<QPushButton>("cmdConnect").click();
-  EXPECT_TRUE(Lives([&] {
+  EXPECT_TRUE(WaitFor([&] {
     return TextOf("lblState")
         .startsWith(Q("Nobody listens at localhost:1: is the program running, and its remote control on?"));
   }));

@@ -141,32 +141,22 @@ TEST_F(Ft817Test, APortInUseIsToldWithItsUser) {
 }
 
 TEST_F(BridgeTest, WhatIsInTheWayStays) {
-  struct Outcome {
-    int code;
-    std::string said;
-  };
   const auto run = [&](const std::vector<std::string>& more) {
-    process::Call call{
-        {"sh", "-c", "exec \"$@\" 2>&1", "sh", RIGBRIDGE_PROGRAM, "--no-window", "--dir", Folder()},
-        {},
-        {},
-        false};
+    process::Call call{{RIGBRIDGE_PROGRAM, "--no-window", "--dir", Folder()}, {}, {}};
     call.words.insert(call.words.end(), more.begin(), more.end());
-    process::Child program(call);
-    const std::string line = program.ReadLine();
-    return Outcome{program.Wait(), line};
+    return process::Run(call);
   };
   fs::create_symlink("/dev/serial/by-id/usb-port0", Link());
-  const Outcome link = run({});
+  const process::Ending link = run({});
   EXPECT_EQ(link.code, 1);
-  EXPECT_EQ(link.said,
-            "rigbridge: " + Link() + ": there is a link of that name to /dev/serial/by-id/usb-port0.");
+  EXPECT_EQ(link.output,
+            "rigbridge: " + Link() + ": there is a link of that name to /dev/serial/by-id/usb-port0.\n");
   EXPECT_EQ(fs::read_symlink(Link()), "/dev/serial/by-id/usb-port0");
 
   BridgeProcess first(Folder(), {"--link", "com2"});
-  const Outcome second = run({"--link", "com3"});
+  const process::Ending second = run({"--link", "com3"});
   EXPECT_EQ(second.code, 1);
-  EXPECT_EQ(second.said, "rigbridge: Another rigbridge serves " + Folder() + " already.");
+  EXPECT_EQ(second.output, "rigbridge: Another rigbridge serves " + Folder() + " already.\n");
   EXPECT_EQ(run({"--model", "x"}).code, 2);
 }
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "common/fault_text.h"
+#include "support/reason_of.h"
+
 namespace kestrum::rigbridge {
 namespace {
 
@@ -14,8 +17,8 @@ TEST(BridgeSettings, ConfIsWrittenAndReadBack) {
   settings.model = 1020;
   settings.device = "/dev/serial/by-id/usb-1a86 port0";
   settings.speed = 38400;
-  settings.act_as = Model::FT817;
-  settings.meter = {MeterSource::Raw, LinearScale{-120.5, 0}, -3.25};
+  settings.act_as = Model::kFT817;
+  settings.meter = {MeterSource::kRaw, LinearScale{-120.5, 0}, -3.25};
   settings.link = "com6";
   const std::string text = ConfText(settings);
   EXPECT_EQ(text,
@@ -64,7 +67,8 @@ TEST(BridgeSettings, BadLinesAreToldAndLeaveTheDefault) {
        "not a setting: \"0123456789012345678901234567890123456789...\""}};
   for (const BadLine& row : rows) {
     const ParsedConf parsed = ParseConf(std::string("\n") + row.line + "\noffset=2\nworse\n");
-    EXPECT_EQ(parsed.complaint.value_or(""), std::string("rigbridge.conf line 2: ") + row.complaint);
+    ASSERT_TRUE(parsed.complaint) << row.complaint;
+    EXPECT_EQ(TextOf(*parsed.complaint), std::string("rigbridge.conf line 2: ") + row.complaint);
     BridgeSettings expected;
     expected.meter.offset = 2;
     EXPECT_EQ(ConfText(parsed.settings), ConfText(expected)) << row.line;
@@ -73,31 +77,32 @@ TEST(BridgeSettings, BadLinesAreToldAndLeaveTheDefault) {
 
 TEST(BridgeSettings, BlanksAroundAValueDoNotCount) {
   BridgeSettings settings;
-  EXPECT_EQ(Set(settings, "device", " /dev/ttyUSB0\t"), std::nullopt);
+  EXPECT_TRUE(Set(settings, "device", " /dev/ttyUSB0\t"));
   EXPECT_EQ(settings.device, "/dev/ttyUSB0");
 }
 
 TEST(BridgeSettings, DeviceIsNotLongerThanHamlibTakes) {
   BridgeSettings settings;
-  EXPECT_EQ(Set(settings, "device", std::string(250, 'x')), std::nullopt);
-  EXPECT_NE(Set(settings, "device", std::string(251, 'x')), std::nullopt);
+  EXPECT_TRUE(Set(settings, "device", std::string(250, 'x')));
+  EXPECT_FALSE(Set(settings, "device", std::string(251, 'x')));
 }
 
 TEST(Invocation, OptionsInBothForms) {
-  const Invocation invocation = ParseCommandLine({"--model", "2", "--device=localhost:7356", "--scale",
-                                                  "linear:-120..0", "--no-window", "--dir", "/tmp/x"});
-  EXPECT_EQ(invocation.complaint, std::nullopt);
+  const Result<Invocation> parsed = ParseCommandLine({"--model", "2", "--device=localhost:7356", "--scale",
+                                                      "linear:-120..0", "--no-window", "--dir", "/tmp/x"});
+  ASSERT_TRUE(parsed);
+  const Invocation& invocation = parsed.value();
   using Fields = std::vector<std::pair<std::string, std::string>>;
   EXPECT_EQ(invocation.fields,
             (Fields{{"model", "2"}, {"device", "localhost:7356"}, {"scale", "linear:-120..0"}}));
   EXPECT_FALSE(invocation.window);
   EXPECT_EQ(invocation.directory, "/tmp/x");
-  const Invocation plain = ParseCommandLine({});
+  const Invocation plain = ParseCommandLine({}).value();
   EXPECT_TRUE(plain.window);
   EXPECT_FALSE(plain.list || plain.help || plain.version);
-  EXPECT_TRUE(ParseCommandLine({"--list"}).list);
-  EXPECT_TRUE(ParseCommandLine({"-h"}).help);
-  EXPECT_TRUE(ParseCommandLine({"--version"}).version);
+  EXPECT_TRUE(ParseCommandLine({"--list"}).value().list);
+  EXPECT_TRUE(ParseCommandLine({"-h"}).value().help);
+  EXPECT_TRUE(ParseCommandLine({"--version"}).value().version);
 }
 
 struct BadCall {
@@ -118,7 +123,7 @@ TEST(Invocation, WrongUseIsTold) {
       {{"--dir="}, "--dir wants a folder"},
       {{"--list=1"}, "unknown option \"--list=1\""}};
   for (const BadCall& row : rows)
-    EXPECT_EQ(ParseCommandLine(row.arguments).complaint.value_or(""), row.complaint);
+    EXPECT_EQ(test::TextOfFault(ParseCommandLine(row.arguments)), row.complaint);
 }
 
 TEST(Invocation, HelpNamesEveryOption) {

@@ -20,18 +20,18 @@ struct Row {
 TEST(DialWatch, KnowsWhenTheDialWasMoved) {
   using enum DialWatch::Taken;
   const std::vector<Row> rows = {
-      {"nothing is known", 0, Yes, {}, false},
-      {"Kestrum has set nothing", 0, Yes, {7100000}, false},
-      {"not read yet", 14200000, Yes, {}, false},
-      {"as sent", 14200000, Yes, {14200000, 14200000}, false},
-      {"a step of the synthesizer", 14200000, Yes, {14200000, 14200010}, false},
-      {"moved", 14200000, Yes, {14200000, 14200100}, true},
-      {"moved and back", 14200000, Yes, {14200000, 14200100, 14200000}, false},
-      {"rounded to its channels", 145512345, Yes, {145512500, 145512500}, false},
-      {"rounded, then moved", 145512345, Yes, {145512500, 145525000}, true},
-      {"it did not follow", 14200000, Yes, {7100000}, true},
-      {"it cannot be tuned and is elsewhere", 14200000, No, {14200100}, true},
-      {"it cannot be tuned and is there", 14200000, No, {14200000}, false},
+      {"nothing is known", 0, kYes, {}, false},
+      {"Kestrum has set nothing", 0, kYes, {7100000}, false},
+      {"not read yet", 14200000, kYes, {}, false},
+      {"as sent", 14200000, kYes, {14200000, 14200000}, false},
+      {"a step of the synthesizer", 14200000, kYes, {14200000, 14200010}, false},
+      {"moved", 14200000, kYes, {14200000, 14200100}, true},
+      {"moved and back", 14200000, kYes, {14200000, 14200100, 14200000}, false},
+      {"rounded to its channels", 145512345, kYes, {145512500, 145512500}, false},
+      {"rounded, then moved", 145512345, kYes, {145512500, 145525000}, true},
+      {"it did not follow", 14200000, kYes, {7100000}, true},
+      {"it cannot be tuned and is elsewhere", 14200000, kNo, {14200100}, true},
+      {"it cannot be tuned and is there", 14200000, kNo, {14200000}, false},
   };
   for (const Row& row : rows) {
     DialWatch watch;
@@ -43,11 +43,11 @@ TEST(DialWatch, KnowsWhenTheDialWasMoved) {
 
 TEST(DialWatch, ANewFrequencyBeginsAnew) {
   DialWatch watch;
-  watch.Sent(14200000, DialWatch::Taken::Yes);
+  watch.Sent(14200000, DialWatch::Taken::kYes);
   watch.Read(14200000);
   watch.Read(7100000);
   EXPECT_TRUE(watch.Elsewhere());
-  watch.Sent(7100000, DialWatch::Taken::Yes);
+  watch.Sent(7100000, DialWatch::Taken::kYes);
   EXPECT_FALSE(watch.Elsewhere());
   EXPECT_EQ(watch.RigHz(), std::nullopt);
   watch.Read(7100000);
@@ -56,7 +56,7 @@ TEST(DialWatch, ANewFrequencyBeginsAnew) {
 
 TEST(DialWatch, AShiftWithTheModeIsNoTurnOfTheDial) {
   DialWatch watch;
-  watch.Sent(14200000, DialWatch::Taken::Yes);
+  watch.Sent(14200000, DialWatch::Taken::kYes);
   watch.Read(14200000);
   watch.ModeChanged();
   watch.Read(14200700);

@@ -14,6 +14,7 @@
 #include "port_check.h"
 #include "rig_list.h"
 #include "sets/pty_port.h"
+#include "support/reason_of.h"
 #include "support_process/child.h"
 #include "support_process/daemons.h"
 #include "support_process/files.h"
@@ -29,21 +30,22 @@ struct FaultRow {
 
 TEST(HamlibFaults, EachIsASentence) {
   const std::vector<FaultRow> rows = {
-      {-RIG_EIO, PortKind::Serial, "The connection to the rig is lost: is the cable plugged in?"},
-      {-RIG_EIO, PortKind::Network, "The connection is lost: is the program still running?"},
-      {-RIG_ETIMEOUT, PortKind::Serial,
+      {-RIG_EIO, PortKind::kSerial, "The connection to the rig is lost: is the cable plugged in?"},
+      {-RIG_EIO, PortKind::kNetwork, "The connection is lost: is the program still running?"},
+      {-RIG_ETIMEOUT, PortKind::kSerial,
        "The rig does not answer: is it switched on, and are model and speed right?"},
-      {-RIG_ETIMEOUT, PortKind::Network, "The program does not answer: is it one that speaks to Hamlib?"},
-      {-RIG_EPROTO, PortKind::Serial, "The rig answers something else: are model and speed right?"},
-      {-RIG_ERJCTED, PortKind::Serial, "The rig answers something else: are model and speed right?"},
-      {-RIG_EPROTO, PortKind::Network,
+      {-RIG_ETIMEOUT, PortKind::kNetwork, "The program does not answer: is it one that speaks to Hamlib?"},
+      {-RIG_EPROTO, PortKind::kSerial, "The rig answers something else: are model and speed right?"},
+      {-RIG_ERJCTED, PortKind::kSerial, "The rig answers something else: are model and speed right?"},
+      {-RIG_EPROTO, PortKind::kNetwork,
        "The program answers something else: is it one that speaks to Hamlib?"},
-      {-RIG_ENAVAIL, PortKind::Serial, "Hamlib reads no such meter of this rig."},
-      {-RIG_ENIMPL, PortKind::None, "Hamlib reads no such meter of this rig."},
-      {-RIG_ECONF, PortKind::Serial, "Hamlib does not take these settings: are model, port and speed right?"},
-      {-RIG_EPOWER, PortKind::Serial, "The rig is switched off."},
-      {-RIG_EINTERNAL, PortKind::Serial, "Hamlib fails with error 7."}};
-  for (const FaultRow& row : rows) EXPECT_EQ(FaultOf(row.error, row.port).sentence, row.sentence);
+      {-RIG_ENAVAIL, PortKind::kSerial, "Hamlib reads no such meter of this rig."},
+      {-RIG_ENIMPL, PortKind::kNone, "Hamlib reads no such meter of this rig."},
+      {-RIG_ECONF, PortKind::kSerial,
+       "Hamlib does not take these settings: are model, port and speed right?"},
+      {-RIG_EPOWER, PortKind::kSerial, "The rig is switched off."},
+      {-RIG_EINTERNAL, PortKind::kSerial, "Hamlib fails with error 7."}};
+  for (const FaultRow& row : rows) EXPECT_EQ(FaultOf(row.error, row.port).reason, row.sentence);
 }
 
 TEST(HamlibFaults, RefusalsForGoodAndForTheMoment) {
@@ -70,10 +72,10 @@ TEST_F(RigListTest, KnowsHamlibsRigs) {
   const RigModel* ft817 = RigOf(Rigs(), 1020);
   ASSERT_NE(ft817, nullptr);
   EXPECT_EQ(ft817->FullName(), "Yaesu FT-817");
-  EXPECT_EQ(ft817->port, PortKind::Serial);
+  EXPECT_EQ(ft817->port, PortKind::kSerial);
   EXPECT_TRUE(ft817->has_meter);
-  EXPECT_EQ(RigOf(Rigs(), 1)->port, PortKind::None);
-  EXPECT_EQ(RigOf(Rigs(), 2)->port, PortKind::Network);
+  EXPECT_EQ(RigOf(Rigs(), 1)->port, PortKind::kNone);
+  EXPECT_EQ(RigOf(Rigs(), 2)->port, PortKind::kNetwork);
   EXPECT_EQ(RigOf(Rigs(), 2)->FullName(), "Hamlib NET rigctl");
   EXPECT_EQ(RigOf(Rigs(), 0), nullptr);
 }
@@ -114,7 +116,7 @@ TEST(ParseHost, HostAndPort) {
 
 TEST(CheckHost, SomebodyOrNobodyListens) {
   const std::string place = "127.0.0.1:" + std::to_string(process::FreePort());
-  EXPECT_EQ(CheckHost(place, 3)->sentence,
+  EXPECT_EQ(CheckHost(place, 3).fault().reason,
             "Nobody listens at " + place + ": is the program running, and its remote control on?");
   const sets::UniqueFd listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in address{};
@@ -124,10 +126,11 @@ TEST(CheckHost, SomebodyOrNobodyListens) {
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
   ASSERT_EQ(::bind(listener.Get(), generic, sizeof address), 0);
   ASSERT_EQ(::listen(listener.Get(), 1), 0);
-  EXPECT_FALSE(CheckHost(place, 3).has_value());
-  EXPECT_NE(
-      CheckHost("no.such.host.invalid:1", 3)->sentence.find("The host no.such.host.invalid is not known"),
-      std::string::npos);
+  EXPECT_TRUE(CheckHost(place, 3));
+  EXPECT_NE(CheckHost("no.such.host.invalid:1", 3)
+                .fault()
+                .reason.find("The host no.such.host.invalid is not known"),
+            std::string::npos);
 }
 
 class CheckSerialPortTest : public testing::Test {
@@ -136,46 +139,47 @@ class CheckSerialPortTest : public testing::Test {
 };
 
 TEST_F(CheckSerialPortTest, WhatIsNoPort) {
-  EXPECT_EQ(CheckSerialPort("")->sentence, "Choose the serial port of the rig.");
+  EXPECT_EQ(CheckSerialPort("").fault().reason, "Choose the serial port of the rig.");
   const std::string missing = scratch_.File("ttyUSB0");
-  EXPECT_EQ(CheckSerialPort(missing)->sentence, "There is no port " + missing + ": is the cable plugged in?");
+  EXPECT_EQ(CheckSerialPort(missing).fault().reason,
+            "There is no port " + missing + ": is the cable plugged in?");
   process::WriteFile(missing, "text");
-  EXPECT_EQ(CheckSerialPort(missing)->sentence, missing + " is no serial port.");
-  EXPECT_EQ(CheckSerialPort("/dev/null")->sentence, "/dev/null is no serial port.");
+  EXPECT_EQ(CheckSerialPort(missing).fault().reason, missing + " is no serial port.");
+  EXPECT_EQ(CheckSerialPort("/dev/null").fault().reason, "/dev/null is no serial port.");
 }
 
 TEST_F(CheckSerialPortTest, AFreePortAndOneInUse) {
   sets::PtyPort port(scratch_.File("com1"));
-  ASSERT_EQ(port.Open(), "");
-  EXPECT_FALSE(CheckSerialPort(port.Link().string()).has_value());
+  ASSERT_TRUE(port.Open());
+  EXPECT_TRUE(CheckSerialPort(port.Link().string()));
   process::Child other({{"sleep", "60"}, {}, {}});
   process::Child holder({{"sh", "-c", "echo open; exec sleep 60 <" + port.Device()}, {}, {}});
   ASSERT_EQ(holder.ReadLine(), "open");
   ASSERT_TRUE(process::Eventually([&] { return port.ClientPresent(); }));
   ASSERT_TRUE(process::Eventually([&] {
-    return CheckSerialPort(port.Device())->sentence == "The port " + port.Device() +
-                                                           " is in use by sleep (process " +
-                                                           std::to_string(holder.pid()) + ").";
+    return test::ReasonOf(CheckSerialPort(port.Device())) == "The port " + port.Device() +
+                                                                 " is in use by sleep (process " +
+                                                                 std::to_string(holder.pid()) + ").";
   }));
 }
 
 TEST_F(CheckSerialPortTest, PermissionIsExplained) {
   if (::getuid() != 0) {
-    EXPECT_EQ(CheckSerialPort("/dev/tty0")->sentence.find("No permission for /dev/tty0"), 0U);
+    EXPECT_EQ(CheckSerialPort("/dev/tty0").fault().reason.find("No permission for /dev/tty0"), 0U);
     return;
   }
   // root may open everything, so the question is asked by somebody else.
   sets::PtyPort port(scratch_.File("com1"));
-  ASSERT_EQ(port.Open(), "");
+  ASSERT_TRUE(port.Open());
   std::filesystem::permissions(port.Device(), std::filesystem::perms(0600));
   const pid_t child = ::fork();
   if (child == 0) {
     const bool lowered = ::setgid(65534) == 0 && ::setuid(65534) == 0;
-    const auto fault = CheckSerialPort(port.Device());
+    const Outcome checked = CheckSerialPort(port.Device());
     const std::string sentence =
         "No permission for " + port.Device() +
         ": enter \"sudo usermod -aG dialout $USER\" once, then log out and in again.";
-    ::_exit(lowered && fault && fault->sentence == sentence ? 0 : 1);
+    ::_exit(lowered && !checked && checked.fault().reason == sentence ? 0 : 1);
   }
   int status = -1;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
@@ -187,9 +191,9 @@ TEST(HamlibRig, UnknownModelAndMissingPortAreFaults) {
   HamlibRig rig(rigs);
   BridgeSettings settings;
   settings.model = 7777777;
-  EXPECT_EQ(rig.Open(settings)->sentence, "Hamlib knows no rig of the number 7777777.");
+  EXPECT_EQ(rig.Open(settings).fault().reason, "Hamlib knows no rig of the number 7777777.");
   settings.model = 1020;
-  EXPECT_EQ(rig.Open(settings)->sentence, "Choose the serial port of the rig.");
+  EXPECT_EQ(rig.Open(settings).fault().reason, "Choose the serial port of the rig.");
 }
 
 TEST(HamlibRig, DummyRigDoesEverything) {
@@ -197,17 +201,17 @@ TEST(HamlibRig, DummyRigDoesEverything) {
   HamlibRig rig(rigs);
   BridgeSettings settings;
   settings.model = 1;
-  ASSERT_FALSE(rig.Open(settings).has_value());
-  EXPECT_TRUE(std::holds_alternative<double>(rig.ReadMeter()));
+  ASSERT_TRUE(rig.Open(settings));
+  EXPECT_TRUE(rig.ReadMeter());
   EXPECT_FALSE(rig.SetFrequencyHz(14200000).has_value());
   EXPECT_EQ(rig.ReadFrequencyHz(), 14200000.0);
-  EXPECT_FALSE(rig.SetMode(sets::Mode::USB).has_value());
+  EXPECT_FALSE(rig.SetMode(sets::Mode::kUsb).has_value());
   EXPECT_FALSE(rig.SetLock(true).has_value());
   EXPECT_FALSE(rig.SetPower(false).has_value());
   rig.Close();
-  settings.meter.source = MeterSource::Raw;
-  ASSERT_FALSE(rig.Open(settings).has_value());
-  EXPECT_TRUE(std::holds_alternative<double>(rig.ReadMeter()));
+  settings.meter.source = MeterSource::kRaw;
+  ASSERT_TRUE(rig.Open(settings));
+  EXPECT_TRUE(rig.ReadMeter());
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ struct Row {
 
 void Check(const MeterScale& scale, const std::vector<Row>& rows) {
   for (const Row& row : rows) {
-    EXPECT_EQ(MeterReading(row.value, scale, Model::FT840), row.ft840) << row.value;
-    EXPECT_EQ(MeterReading(row.value, scale, Model::FT817), row.ft817) << row.value;
+    EXPECT_EQ(MeterReading(row.value, scale, Model::kFT840), row.ft840) << row.value;
+    EXPECT_EQ(MeterReading(row.value, scale, Model::kFT817), row.ft817) << row.value;
   }
 }
 
@@ -47,21 +47,21 @@ TEST(MeterScale, PointsOfTheDefaultTable) {
 // Kestrum shows "S?" from 235 to 254.
 TEST(MeterScale, NothingFallsIntoTheGapOfTheTable) {
   for (double db = 45; db <= 65; db += 0.25) {
-    const int reading = MeterReading(db, {}, Model::FT840);
+    const int reading = MeterReading(db, {}, Model::kFT840);
     EXPECT_TRUE(reading <= 234 || reading == 255) << db;
   }
   Check({}, {{54, 234, 15}, {56, 255, 15}});
 }
 
 TEST(MeterScale, NeverFallsWhileTheSignalRises) {
-  for (const Model model : {Model::FT840, Model::FT817}) {
+  for (const Model model : {Model::kFT840, Model::kFT817}) {
     int last = 0;
     for (double db = -60; db <= 70; db += 0.1) {
       const int reading = MeterReading(db, {}, model);
       EXPECT_GE(reading, last) << db;
       last = reading;
     }
-    EXPECT_EQ(last, model == Model::FT840 ? 255 : 15);
+    EXPECT_EQ(last, model == Model::kFT840 ? 255 : 15);
   }
 }
 
@@ -92,7 +92,7 @@ TEST(MeterScale, LinearSpreadsARange) {
 
 TEST(MeterScale, RawIsHandedThrough) {
   MeterScale scale;
-  scale.source = MeterSource::Raw;
+  scale.source = MeterSource::kRaw;
   Check(scale,
         {{-3, 0, 0}, {0, 0, 0}, {15, 15, 0}, {16, 16, 1}, {117, 117, 7}, {255, 255, 15}, {999, 255, 15}});
   scale.linear = LinearScale{0, 15};
@@ -105,8 +105,8 @@ TEST(MeterScale, WhatIsNoNumberReadsAsNothing) {
 }
 
 TEST(MeterScale, RawAsKestrumSeesIt) {
-  EXPECT_EQ(RawOf(15, Model::FT817), 240);
-  EXPECT_EQ(RawOf(15, Model::FT840), 15);
+  EXPECT_EQ(RawOf(15, Model::kFT817), 240);
+  EXPECT_EQ(RawOf(15, Model::kFT840), 15);
 }
 
 }  // namespace

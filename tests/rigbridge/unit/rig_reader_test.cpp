@@ -6,7 +6,7 @@
 #include <atomic>
 
 #include "state_texts.h"
-#include "support_process/files.h"
+#include "support_process/waits.h"
 
 namespace kestrum::rigbridge {
 namespace {
@@ -14,11 +14,11 @@ namespace {
 using process::Eventually;
 using testing::ElementsAre;
 
-/// What the scripted rig does; changed while the reader's thread uses it.
+// What the scripted rig does; changed while the reader's thread uses it.
 struct Script {
   std::mutex mutex;
-  std::optional<Fault> open_fault;
-  std::variant<double, Fault> meter = 0.0;
+  Outcome opening = Done{};
+  Result<double> meter = 0.0;
   std::optional<double> frequency_hz = 7100000.0;
   std::optional<Refusal> refusal;
   std::vector<std::string> deeds;
@@ -46,21 +46,21 @@ class ScriptedRig : public RigDriver {
  public:
   explicit ScriptedRig(Script& script) : script_(script) {}
 
-  std::optional<Fault> Open(const BridgeSettings& settings) override {
+  Outcome Open(const BridgeSettings& settings) override {
     const std::lock_guard lock(script_.mutex);
     ++script_.opened;
     script_.attempts_s.push_back(NowS());
     script_.deeds.push_back("open " + std::to_string(settings.model));
-    return script_.open_fault;
+    return script_.opening;
   }
   void Close() override {
     const std::lock_guard lock(script_.mutex);
     ++script_.closed;
   }
-  std::variant<double, Fault> ReadMeter() override {
+  Result<double> ReadMeter() override {
     EXPECT_TRUE(Eventually([this] { return !script_.blocked; }));
     const std::lock_guard lock(script_.mutex);
-    if (std::holds_alternative<Fault>(script_.meter)) script_.attempts_s.push_back(NowS());
+    if (!script_.meter) script_.attempts_s.push_back(NowS());
     return script_.meter;
   }
   std::optional<double> ReadFrequencyHz() override {
@@ -112,7 +112,7 @@ class RigReaderTest : public testing::Test {
 };
 
 TEST_F(RigReaderTest, DoesNothingWithoutARig) {
-  EXPECT_EQ(reader.State().phase, Phase::NoRig);
+  EXPECT_EQ(reader.State().phase, Phase::kNoRig);
   Use(0);
   EXPECT_TRUE(reader.Stop(20));
   EXPECT_EQ(script.Opened(), 0);
@@ -123,12 +123,12 @@ TEST_F(RigReaderTest, KeepsTheNewestValue) {
   ASSERT_TRUE(Reads(0));
   script.Set([](Script& s) { s.meter = -12.0; });
   EXPECT_TRUE(Reads(-12));
-  EXPECT_EQ(reader.State().phase, Phase::Reading);
+  EXPECT_EQ(reader.State().phase, Phase::kReading);
 }
 
 TEST_F(RigReaderTest, PassesOnWhatKestrumWants) {
   Use(5);
-  reader.Wish({1420000, sets::Mode::USB, true, {}});
+  reader.Wish({1420000, sets::Mode::kUsb, true, {}});
   ASSERT_TRUE(Eventually([&] { return script.Deeds().size() == 4; }));
   EXPECT_THAT(script.Deeds(), ElementsAre("open 5", "tune 14200000", "USB", "lock"));
   EXPECT_TRUE(Eventually([&] { return reader.State().dial.RigHz() == 7100000.0; }));
@@ -161,9 +161,9 @@ TEST_F(RigReaderTest, WhatFailedForTheMomentIsTriedOnceMore) {
 TEST_F(RigReaderTest, LostAndBackWithGrowingPauses) {
   Use(5);
   ASSERT_TRUE(Reads(0));
-  script.Set([](Script& s) { s.meter = Fault{"The rig does not answer."}; });
-  ASSERT_TRUE(Reaches(Phase::Trouble));
-  EXPECT_EQ(reader.State().trouble->sentence, "The rig does not answer.");
+  script.Set([](Script& s) { s.meter = Fault{"", "The rig does not answer."}; });
+  ASSERT_TRUE(Reaches(Phase::kTrouble));
+  EXPECT_EQ(reader.State().trouble->reason, "The rig does not answer.");
   ASSERT_TRUE(Eventually([&] { return script.Opened() == 2; }));
   std::vector<double> attempts;
   script.Set([&](Script& s) {
@@ -180,9 +180,9 @@ TEST_F(RigReaderTest, LostAndBackWithGrowingPauses) {
 }
 
 TEST_F(RigReaderTest, AWishDoesNotMakeALostRigSpin) {
-  script.meter = Fault{"The rig does not answer."};
+  script.meter = Fault{"", "The rig does not answer."};
   Use(5);
-  ASSERT_TRUE(Reaches(Phase::Trouble));
+  ASSERT_TRUE(Reaches(Phase::kTrouble));
   reader.Wish({1420000, {}, {}, {}});
   ASSERT_TRUE(Eventually([&] { return script.Opened() == 2; }));
   std::size_t attempts = 0;
@@ -196,19 +196,19 @@ TEST_F(RigReaderTest, AWishDoesNotMakeALostRigSpin) {
 }
 
 TEST_F(RigReaderTest, PortThatCannotBeOpenedIsTriedAgain) {
-  script.open_fault = Fault{"There is no port."};
+  script.opening = Fault{"", "There is no port."};
   Use(5);
-  ASSERT_TRUE(Reaches(Phase::Trouble));
-  EXPECT_EQ(reader.State().trouble->sentence, "There is no port.");
-  script.Set([](Script& s) { s.open_fault.reset(); });
+  ASSERT_TRUE(Reaches(Phase::kTrouble));
+  EXPECT_EQ(reader.State().trouble->reason, "There is no port.");
+  script.Set([](Script& s) { s.opening = Done{}; });
   EXPECT_TRUE(Reads(0));
 }
 
 TEST_F(RigReaderTest, OtherSettingsEndAPauseAndTheOldValueIsGone) {
-  script.open_fault = Fault{"There is no port."};
+  script.opening = Fault{"", "There is no port."};
   Use(5);
   ASSERT_TRUE(Eventually([&] { return script.Opened() == 4; }));  // the next pause is four seconds
-  script.Set([](Script& s) { s.open_fault.reset(); });
+  script.Set([](Script& s) { s.opening = Done{}; });
   Use(6);
   EXPECT_FALSE(reader.Newest().has_value());
   EXPECT_TRUE(Reads(0));
@@ -240,7 +240,7 @@ TEST_F(RigReaderTest, SwitchedOffItIsLeftAloneUntilSwitchedOn) {
   Use(5);
   ASSERT_TRUE(Reads(0));
   reader.Wish({{}, {}, {}, false});
-  ASSERT_TRUE(Reaches(Phase::SwitchedOff));
+  ASSERT_TRUE(Reaches(Phase::kSwitchedOff));
   EXPECT_FALSE(reader.Newest().has_value());
   reader.Wish({1420000, {}, {}, true});
   EXPECT_TRUE(Reads(0));
@@ -258,9 +258,9 @@ TEST_F(RigReaderTest, ARigThatAnswersIsNotSwitchedOnAgain) {
 }
 
 TEST_F(RigReaderTest, ASilentRigIsSwitchedOn) {
-  script.meter = Fault{"The rig does not answer."};
+  script.meter = Fault{"", "The rig does not answer."};
   Use(5);
-  ASSERT_TRUE(Reaches(Phase::Trouble));
+  ASSERT_TRUE(Reaches(Phase::kTrouble));
   reader.Wish({{}, {}, {}, true});
   ASSERT_TRUE(Eventually([&] { return script.Deeds().size() >= 2; }));
   EXPECT_EQ(script.Deeds()[1], "on");

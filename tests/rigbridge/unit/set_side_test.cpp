@@ -24,17 +24,17 @@ BridgeSettings As(Model model) {
 }
 
 TEST(SetSide, AnswersFromTheNewestValue) {
-  SetSide ft840(As(Model::FT840));
+  SetSide ft840(As(Model::kFT840));
   EXPECT_THAT(ft840.Receive(kReadMeter, Reading{0, 10}, 10.9), ElementsAre(128, 128, 128, 128, 0xF7));
   EXPECT_THAT(ft840.Receive(kReadMeter, Reading{10, 11}, 11), ElementsAre(162, 162, 162, 162, 0xF7));
-  SetSide ft817(As(Model::FT817));
+  SetSide ft817(As(Model::kFT817));
   EXPECT_THAT(ft817.Receive(kReadStatus, Reading{0, 10}, 10), ElementsAre(8));
 }
 
 TEST(SetSide, AnOldValueIsNoValue) {
-  for (const Model model : {Model::FT840, Model::FT817}) {
+  for (const Model model : {Model::kFT840, Model::kFT817}) {
     SetSide set(As(model));
-    const Bytes& read = model == Model::FT840 ? kReadMeter : kReadStatus;
+    const Bytes& read = model == Model::kFT840 ? kReadMeter : kReadStatus;
     EXPECT_THAT(set.Receive(read, std::nullopt, 10), ElementsAre());
     EXPECT_THAT(set.Receive(read, Reading{0, 10}, 11.01), ElementsAre());
     EXPECT_FALSE(set.Receive(read, Reading{0, 10}, 11).empty());
@@ -49,7 +49,7 @@ TEST(SetSide, UsesTheScaleOfTheSettings) {
 }
 
 TEST(SetSide, CommandsMayComeInPieces) {
-  SetSide set(As(Model::FT840));
+  SetSide set(As(Model::kFT840));
   EXPECT_THAT(set.Receive(Bytes{0, 0}, Reading{0, 1}, 1), ElementsAre());
   EXPECT_THAT(set.Receive(Bytes{0, 0, 0xF7, 1}, Reading{0, 1}, 1.1), ElementsAre(128, 128, 128, 128, 0xF7));
   // The byte that was left over is forgotten.
@@ -57,20 +57,20 @@ TEST(SetSide, CommandsMayComeInPieces) {
 }
 
 TEST(SetSide, HangingUpForgetsHalfACommand) {
-  SetSide set(As(Model::FT840));
+  SetSide set(As(Model::kFT840));
   set.Receive(Bytes{0, 0, 0}, Reading{0, 1}, 1);
   set.HangUp();
   EXPECT_THAT(set.Receive(kReadMeter, Reading{0, 1}, 1.1), ElementsAre(128, 128, 128, 128, 0xF7));
 }
 
 TEST(SetSide, SettingsAreCollectedAndNotAcknowledged) {
-  SetSide set(As(Model::FT817));
+  SetSide set(As(Model::kFT817));
   EXPECT_THAT(set.Receive(Bytes{0x01, 0x42, 0x0A, 0x00, 0x01}, std::nullopt, 1), ElementsAre());
   EXPECT_THAT(set.Receive(Bytes{0x01, 0, 0, 0, 0x07}, std::nullopt, 1), ElementsAre());
   EXPECT_THAT(set.Receive(Bytes{0x43, 0x97, 0, 0, 0x01}, std::nullopt, 1), ElementsAre());
   const sets::Change changes = set.TakeChanges(1);
   EXPECT_EQ(changes.frequency_10hz, 43970000U);
-  EXPECT_EQ(changes.mode, sets::Mode::USB);
+  EXPECT_EQ(changes.mode, sets::Mode::kUsb);
   EXPECT_EQ(changes.locked, std::nullopt);
   EXPECT_TRUE(IsEmpty(set.TakeChanges(1)));
 }
@@ -95,16 +95,16 @@ void Play(Model model, const std::vector<Step>& steps) {
 
 // Five zero bytes lock an FT817, and wake it before a power command.
 TEST(SetSide, AWakeUpIsNoLock) {
-  Play(Model::FT817, {{1.0, kLock, {}, {}}, {1.05, kPowerOn, {}, true}, {2, {}, {}, {}}});
-  Play(Model::FT817, {{1.0, kLock, {}, {}}, {1.05, kPowerOff, {}, false}, {2, {}, {}, {}}});
-  Play(Model::FT817, {{1.0, kLock, {}, {}}, {1.1, {}, {}, {}}, {1.21, {}, true, {}}});
-  Play(Model::FT817, {{1.0, kLock, {}, {}}, {1.1, kUnlock, false, {}}, {2, {}, {}, {}}});
-  Play(Model::FT817, {{1.0, kLock, {}, {}}, {1.3, kPowerOn, true, true}});
-  Play(Model::FT840, {{1.0, {0, 0, 0, 1, 0x04}, true, {}}, {1.1, {0, 0, 0, 0, 0x04}, false, {}}});
+  Play(Model::kFT817, {{1.0, kLock, {}, {}}, {1.05, kPowerOn, {}, true}, {2, {}, {}, {}}});
+  Play(Model::kFT817, {{1.0, kLock, {}, {}}, {1.05, kPowerOff, {}, false}, {2, {}, {}, {}}});
+  Play(Model::kFT817, {{1.0, kLock, {}, {}}, {1.1, {}, {}, {}}, {1.21, {}, true, {}}});
+  Play(Model::kFT817, {{1.0, kLock, {}, {}}, {1.1, kUnlock, false, {}}, {2, {}, {}, {}}});
+  Play(Model::kFT817, {{1.0, kLock, {}, {}}, {1.3, kPowerOn, true, true}});
+  Play(Model::kFT840, {{1.0, {0, 0, 0, 1, 0x04}, true, {}}, {1.1, {0, 0, 0, 0, 0x04}, false, {}}});
 }
 
 TEST(SetSide, TellsWhenTheLockIsDue) {
-  SetSide set(As(Model::FT817));
+  SetSide set(As(Model::kFT817));
   set.Receive(kLock, std::nullopt, 5);
   EXPECT_DOUBLE_EQ(*set.NextDueS(), 5.2);
 }
