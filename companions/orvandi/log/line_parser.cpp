@@ -16,6 +16,10 @@ constexpr std::string_view kSeparator = ", ";
 // No field of a log is as large; beyond it a text is no reading.
 constexpr double kLargestNumber = 1e12;
 constexpr std::size_t kShortestDashes = 10;
+constexpr std::size_t kLongestNumber = 40;  // characters
+constexpr std::size_t kExactDigits = 15;    // every whole number of so many is a double
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 bool IsDigit(char character) {
   return character >= '0' && character <= '9';
@@ -41,7 +45,8 @@ std::optional<int> TakeDigits(std::string_view& text, std::size_t most) {
 }
 
 bool TakeOneOf(std::string_view& text, std::string_view characters) {
-  if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+  const auto is_front = [&](char character) { return character == text.front(); };
+  if (text.empty() || std::none_of(characters.begin(), characters.end(), is_front)) return false;
   text.remove_prefix(1);
   return true;
 }
@@ -88,8 +93,9 @@ std::optional<double> ParseCoordinate(std::string_view text, char positive, char
   const char hemisphere = text.back();
   if (hemisphere != positive && hemisphere != negative) return {};
   text.remove_suffix(1);
-  const auto point = text.find_first_of(".,");
-  if (point == std::string_view::npos || point < 3 || point > 5) return {};
+  std::size_t point = 0;
+  while (point < text.size() && text[point] != '.' && text[point] != ',') ++point;
+  if (point == text.size() || point < 3 || point > 5) return {};
   int packed = 0;
   for (const char digit : text.substr(0, point)) {
     if (!IsDigit(digit)) return {};
@@ -108,6 +114,35 @@ std::optional<double> ParseCoordinate(std::string_view text, char positive, char
   if (minutes >= 60 || degrees > largest) return {};
   return hemisphere == positive ? degrees : -degrees;
 }
+
+// A number as its characters come.
+struct DecimalNumber {
+  std::array<char, kLongestNumber> text{};
+  std::size_t length = 0;
+  std::size_t digits = 0;
+  std::size_t decimals = 0;
+  std::uint64_t mantissa = 0;  // of the first digits that fit
+  bool point = false;
+
+  void Keep(char character) { text[length++] = character; }
+  void Add(char digit) {
+    Keep(digit);
+    ++digits;
+    if (digits <= kExactDigits) mantissa = mantissa * 10 + static_cast<std::uint64_t>(digit - '0');
+    if (point) ++decimals;
+  }
+  [[nodiscard]] std::optional<double> Value() const {
+    if (digits == 0) return {};
+    if (digits <= kExactDigits) {
+      // Both are exact as a double, so that their quotient is the nearest one to the text.
+      const double value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+      return text[0] == '-' ? -value : value;
+    }
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + length, value, std::chars_format::fixed);
+    return result.ec == std::errc() ? std::optional(value) : std::nullopt;
+  }
+};
 
 float NumberOr(std::string_view text, float otherwise) {
   const auto number = ParseLeadingNumber(text);
@@ -152,12 +187,15 @@ struct Fields {
   std::size_t count = 0;
 
   explicit Fields(std::string_view line) {
-    while (count < field.size()) {
-      const auto end = line.find(kSeparator);
-      field[count++] = line.substr(0, end);
-      if (end == std::string_view::npos) return;
-      line.remove_prefix(end + kSeparator.size());
+    // Fields are so short that looking at each character beats searching.
+    std::size_t start = 0;
+    for (std::size_t at = 0; at + 1 < line.size(); ++at) {
+      if (line[at] != kSeparator[0] || line[at + 1] != kSeparator[1]) continue;
+      field[count++] = line.substr(start, at - start);
+      if (count == field.size()) return;
+      start = ++at + 1;
     }
+    field[count++] = line.substr(start);
   }
 };
 
@@ -211,29 +249,21 @@ std::optional<double> ParseLongitude(std::string_view text) {
 
 std::optional<double> ParseLeadingNumber(std::string_view text) {
   text = Trimmed(text);
-  std::array<char, 40> buffer{};
-  std::size_t length = 0;
-  bool digits = false;
-  bool point = false;
-  for (const char character : text) {
-    if (length == buffer.size()) break;
+  DecimalNumber number;
+  for (const char character : text.substr(0, kLongestNumber)) {
     if (IsDigit(character)) {
-      digits = true;
-      buffer[length++] = character;
-    } else if ((character == '.' || character == ',') && !point) {
-      point = true;
-      buffer[length++] = '.';
-    } else if (character == '-' && length == 0) {
-      buffer[length++] = '-';
+      number.Add(character);
+    } else if ((character == '.' || character == ',') && !number.point) {
+      number.point = true;
+      number.Keep('.');
+    } else if (character == '-' && number.length == 0) {
+      number.Keep('-');
     } else {
       break;
     }
   }
-  if (!digits) return {};
-  double value = 0;
-  const auto result = std::from_chars(buffer.data(), buffer.data() + length, value, std::chars_format::fixed);
-  if (result.ec != std::errc() || std::fabs(value) > kLargestNumber) return {};
-  return value;
+  const auto value = number.Value();
+  return value && std::fabs(*value) <= kLargestNumber ? value : std::nullopt;
 }
 
 LineKind KindOf(std::string_view line) {

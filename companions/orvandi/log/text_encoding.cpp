@@ -75,10 +75,12 @@ std::string ToUtf8(std::string_view bytes) {
 }
 
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  const auto is_blank = [](char character) {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+  };
+  while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_blank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 std::string_view CutUtf8(std::string_view text, std::size_t most) {

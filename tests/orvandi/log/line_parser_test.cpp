@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <random>
 #include <string>
 
 #include "support/log_text.h"
@@ -60,6 +62,20 @@ TEST(LeadingNumber, TakesPointAndComma) {
        {"", "???", "?xx", "??x", "uV", "-", ".", "nan", "inf", "- 3", "+4", "99999999999999 uV"}) {
     EXPECT_FALSE(ParseLeadingNumber(text)) << text;
   }
+}
+
+// Short and long texts go different ways to their number.
+TEST(LeadingNumber, IsTheOneNearestToItsText) {
+  std::mt19937 random(7);
+  const auto below = [&](std::uint32_t limit) { return random() % limit; };
+  for (int i = 0; i < 20000; ++i) {
+    std::string text = below(4) == 0 ? "-" : "";
+    for (auto digits = below(12); digits > 0; --digits) text += static_cast<char>('0' + below(10));
+    text += "0.";
+    for (auto digits = below(20); digits > 0; --digits) text += static_cast<char>('0' + below(10));
+    ASSERT_EQ(ParseLeadingNumber(text + " mV/m"), std::strtod(text.c_str(), nullptr)) << text;
+  }
+  EXPECT_TRUE(std::signbit(*ParseLeadingNumber("-0.0")));
 }
 
 TEST(TimeOfDay, IsCheckedOverItsWholeLength) {
