@@ -65,8 +65,9 @@ void RecordPlot::Refresh(const ViewData& view) {
   unit_ = view.unit;
   yAxis->setTicker(QSharedPointer<QCPAxisTicker>(new LevelTicker(view.unit)));
   yAxis->setLabel(AxisLabel(view.unit));
-  dots_->SetData(&view, Keys(view));
-  chosen_dots_->SetData(&view, Keys(view));
+  const auto keys = std::make_shared<const std::vector<double>>(Keys(view));
+  dots_->SetData(&view, keys);
+  chosen_dots_->SetData(&view, keys);
   hovered_ring_->setVisible(false);
   Decorate(view);
   if (shows_all_ || other_unit) FitAll();

@@ -142,6 +142,45 @@ TEST(TimePlot, PaintsARecordInItsColourAndLeavesOutWhatIsHidden) {
   EXPECT_NE(plot.grab().toImage().pixelColor(PlaceOf(plot, 1000, 80)).rgb(), view.scale.Color(80));
 }
 
+QImage Dots(RecordPlot& plot) {
+  plot.replot(QCustomPlot::rpImmediateRefresh);
+  const QImage image = plot.grab().toImage();
+  return image.copy(QRect(plot.axisRect()->rect().topLeft() * image.devicePixelRatio(),
+                          plot.axisRect()->rect().size() * image.devicePixelRatio()));
+}
+
+// What was painted before is only moved: it must show what a new plot shows.
+TEST(TimePlot, DotsAreWhereTheyBelongHoweverThePlotWasMoved) {
+  ViewData view = Hundred();
+  TimePlot moved;
+  Prepare(moved, view);
+  const QSize size = moved.axisRect()->size();
+  for (const QPoint by : {QPoint(9, 0), QPoint(-3, 5), QPoint(size.width() / 2, 0), QPoint(0, -40),
+                          QPoint(-size.width(), size.height() / 3)}) {
+    moved.xAxis->moveRange(-moved.xAxis->range().size() * by.x() / size.width());
+    moved.yAxis->moveRange(moved.yAxis->range().size() * by.y() / size.height());
+    TimePlot fresh;
+    Prepare(fresh, view);
+    fresh.xAxis->setRange(moved.xAxis->range());
+    fresh.yAxis->setRange(moved.yAxis->range());
+    EXPECT_EQ(Dots(moved), Dots(fresh)) << by.x() << ' ' << by.y();
+  }
+  // What is shown, its scale and its colours are others now, in the same place.
+  moved.Refresh(view);
+  moved.FitAll();
+  const QImage before = Dots(moved);
+  view.shown[50] = 0;
+  moved.Refresh(view);
+  const QImage hidden = Dots(moved);
+  EXPECT_NE(hidden, before);
+  view.scale = {0, 200, &ViridisPalette()};
+  moved.Refresh(view);
+  const QImage recoloured = Dots(moved);
+  EXPECT_NE(recoloured, hidden);
+  moved.xAxis->scaleRange(0.5);
+  EXPECT_NE(Dots(moved), recoloured);
+}
+
 TEST(DistancePlot, FreeSpaceGoesThroughTheChosenRecord) {
   const ViewData view = Hundred();
   DistancePlot plot;
