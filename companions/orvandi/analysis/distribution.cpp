@@ -10,24 +10,48 @@ namespace {
 
 constexpr double kMostClasses = 10000;
 
-double QuantileOfSorted(std::span<const double> sorted, double share) {
-  const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(sorted.size() - 1);
+// Where a quantile stands among sorted values: behind `low`, by `part` of the way to the next.
+struct Rank {
+  std::size_t low = 0;
+  double part = 0;
+};
+
+Rank RankOf(std::size_t count, double share) {
+  const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(count - 1);
   const auto low = static_cast<std::size_t>(place);
-  const auto high = std::min(low + 1, sorted.size() - 1);
-  return sorted[low] + (sorted[high] - sorted[low]) * (place - static_cast<double>(low));
+  return {low, place - static_cast<double>(low)};
 }
+
+// Growing shares of the same values: what lies below one of them is not sorted again for the next.
+class GrowingQuantiles {
+ public:
+  explicit GrowingQuantiles(std::span<double> values) : values_(values) {}
+  double At(double share) {
+    const Rank rank = RankOf(values_.size(), share);
+    const double low = Sorted(rank.low);
+    return low + (Sorted(std::min(rank.low + 1, values_.size() - 1)) - low) * rank.part;
+  }
+
+ private:
+  // The value that stands at a place once all are sorted.
+  double Sorted(std::size_t place) {
+    if (place >= settled_) {
+      const auto from = values_.begin() + static_cast<std::ptrdiff_t>(settled_);
+      std::nth_element(from, values_.begin() + static_cast<std::ptrdiff_t>(place), values_.end());
+      settled_ = place + 1;
+    }
+    return values_[place];
+  }
+
+  std::span<double> values_;
+  std::size_t settled_ = 0;  // nothing behind is smaller than what stands before it
+};
 
 }  // namespace
 
 double Quantile(std::span<double> values, double share) {
   if (values.empty()) return std::numeric_limits<double>::quiet_NaN();
-  const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(values.size() - 1);
-  const auto low = static_cast<std::size_t>(place);
-  const auto at_low = values.begin() + static_cast<std::ptrdiff_t>(low);
-  std::nth_element(values.begin(), at_low, values.end());
-  if (low + 1 == values.size()) return *at_low;
-  const double next = *std::min_element(at_low + 1, values.end());
-  return *at_low + (next - *at_low) * (place - static_cast<double>(low));
+  return GrowingQuantiles(values).At(share);
 }
 
 Distribution Describe(std::vector<double> values) {
@@ -35,15 +59,16 @@ Distribution Describe(std::vector<double> values) {
   Distribution result;
   result.count = values.size();
   if (values.empty()) return result;
-  std::sort(values.begin(), values.end());
-  result.least = values.front();
-  result.most = values.back();
+  const auto [least, most] = std::minmax_element(values.begin(), values.end());
+  result.least = *least;
+  result.most = *most;
   result.mean = std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
-  result.p10 = QuantileOfSorted(values, 0.1);
-  result.lower_quartile = QuantileOfSorted(values, 0.25);
-  result.median = QuantileOfSorted(values, 0.5);
-  result.upper_quartile = QuantileOfSorted(values, 0.75);
-  result.p90 = QuantileOfSorted(values, 0.9);
+  GrowingQuantiles quantiles(values);
+  result.p10 = quantiles.At(0.1);
+  result.lower_quartile = quantiles.At(0.25);
+  result.median = quantiles.At(0.5);
+  result.upper_quartile = quantiles.At(0.75);
+  result.p90 = quantiles.At(0.9);
   return result;
 }
 

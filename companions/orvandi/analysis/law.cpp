@@ -31,6 +31,7 @@ struct Group {
 std::vector<Point> PointsOf(std::span<const Sample> samples, double sector_deg, Law& law) {
   std::vector<Point> points;
   points.reserve(samples.size());
+  const SectorDivision sectors(sector_deg);
   for (const Sample& sample : samples) {
     const bool sector_known = sector_deg <= 0 || std::isfinite(sample.bearing_deg);
     if (!(sample.distance_km > 0) || !std::isfinite(sample.distance_km) || !sector_known ||
@@ -41,8 +42,8 @@ std::vector<Point> PointsOf(std::span<const Sample> samples, double sector_deg, 
     const double distance_km = sample.distance_km;
     law.nearest_km = points.empty() ? distance_km : std::min(law.nearest_km, distance_km);
     law.farthest_km = std::max(law.farthest_km, distance_km);
-    points.push_back({std::log10(distance_km), sample.level_db,
-                      sector_deg > 0 ? SectorOf(sample.bearing_deg, sector_deg) : 0});
+    points.push_back(
+        {std::log10(distance_km), sample.level_db, sector_deg > 0 ? sectors.Of(sample.bearing_deg) : 0});
   }
   law.used = points.size();
   return points;

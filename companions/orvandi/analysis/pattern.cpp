@@ -14,12 +14,15 @@ std::size_t SectorCount(double sector_deg) {
   return std::fabs(count * sector_deg - 360) < 1e-6 && count <= 3600 ? static_cast<std::size_t>(count) : 0;
 }
 
-std::size_t SectorOf(double bearing_deg, double sector_deg) {
-  const std::size_t count = SectorCount(sector_deg);
-  if (count == 0 || !std::isfinite(bearing_deg)) return 0;
-  const double turned = std::fmod(bearing_deg + sector_deg / 2, 360);
+std::size_t SectorDivision::Of(double bearing_deg) const {
+  if (count_ == 0 || !std::isfinite(bearing_deg)) return 0;
+  const double turned = std::fmod(bearing_deg + sector_deg_ / 2, 360);
   const double positive = turned < 0 ? turned + 360 : turned;
-  return static_cast<std::size_t>(positive / sector_deg) % count;
+  return static_cast<std::size_t>(positive / sector_deg_) % count_;
+}
+
+std::size_t SectorOf(double bearing_deg, double sector_deg) {
+  return SectorDivision(sector_deg).Of(bearing_deg);
 }
 
 double NormalisedLevel(const Sample& sample, const Law& law) {
@@ -33,12 +36,13 @@ Pattern AntennaPattern(std::span<const Sample> samples, const Law& law, double s
                        std::size_t fewest_records) {
   Pattern pattern;
   pattern.sector_deg = sector_deg;
-  const std::size_t count = SectorCount(sector_deg);
+  const SectorDivision sectors(sector_deg);
+  const std::size_t count = sectors.Count();
   std::vector<std::vector<double>> levels(count);
   for (const Sample& sample : samples) {
     const double level = NormalisedLevel(sample, law);
     if (count == 0 || !std::isfinite(level) || !std::isfinite(sample.bearing_deg)) continue;
-    levels[SectorOf(sample.bearing_deg, sector_deg)].push_back(level);
+    levels[sectors.Of(sample.bearing_deg)].push_back(level);
   }
   pattern.sectors.resize(count);
   bool any = false;

@@ -13,6 +13,17 @@ namespace orvandi {
 // that the first one points to the north.
 std::size_t SectorCount(double sector_deg);
 std::size_t SectorOf(double bearing_deg, double sector_deg);
+// The same for many bearings.
+class SectorDivision {
+ public:
+  explicit SectorDivision(double sector_deg) : sector_deg_(sector_deg), count_(SectorCount(sector_deg)) {}
+  [[nodiscard]] std::size_t Count() const { return count_; }
+  [[nodiscard]] std::size_t Of(double bearing_deg) const;
+
+ private:
+  double sector_deg_;
+  std::size_t count_;
+};
 
 struct Sector {
   double bearing_deg = 0;  // of its centre

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "map/projection.h"
+#include "map/wide_registers.h"
 
 namespace orvandi {
 namespace {
@@ -51,6 +52,12 @@ void DotIndex::AddPositions(std::span<const Place> places) {
     return a.code != b.code ? a.code < b.code : a.record < b.record;
   };
   const auto known = static_cast<std::ptrdiff_t>(order_.size());
+  if (order_.empty()) {
+    order_.reserve(places.size());
+    world_x_.reserve(places.size());
+    world_y_.reserve(places.size());
+  }
+  ForgetWideRegisters();
   for (const Place& place : places) {
     const auto record = static_cast<std::uint32_t>(world_x_.size());
     const QPointF world = ToWorld(place);
@@ -71,6 +78,8 @@ void DotIndex::SetShown(const DotValues& values) {
   shown_.clear();
   shown_codes_.clear();
   levels_.clear();
+  shown_.reserve(order_.size());
+  shown_codes_.reserve(order_.size());
   double left = 2, top = 2, right = -1, bottom = -1;
   for (const Entry& place : order_) {
     const std::uint32_t record = place.record;

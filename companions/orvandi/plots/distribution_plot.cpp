@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "map/wide_registers.h"
 #include "plots/level_axis.h"
 
 namespace orvandi {
@@ -62,14 +63,16 @@ void DistributionPlot::Rebuild() {
   clearPlottables();
   clearItems();
   if (data_ == nullptr) return;
+  ForgetWideRegisters();
   std::vector<std::vector<double>> by_layer(std::max<std::size_t>(data_->layers.size(), 1));
   std::vector<double> all;
+  all.reserve(data_->Count());
   for (std::size_t record = 0; record < data_->Count(); ++record) {
     if (!data_->Shows(record)) continue;
     by_layer[data_->layer[record]].push_back(data_->level_db[record]);
     all.push_back(data_->level_db[record]);
   }
-  figures_ = Describe(all);
+  figures_ = Describe(std::move(all));
   if (figures_.count == 0) return;
   const auto used = static_cast<double>(
       std::count_if(by_layer.begin(), by_layer.end(), [](const auto& levels) { return !levels.empty(); }));
@@ -99,6 +102,7 @@ void DistributionPlot::Refresh(const ViewData& view) {
 }
 
 void DistributionPlot::SetChosen(std::span<const std::uint32_t> records) {
+  if (std::ranges::equal(chosen_, records)) return;
   chosen_.assign(records.begin(), records.end());
   Rebuild();
   replot(QCustomPlot::rpQueuedReplot);

@@ -3,6 +3,8 @@
 #include <QThread>
 #include <algorithm>
 
+#include "map/wide_registers.h"
+
 namespace orvandi {
 
 bool JobControl::Report(std::uint64_t done, std::uint64_t total) {
@@ -30,7 +32,10 @@ void JobRunner::Run(const QString& title, std::function<void(JobControl&)> work,
 
 void JobRunner::StartNext() {
   Job* job = jobs_.front().get();
-  thread_ = QThread::create([job] { job->work(job->control); });
+  thread_ = QThread::create([job] {
+    ForgetWideRegisters();  // a thread begins with those of the one that made it
+    job->work(job->control);
+  });
   connect(thread_, &QThread::finished, this, &JobRunner::End);
   thread_->start();
   Q_EMIT Started();

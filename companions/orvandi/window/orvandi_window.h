@@ -115,7 +115,9 @@ class OrvandiWindow final : public QMainWindow {
   // What is seen, in window_view.cpp.
   void ShowView(Session::PlaceChange places);
   void ShowMap(Session::PlaceChange places);
-  void ShowPlots();
+  struct Patterns;
+  [[nodiscard]] static Patterns PatternsOf(const Session& session);
+  void ShowPlots(Patterns patterns);
   void ShowComparison();
   void ShowChosen();
   void TellChosen();

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <future>
 
 #include "analysis/distribution.h"
+#include "map/wide_registers.h"
 
 namespace orvandi {
 namespace {
@@ -131,11 +133,18 @@ void Session::KeepChosen(const std::vector<std::pair<int, std::uint32_t>>& chose
 
 Session::PlaceChange Session::RebuildPlaces() {
   const std::vector<Place> before = std::move(places_);
+  std::size_t count = 0;
+  for (const OpenLog& log : logs_) count += log.file->Content().records.size();
   first_.clear();
   places_.clear();
+  places_.reserve(count);
   view_.time_s.clear();
+  view_.time_s.reserve(count);
   view_.log_distance.clear();
+  view_.log_distance.reserve(count);
   view_.bearing_deg.clear();
+  view_.bearing_deg.reserve(count);
+  ForgetWideRegisters();
   for (OpenLog& log : logs_) {
     first_.push_back(places_.size());
     const Log& content = log.file->Content();
@@ -164,6 +173,7 @@ void Session::RebuildLayers() {
         {name, LayerColor(static_cast<int>(view_.layers.size())), !invisible_.contains(name)});
   }
   view_.layer.clear();
+  view_.layer.reserve(places_.size());
   for (std::size_t i = 0; i < named.size(); ++i) {
     for (const Record& record : named[i].log->records) {
       view_.layer.push_back(static_cast<std::uint16_t>(layers_.of_block[i][record.block]));
@@ -174,6 +184,8 @@ void Session::RebuildLayers() {
 
 void Session::RebuildValues() {
   view_.level_db.clear();
+  view_.level_db.reserve(places_.size());
+  ForgetWideRegisters();
   for (const OpenLog& log : logs_) {
     const Log& content = log.file->Content();
     for (const Record& record : content.records) {
@@ -201,8 +213,10 @@ void Session::RebuildShown() {
 
 void Session::RebuildLaws() {
   const std::vector<Sample> samples = AllSamples();
-  law_ = FitLaw(samples);
+  ForgetWideRegisters();
+  auto law = std::async([&] { return FitLaw(samples); });
   pattern_law_ = FitLawWithinSectors(samples, sector_deg_);
+  law_ = law.get();
 }
 
 void Session::SetUnit(Unit unit) {
@@ -333,34 +347,28 @@ const Record& Session::RecordOf(std::uint32_t record) const {
   return logs_[place.log].file->Content().records[place.record];
 }
 
-Sample Session::SampleOf(std::size_t record) const {
-  Sample sample;
-  const RecordPlace place = PlaceOf(static_cast<std::uint32_t>(record));
-  sample.latitude_deg = places_[record].latitude_deg;
-  sample.longitude_deg = places_[record].longitude_deg;
-  sample.distance_km = logs_[place.log].file->Content().records[place.record].distance_km;
-  sample.bearing_deg = view_.bearing_deg[record];
-  sample.level_db = view_.level_db[record];
-  sample.log = static_cast<std::uint32_t>(place.log);
-  sample.record = static_cast<std::uint32_t>(place.record);
-  return sample;
+template <typename Wanted>
+std::vector<Sample> Session::SamplesWhere(Wanted wanted) const {
+  std::vector<Sample> samples;
+  samples.reserve(shown_count_);
+  std::size_t at = 0;
+  for (std::uint32_t log = 0; log < logs_.size(); ++log) {
+    const std::vector<Record>& records = logs_[log].file->Content().records;
+    for (std::uint32_t i = 0; i < records.size(); ++i, ++at) {
+      if (!view_.Shows(at) || !wanted(at)) continue;
+      samples.push_back({places_[at].latitude_deg, places_[at].longitude_deg, records[i].distance_km,
+                         view_.bearing_deg[at], view_.level_db[at], log, i});
+    }
+  }
+  return samples;
 }
 
 std::vector<Sample> Session::SamplesOfLayer(std::uint16_t layer) const {
-  std::vector<Sample> samples;
-  for (std::size_t i = 0; i < view_.Count(); ++i) {
-    if (view_.layer[i] == layer && view_.Shows(i)) samples.push_back(SampleOf(i));
-  }
-  return samples;
+  return SamplesWhere([&](std::size_t at) { return view_.layer[at] == layer; });
 }
 
 std::vector<Sample> Session::AllSamples() const {
-  std::vector<Sample> samples;
-  samples.reserve(shown_count_);
-  for (std::size_t i = 0; i < view_.Count(); ++i) {
-    if (view_.Shows(i)) samples.push_back(SampleOf(i));
-  }
-  return samples;
+  return SamplesWhere([](std::size_t) { return true; });
 }
 
 }  // namespace orvandi

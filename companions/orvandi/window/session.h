@@ -114,7 +114,8 @@ class Session final : public QObject {
   void RebuildShown();
   void RebuildLaws();
   void KeepChosen(const std::vector<std::pair<int, std::uint32_t>>& chosen);
-  [[nodiscard]] Sample SampleOf(std::size_t record) const;
+  template <typename Wanted>
+  [[nodiscard]] std::vector<Sample> SamplesWhere(Wanted wanted) const;
 
   std::vector<OpenLog> logs_;
   int last_id_ = 0;

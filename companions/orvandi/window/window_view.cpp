@@ -4,10 +4,12 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <future>
 
 #include "analysis/comparison.h"
 #include "analysis/distribution.h"
 #include "map/map_view.h"
+#include "map/wide_registers.h"
 #include "plots/level_axis.h"
 #include "window/elided_label.h"
 #include "window/notice_bar.h"
@@ -71,14 +73,38 @@ ColorScale DifferenceScale(const Comparison& comparison) {
 
 }  // namespace
 
+struct OrvandiWindow::Patterns {
+  std::vector<PatternCurve> curves;
+  QStringList exponents;
+};
+
+OrvandiWindow::Patterns OrvandiWindow::PatternsOf(const Session& session) {
+  ForgetWideRegisters();
+  Patterns patterns;
+  const std::vector<LayerLook>& layers = session.View().layers;
+  for (std::size_t i = 0; i < layers.size() && patterns.curves.size() < kMostPatterns; ++i) {
+    if (!layers[i].visible || session.Compared()) continue;
+    const std::vector<Sample> samples = session.SamplesOfLayer(static_cast<std::uint16_t>(i));
+    if (samples.empty()) continue;
+    // Each layer by its own law: two antennas in one fit would bend it.
+    const bool is_all = samples.size() == session.ShownCount();
+    const Law law = is_all ? session.PatternLaw() : FitLawWithinSectors(samples, session.SectorDeg());
+    patterns.exponents << QString::number(law.exponent, 'f', 2);
+    patterns.curves.push_back(
+        {layers[i].name, layers[i].color, AntennaPattern(samples, law, session.SectorDeg())});
+  }
+  return patterns;
+}
+
 void OrvandiWindow::ShowView(Session::PlaceChange places) {
   const bool empty = session_.Logs().empty();
   left_->setCurrentWidget(empty ? static_cast<QWidget*>(start_page_) : map_);
   right_split_->setVisible(!empty);
   map_->SetHovered(-1);  // records may have other numbers now
+  auto patterns = std::async([this] { return PatternsOf(session_); });
   ShowMap(places);
   ShowComparison();
-  ShowPlots();
+  ShowPlots(patterns.get());
   ShowChosen();
   ShowCounts();
 }
@@ -86,9 +112,10 @@ void OrvandiWindow::ShowView(Session::PlaceChange places) {
 void OrvandiWindow::ShowMap(Session::PlaceChange places) {
   const ViewData& view = session_.View();
   const std::vector<Place>& all = session_.Places();
-  if (places == Session::PlaceChange::kNew) map_->Index().SetPositions(all);
+  DotIndex& index = map_->Index();
+  if (places == Session::PlaceChange::kNew) index.SetPositions(all);
   if (places == Session::PlaceChange::kMore) {
-    map_->Index().AddPositions(std::span(all).subspan(std::min(map_->Index().Count(), all.size())));
+    index.AddPositions(std::span(all).subspan(std::min(index.Count(), all.size())));
   }
   if (places != Session::PlaceChange::kNone) map_->SetTransmitters(TransmittersOf(session_));
   DotStyle style;
@@ -139,24 +166,13 @@ void OrvandiWindow::ShowComparison() {
           .arg(Signed(comparison.lower_quartile_db), Signed(comparison.upper_quartile_db)));
 }
 
-void OrvandiWindow::ShowPlots() {
+void OrvandiWindow::ShowPlots(Patterns patterns) {
   const ViewData& view = session_.View();
   plots_->Distance()->SetLaw(session_.FittedLaw());
   QStringList exponents{QString::number(session_.PatternLaw().exponent, 'f', 2)};
   if (!session_.Compared()) {
-    std::vector<PatternCurve> patterns;
-    exponents.clear();
-    for (std::size_t i = 0; i < view.layers.size() && patterns.size() < kMostPatterns; ++i) {
-      if (!view.layers[i].visible) continue;
-      const std::vector<Sample> samples = session_.SamplesOfLayer(static_cast<std::uint16_t>(i));
-      if (samples.empty()) continue;
-      // Each layer by its own law: two antennas in one fit would bend it.
-      const Law law = FitLawWithinSectors(samples, session_.SectorDeg());
-      exponents << QString::number(law.exponent, 'f', 2);
-      patterns.push_back(
-          {view.layers[i].name, view.layers[i].color, AntennaPattern(samples, law, session_.SectorDeg())});
-    }
-    plots_->Pattern()->SetPatterns(std::move(patterns), session_.SectorDeg());
+    plots_->Pattern()->SetPatterns(std::move(patterns.curves), session_.SectorDeg());
+    exponents = patterns.exponents;
   }
   for (Plot* plot : plots_->All()) plot->Refresh(view);
   const bool any = session_.ShownCount() > 0;

@@ -37,6 +37,19 @@ TEST(Describe, TellsTheSameAsQuantile) {
   EXPECT_EQ(Describe({std::nan("")}).count, 0U);
 }
 
+TEST(Describe, TellsTheSameAsQuantileOfAnyCount) {
+  for (std::size_t count = 1; count <= 60; ++count) {
+    std::vector<double> values;
+    for (std::size_t i = 0; i < count; ++i) values.push_back(static_cast<double>(i * 37 % 61 / 2));
+    const Distribution result = Describe(values);
+    EXPECT_DOUBLE_EQ(result.p10, Quantile(values, 0.1)) << count;
+    EXPECT_DOUBLE_EQ(result.lower_quartile, Quantile(values, 0.25)) << count;
+    EXPECT_DOUBLE_EQ(result.median, Quantile(values, 0.5)) << count;
+    EXPECT_DOUBLE_EQ(result.upper_quartile, Quantile(values, 0.75)) << count;
+    EXPECT_DOUBLE_EQ(result.p90, Quantile(values, 0.9)) << count;
+  }
+}
+
 TEST(Histogram, ClassesBeginAtMultiplesOfTheWidth) {
   const std::vector<double> values = {-0.5, 0, 0.9, 1, 3.99, std::nan("")};
   const Histogram histogram = Count(values, 1);
