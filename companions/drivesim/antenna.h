@@ -7,8 +7,8 @@ namespace kestrum::drivesim {
 
 // What the transmitter feeds.
 enum class Antenna {
-  kBeam,      //  five verticals in a row, a quarter wave apart, that point to 235 degrees
-  kVertical,  //  one vertical: the same in all directions
+  kBeam,      // five verticals in a row, a quarter wave apart, that point to 235 degrees
+  kVertical,  // one vertical: the same in all directions
 };
 
 // "beam", "vertical"; nothing for other names.

@@ -10,26 +10,17 @@ namespace {
 
 constexpr double kMostClasses = 10000;
 
-// Where a quantile stands among sorted values: behind `low`, by `part` of the way to the next.
-struct Rank {
-  std::size_t low = 0;
-  double part = 0;
-};
-
-Rank RankOf(std::size_t count, double share) {
-  const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(count - 1);
-  const auto low = static_cast<std::size_t>(place);
-  return {low, place - static_cast<double>(low)};
-}
-
 // Growing shares of the same values: what lies below one of them is not sorted again for the next.
 class GrowingQuantiles {
  public:
   explicit GrowingQuantiles(std::span<double> values) : values_(values) {}
   double At(double share) {
-    const Rank rank = RankOf(values_.size(), share);
-    const double low = Sorted(rank.low);
-    return low + (Sorted(std::min(rank.low + 1, values_.size() - 1)) - low) * rank.part;
+    const std::size_t last = values_.size() - 1;
+    const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(last);
+    const auto below = static_cast<std::size_t>(place);
+    const double value = Sorted(below);
+    const double next = Sorted(std::min(below + 1, last));
+    return value + (next - value) * (place - static_cast<double>(below));
   }
 
  private:

@@ -132,6 +132,7 @@ DotGraph::Picture DotGraph::Painted(double pixel_ratio) const {
     const QRgb color = only_chosen_ ? SelectionColor().rgb() : data_->ColorOf(record);
     sprites.Stamp(image, QPointF(x, y) * pixel_ratio, color);
   });
+  image.setDevicePixelRatio(pixel_ratio);
   return {image,
           pixel_ratio,
           (around.left() - keys.offset) / keys.factor,
@@ -146,7 +147,7 @@ void DotGraph::DrawImage(QCPPainter* painter, double pixel_ratio) {
   // Whole device pixels: copying without interpolation keeps dots sharp.
   const QRect plot = mKeyAxis->axisRect()->rect();
   const QPointF from = (QPointF(plot.topLeft()) - CornerOf(picture_)) * pixel_ratio;
-  painter->drawImage(QRectF(plot), picture_.image,
+  painter->drawImage(QPointF(plot.topLeft()), picture_.image,
                      QRectF(from.toPoint(), (QSizeF(plot.size()) * pixel_ratio).toSize()));
 }
 

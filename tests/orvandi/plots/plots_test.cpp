@@ -128,18 +128,22 @@ TEST(TimePlot, TicksAreThoseOfAClock) {
   }
 }
 
+QRgb ColorAt(Plot& plot, QPoint place) {
+  const QImage image = plot.grab().toImage();
+  return image.pixelColor(place * image.devicePixelRatio()).rgb();
+}
+
 TEST(TimePlot, PaintsARecordInItsColourAndLeavesOutWhatIsHidden) {
   ViewData view = Hundred();
   TimePlot plot;
   Prepare(plot, view);
-  const QPoint first = PlaceOf(plot, 1000, view.level_db[0]);
-  EXPECT_EQ(plot.grab().toImage().pixelColor(first).rgb(), view.scale.Color(80));
+  EXPECT_EQ(ColorAt(plot, PlaceOf(plot, 1000, view.level_db[0])), view.scale.Color(80));
   const QCPRange keys = plot.xAxis->range();
   view.shown[0] = 0;
   plot.Refresh(view);
   plot.xAxis->setRange(keys);
   plot.replot();
-  EXPECT_NE(plot.grab().toImage().pixelColor(PlaceOf(plot, 1000, 80)).rgb(), view.scale.Color(80));
+  EXPECT_NE(ColorAt(plot, PlaceOf(plot, 1000, 80)), view.scale.Color(80));
 }
 
 QImage Dots(RecordPlot& plot) {
