@@ -1,7 +1,9 @@
 #include "app/cockpit.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "cat/rig_text.h"
 #include "cat/rigs.h"
@@ -29,7 +31,10 @@ Cockpit::Cockpit(const State& state, Forms& forms, const OwnPorts& ports, const 
 void Cockpit::Wire() {
   forms_.form1.tmrLamps.tick = [this] { EverySecond(); };
   floors_.s_meter.reading_taken = [this](const Reading& reading) { ReadingTaken(reading); };
-  floors_.log.health_changed = [this] { ShowLamps(); };
+  floors_.log.health_changed = [this] {
+    ShowLogLamp();
+    HearLamps();
+  };
   forms_.form1.lblSound.click = [this] { NextSound(); };
   ShowSound();
   const auto open_port = [this] {
@@ -109,7 +114,8 @@ void Cockpit::ReadingTaken(const Reading& reading) {
   missed_readings_ = good ? 0 : missed_readings_ + 1;
   if (reading.answered || !heard_) heard_ = now;
   history_.Add(now, raw, LongestGap(forms_.form1.tmrMain));
-  ShowLamps();
+  ShowRigLamp();
+  HearLamps();
   ShowSignal();
   sounds_.ReadingTaken(now, raw);
 }
@@ -140,11 +146,28 @@ RigFacts Cockpit::Rig() const {
 }
 
 void Cockpit::ShowLamps() {
+  ShowLogLamp();
+  ShowGpsLamp();
+  ShowRigLamp();
+  HearLamps();
+}
+
+void Cockpit::ShowLogLamp() {
   forms_.form1.lmpLog.says = forms_.form5.lmpLog.says = LogLamp(floors_.log.Facts());
+}
+
+void Cockpit::ShowGpsLamp() {
   forms_.form1.lmpGps.says = forms_.form5.lmpGps.says = GpsLamp(Gps());
+}
+
+void Cockpit::ShowRigLamp() {
   forms_.form1.lmpRig.says = forms_.form5.lmpRig.says = RigLamp(Rig());
-  sounds_.LampsShow(ports_.clock.Elapsed(), {forms_.form1.lmpLog.says.state, forms_.form1.lmpGps.says.state,
-                                             forms_.form1.lmpRig.says.state});
+}
+
+void Cockpit::HearLamps() {
+  const Form1& form = forms_.form1;
+  sounds_.LampsShow(ports_.clock.Elapsed(),
+                    {form.lmpLog.says.state, form.lmpGps.says.state, form.lmpRig.says.state});
 }
 
 void Cockpit::ShowPosition() {
@@ -174,10 +197,19 @@ void Cockpit::ShowSignal() {
   minimal.Label1[4].stale = minimal.ProgressBar1.stale = stale;
   const Milliseconds now = ports_.clock.Elapsed();
   form.ProgressBar1.peak = minimal.ProgressBar1.peak = history_.Peak(now);
+  ShowChart(now);
+}
+
+void Cockpit::ShowChart(Milliseconds now) {
+  const std::int64_t second = now.count() / 1000;
+  if (second == chart_second_ && history_.changes() == chart_changes_) return;
+  chart_second_ = second;
+  chart_changes_ = history_.changes();
+  StripChart& chart = forms_.form1.chtSignal;
   auto columns = history_.Columns(now);
-  if (columns == form.chtSignal.columns) return;
-  form.chtSignal.columns = std::move(columns);
-  ++form.chtSignal.revision;
+  if (columns == chart.columns) return;
+  chart.columns = std::move(columns);
+  ++chart.revision;
 }
 
 void Cockpit::ShowScale() {

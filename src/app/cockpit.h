@@ -46,9 +46,14 @@ class Cockpit {
   GpsFacts Gps() const;
   RigFacts Rig() const;
   void ShowLamps();
+  void ShowLogLamp();
+  void ShowGpsLamp();
+  void ShowRigLamp();
+  void HearLamps();
   void ShowSound();
   void ShowPosition();
   void ShowSignal();
+  void ShowChart(Milliseconds now);
   void ShowScale();
 
   const State& state_;
@@ -56,6 +61,8 @@ class Cockpit {
   OwnPorts ports_;
   Floors floors_;
   SignalHistory history_;
+  std::int64_t chart_second_ = -1;  // the second that the chart ends with
+  unsigned chart_changes_ = 0;      // of the history, as the chart shows it
   Sounds sounds_;
   int missed_readings_ = 0;
   int missed_fixes_ = 0;                    // looks in a row that found no true position

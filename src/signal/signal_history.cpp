@@ -21,7 +21,9 @@ void SignalHistory::Put(std::int64_t second, int raw) {
   }
   newest_ = std::max(newest_, second);
   std::int16_t& column = ring_.at(static_cast<std::size_t>(second % kRing));
-  column = static_cast<std::int16_t>(std::max<int>(column, raw));
+  if (raw <= column) return;
+  column = static_cast<std::int16_t>(raw);
+  ++changes_;
 }
 
 void SignalHistory::Add(Time now, std::optional<int> raw, Time longest_gap) {
@@ -53,10 +55,10 @@ int SignalHistory::Peak(Time now) const {
 std::vector<std::int16_t> SignalHistory::Columns(Time now) const {
   std::vector<std::int16_t> columns(kColumns, kNothing);
   const std::int64_t last = SecondOf(now);
-  for (std::int64_t i = 0; i < kRing; ++i) {
-    const std::int64_t second = last - kRing + 1 + i;
-    if (second < 0 || second > newest_ || second <= newest_ - kRing) continue;
-    columns.at(static_cast<std::size_t>(i)) = ring_.at(static_cast<std::size_t>(second % kRing));
+  const std::int64_t oldest = std::max(newest_ - kRing + 1, last - kRing + 1);
+  for (std::int64_t second = std::max<std::int64_t>(0, oldest); second <= std::min(newest_, last); ++second) {
+    columns[static_cast<std::size_t>(second - (last - kRing + 1))] =
+        ring_[static_cast<std::size_t>(second % kRing)];
   }
   return columns;
 }

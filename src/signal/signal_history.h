@@ -24,6 +24,8 @@ class SignalHistory {
 
   // One column a second up to now, oldest first: the highest raw value, kNothing where none was measured.
   std::vector<std::int16_t> Columns(Time now) const;
+  // Rises whenever a column gets another value.
+  unsigned changes() const { return changes_; }
 
  private:
   struct Point {
@@ -33,7 +35,8 @@ class SignalHistory {
   void Put(std::int64_t second, int raw);
 
   std::vector<std::int16_t> ring_ = std::vector<std::int16_t>(kColumns, kNothing);
-  std::int64_t newest_ = -1;   // second that was written last
+  std::int64_t newest_ = -1;  // second that was written last
+  unsigned changes_ = 0;
   std::vector<Point> recent_;  // the last 2 s
   std::optional<Point> last_;
 };

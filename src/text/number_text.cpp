@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <type_traits>
 
 namespace kestrum {
 namespace {
@@ -56,8 +57,16 @@ std::string PlainText(const Decimal& number) {
   return digits.insert(point, ".");
 }
 
+// Whole numbers below this have no more digits than a text shows.
+template <typename Number>
+constexpr Number kShortWhole = std::is_same_v<Number, float> ? Number(1e7) : Number(1e15);
+
 template <typename Number>
 std::string Signed(Number value, int significant, const char* positive_sign) {
+  if (std::fabs(value) < kShortWhole<Number> && std::trunc(value) == value) {
+    const auto whole = static_cast<long long>(value);
+    return (whole < 0 ? "" : positive_sign) + std::to_string(whole);
+  }
   const Decimal number = ToDecimal(value, significant);
   return (number.negative ? "-" : positive_sign) + PlainText(number);
 }
