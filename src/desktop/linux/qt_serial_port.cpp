@@ -1,6 +1,7 @@
 #include "desktop/linux/qt_serial_port.h"
 
 #include <QFileInfo>
+#include <array>
 #include <utility>
 
 #include "desktop/linux/serial_devices.h"
@@ -12,7 +13,7 @@ namespace kestrum {
 namespace {
 
 // A rig's reply is five bytes. What a babbling device sends beyond this waits at the device or is lost.
-constexpr qint64 kInputBuffer = 4096;
+constexpr std::size_t kInputBuffer = 4096;
 // More than this on the way out means that the line takes nothing; it is then dropped.
 constexpr qint64 kOutputBuffer = 4096;
 
@@ -116,10 +117,15 @@ std::string QtSerialPort::ReadAll() {
   if (!IsOpen()) return {};
   // No events have run since the rig answered: ask the line itself what has come. An endless stream ends at
   // the size of the buffer.
-  QByteArray bytes = port_.readAll();
-  while (!lost_ && bytes.size() < kInputBuffer && port_.waitForReadyRead(0)) bytes += port_.readAll();
+  std::string bytes;
+  std::array<char, kInputBuffer> piece{};
+  do {
+    const qint64 got = port_.read(piece.data(), piece.size());
+    if (got > 0) bytes.append(piece.data(), static_cast<std::size_t>(got));
+  } while (!lost_ && bytes.size() < kInputBuffer && SerialLineHasNews(static_cast<int>(port_.handle())) &&
+           port_.waitForReadyRead(0));
   CloseLost();
-  return bytes.toStdString();
+  return bytes;
 }
 
 void QtSerialPort::OnError(QSerialPort::SerialPortError error) {

@@ -79,6 +79,11 @@ bool SerialLineLives(int handle) {
   return ::tcgetattr(handle, &line) == 0 && ::poll(&state, 1, 0) == 0;
 }
 
+bool SerialLineHasNews(int handle) {
+  pollfd state{handle, POLLIN, 0};
+  return ::poll(&state, 1, 0) != 0;
+}
+
 void DrainSerialLine(int handle) {
   int waiting = 0;
   for (milliseconds spent{0}; spent < kLongestDrain; spent += kDrainStep) {

@@ -14,6 +14,8 @@ QString SerialDevice(int number, const QString& application_folder);
 std::optional<Fault> WhyDeviceIsClosed(const QString& device);
 // Whether the device behind an open serial line is still there.
 bool SerialLineLives(int handle);
+// Whether bytes wait at an open serial line, or an error does.
+bool SerialLineHasNews(int handle);
 // Waits a moment until the line has sent what it holds, so that closing does not cut a command in two.
 void DrainSerialLine(int handle);
 
