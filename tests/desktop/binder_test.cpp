@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,6 +21,11 @@
 namespace kestrum::test {
 namespace {
 
+// What a screen reader is told beside the name.
+QString Described(QWidget* widget) {
+  return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
+}
+
 class BinderTest : public BoundForms {
  protected:
   template <class T>
@@ -37,7 +43,7 @@ TEST_F(BinderTest, ALabelFollowsItsCaptionToolTipAndStates) {
   binder.Sync();
   EXPECT_EQ(label->text(), QStringLiteral(u"<b>GPS</b> & Ok\u00B0"));
   EXPECT_EQ(label->toolTip(), QStringLiteral("GPS RX Ok."));
-  EXPECT_EQ(label->accessibleDescription(), QStringLiteral("GPS RX Ok."));
+  EXPECT_EQ(Described(label), QStringLiteral("GPS RX Ok."));
   EXPECT_FALSE(label->isEnabled());
   EXPECT_TRUE(label->isHidden());
 }
@@ -47,6 +53,11 @@ TEST_F(BinderTest, AToolTipThatLooksLikeMarkUpStaysPlain) {
   binder.Sync();
   auto* button = Find<QPushButton>(QStringLiteral("Form3"), QStringLiteral("cmduVStore"));
   EXPECT_TRUE(button->toolTip().contains(QStringLiteral("&lt;b&gt;Store")));
+  EXPECT_EQ(Described(button), QStringLiteral("<b>Store"));
+  forms.form3.cmduVStore.tool_tip = "Store";
+  binder.Sync();
+  EXPECT_EQ(button->toolTip(), QStringLiteral("Store"));
+  EXPECT_EQ(Described(button), QStringLiteral("Store"));
 }
 
 TEST_F(BinderTest, AClickOnALabelReachesItsHandlerAndIsPainted) {

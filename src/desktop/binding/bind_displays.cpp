@@ -32,14 +32,22 @@ constexpr qsizetype kLongLine = 160;
 
 // Tool tips are plain text, also where they look like mark-up ("<<Store uV now in memory."). Only mark-up
 // breaks long lines.
-QString ToolTip(const std::string& text, const QWidget& owner) {
-  QString plain = Shortened(ToQtLines(text), kMostOfToolTip);
+QString ToolTip(const QString& plain, const QWidget& owner) {
   const QStringList lines = plain.split(QLatin1Char('\n'));
   const bool is_long =
       std::any_of(lines.begin(), lines.end(), [](const QString& line) { return line.size() > kLongLine; });
   if (!is_long && !Qt::mightBeRichText(plain)) return plain;
   return QStringLiteral("<p style='white-space:%1'>%2</p>")
       .arg(is_long ? QLatin1String("pre-wrap") : QLatin1String("pre"), BoxText(plain, owner).toHtmlEscaped());
+}
+
+void ShowToolTip(const std::string& text, QWidget* widget) {
+  const QString plain = Shortened(ToQtLines(text), kMostOfToolTip);
+  const QString tip = ToolTip(plain, *widget);
+  widget->setToolTip(tip);
+  // A screen reader takes the tool tip where there is no description; mark-up is nothing for it.
+  const QString description = tip == plain ? QString() : plain;
+  if (description != widget->accessibleDescription()) widget->setAccessibleDescription(description);
 }
 
 // What a screen reader says of a needle.
@@ -52,14 +60,18 @@ QString NeedleName(const Needle& needle) {
 
 void Binder::BindCommon(const Control& control, QWidget* widget) {
   widget->setObjectName(QLatin1String(control.name));
-  Follow<std::string>(control.tool_tip, [widget](const std::string& text) {
-    widget->setToolTip(ToolTip(text, *widget));
-    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
+  Follow(control.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
+  struct State {
+    bool enabled = true;
+    bool visible = true;
+    Color back_color = Color::kSystem;
+  };
+  Watch([&control, widget, painted = State()]() mutable {
+    if (painted.enabled != control.enabled) widget->setEnabled(control.enabled);
+    if (painted.visible != control.visible) widget->setVisible(control.visible);
+    if (painted.back_color != control.back_color) PaintBackground(widget, control.back_color);
+    painted = {control.enabled, control.visible, control.back_color};
   });
-  FollowFrom<bool>(true, control.enabled, [widget](const bool& enabled) { widget->setEnabled(enabled); });
-  FollowFrom<bool>(true, control.visible, [widget](const bool& visible) { widget->setVisible(visible); });
-  FollowFrom<Color>(Color::kSystem, control.back_color,
-                    [widget](const Color& color) { PaintBackground(widget, color); });
 }
 
 void Binder::Bind(Label& label, QLabel* widget) {
@@ -90,10 +102,7 @@ void Binder::Bind(Lamp& lamp, LampWidget* widget) {
   BindCommon(lamp, widget);
   widget->setAccessibleName(QLatin1String(lamp.name).mid(3));  // until it says more
   Follow<LampText>(lamp.says, [widget](const LampText& says) { widget->Show(says); });
-  Follow<std::string>(lamp.says.advice, [widget](const std::string& advice) {
-    widget->setToolTip(ToolTip(advice, *widget));
-    widget->setAccessibleDescription(ToQtLines(advice));
-  });
+  Follow<std::string>(lamp.says.advice, [widget](const std::string& advice) { ShowToolTip(advice, widget); });
   connect(widget, &LampWidget::clicked, this, [this, &lamp] { Deed(lamp.click); });
 }
 
@@ -125,10 +134,7 @@ void Binder::Bind(StatusPanel& panel, TextLine* widget) {
   Follow<std::string>(panel.text, [widget](const std::string& text) {
     widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
   });
-  Follow<std::string>(panel.tool_tip, [widget](const std::string& text) {
-    widget->setToolTip(ToolTip(text, *widget));
-    widget->setAccessibleDescription(Shortened(ToQtLines(text), kMostOfToolTip));
-  });
+  Follow(panel.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
 }
 
 void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
@@ -195,17 +201,24 @@ void Binder::Bind(MenuItem& item, QAction* action) {
   Follow<std::string>(item.caption, [action](const std::string& text) {
     action->setText(Shortened(ToQt(text), kMostOfHeading));
   });
-  Follow<std::string>(item.tool_tip, [action](const std::string& text) {
+  Follow(item.tool_tip, [action](const std::string& text) {
     action->setToolTip(Shortened(ToQtLines(text), kMostOfToolTip));
     action->setWhatsThis(Shortened(ToQtLines(text), kMostOfToolTip));
   });
-  Follow<std::string>(item.status_tip,
-                      [action](const std::string& text) { action->setStatusTip(ToQt(text)); });
-  Follow<bool>(item.enabled, [action](const bool& enabled) { action->setEnabled(enabled); });
-  Follow<bool>(item.visible, [action](const bool& visible) { action->setVisible(visible); });
-  Follow<bool>(item.checked, [action](const bool& checked) {
-    if (checked) action->setCheckable(true);
-    action->setChecked(checked);
+  Follow(item.status_tip, [action](const std::string& text) { action->setStatusTip(ToQt(text)); });
+  struct State {
+    bool enabled = true;
+    bool visible = true;
+    bool checked = false;
+  };
+  Watch([&item, action, painted = State()]() mutable {
+    if (painted.enabled != item.enabled) action->setEnabled(item.enabled);
+    if (painted.visible != item.visible) action->setVisible(item.visible);
+    if (painted.checked != item.checked) {
+      if (item.checked) action->setCheckable(true);
+      action->setChecked(item.checked);
+    }
+    painted = {item.enabled, item.visible, item.checked};
   });
   // A group of choices clears the others by itself, also when the program then takes none of it.
   connect(action, &QAction::toggled, this, [this, &item, action](bool checked) {
