@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/text_convert.h"
 #include "desktop/widgets/scheme.h"
@@ -27,7 +28,6 @@ QFont Sized(const QFont& base, double pixels, QFont::Weight weight) {
 }  // namespace
 
 LampWidget::LampWidget(bool fills, QWidget* parent) : QPushButton(parent), fills_(fills) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
   setAutoDefault(false);
   setFocusPolicy(Qt::TabFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -37,9 +37,7 @@ void LampWidget::Show(const LampText& says) {
   if (says == says_) return;
   const bool news = says.words != says_.words || says.state != says_.state;
   const bool trouble = says.state == LampState::kTrouble && says_.state != LampState::kTrouble;
-  const bool advice_alone =
-      !news && says.detail == says_.detail && says.fill == says_.fill;  // the tool tip's matter
-  says_ = says;
+  const LampText before = std::exchange(says_, says);
   // Each second brings another detail; only another state is worth being read aloud.
   if (news) {
     setAccessibleName(ToQt(says.words) + QStringLiteral(", ") + ToQt(says.detail));
@@ -50,25 +48,49 @@ void LampWidget::Show(const LampText& says) {
   }
   if (news) {
     Redraw();
-  } else if (!advice_alone) {
-    update(Lower());
+  } else {
+    UpdateDetail(before);
+  }
+}
+
+void LampWidget::UpdateDetail(const LampText& before) {
+  if (says_.fill != before.fill) {
+    const QRectF shorter = FillLine(std::min(says_.fill, before.fill));
+    QRectF longer = FillLine(std::max(says_.fill, before.fill));
+    longer.setLeft(shorter.right());
+    update(longer.toAlignedRect().adjusted(-1, 0, 1, 0));
+  }
+  if (says_.detail == before.detail) return;
+  if (detail_.letters == nullptr) {
+    update();
+    return;
+  }
+  const int old_pixels = detail_.letters->font().pixelSize();
+  const TextRun old = std::exchange(detail_, LayOutDetail());
+  const bool same_letters =
+      old.letters == detail_.letters && old_pixels == detail_.letters->font().pixelSize();
+  if (same_letters) {
+    update(Difference({old}, {detail_}).toAlignedRect());
+  } else {
+    update();
   }
 }
 
 void LampWidget::Redraw() {
   still_.Drop();
   detail_letters_ = {};
+  detail_ = {};
   update();
-}
-
-QRect LampWidget::Lower() const {
-  const int top = height() / 2;
-  return {0, top, width(), height() - top};
 }
 
 void LampWidget::resizeEvent(QResizeEvent* event) {
   QPushButton::resizeEvent(event);
   Redraw();
+}
+
+void LampWidget::showEvent(QShowEvent* event) {
+  QPushButton::showEvent(event);
+  setAttribute(Qt::WA_OpaquePaintEvent);  // styles take it from buttons
 }
 
 void LampWidget::changeEvent(QEvent* event) {
@@ -142,16 +164,12 @@ double LampWidget::TextLeft() const {
   return height() * (kSignLeft + kSign + kSignLeft);
 }
 
-void LampWidget::DrawLine(QPainter& painter, Letters& letters, const QFont& wanted, const QString& text,
-                          double baseline) const {
+TextRun LampWidget::LayOut(Letters& letters, const QFont& wanted, const QString& text,
+                           double baseline) const {
   const QPointF place(TextLeft(), baseline);
   const double room = width() - TextLeft() - height() * 0.12;
   letters.wanted.SetFont(wanted);
-  const double wide = letters.wanted.Width(text);
-  if (wide <= room) {
-    letters.wanted.Draw(painter, place, text);
-    return;
-  }
+  if (letters.wanted.Width(text) <= room) return {&letters.wanted, text, place};
   // What fitted last time is tried first; a resize forgets it.
   const int smallest = static_cast<int>(wanted.pixelSize() * kSmallestShare);
   const bool known = letters.smaller.font().pixelSize() > 0 && letters.smaller.Width(text) <= room;
@@ -160,9 +178,22 @@ void LampWidget::DrawLine(QPainter& painter, Letters& letters, const QFont& want
     if (letters.smaller.Width(text) <= room) break;
   }
   const bool fits = letters.smaller.Width(text) <= room;
-  letters.smaller.Draw(
-      painter, place,
-      fits ? text : QFontMetricsF(letters.smaller.font()).elidedText(text, Qt::ElideRight, room));
+  return {&letters.smaller,
+          fits ? text : QFontMetricsF(letters.smaller.font()).elidedText(text, Qt::ElideRight, room), place};
+}
+
+TextRun LampWidget::LayOutDetail() {
+  return LayOut(detail_letters_, Sized(font(), height() * 0.27, QFont::Normal), ToQt(says_.detail),
+                height() * 0.79);
+}
+
+// How far the block has come: a bright line along the bottom, below the descenders of the detail.
+QRectF LampWidget::FillLine(double fill) const {
+  const double edge = Edge();
+  const double round = height() * kRound;
+  const double thick = height() * 0.055;
+  const double bottom = height() - edge * 1.6;
+  return {edge / 2 + round, bottom - thick, (width() - edge - round * 2) * std::clamp(fill, 0.0, 1.0), thick};
 }
 
 // What changes with the state alone.
@@ -181,7 +212,9 @@ void LampWidget::PaintStill() {
   PaintSign(painter, QRectF(height() * kSignLeft, (height() - sign) / 2, sign, sign), shades.sign);
   painter.setPen(shades.ink);
   Letters letters;
-  DrawLine(painter, letters, Sized(font(), height() * 0.38, QFont::Bold), ToQt(says_.words), height() * 0.46);
+  const TextRun words =
+      LayOut(letters, Sized(font(), height() * 0.38, QFont::Bold), ToQt(says_.words), height() * 0.46);
+  words.letters->Draw(painter, words.place, words.text);
 }
 
 void LampWidget::paintEvent(QPaintEvent* event) {
@@ -190,20 +223,13 @@ void LampWidget::paintEvent(QPaintEvent* event) {
   still_.Draw(painter, event->rect());
   const LampShades shades = SchemeOf(palette()).Lamp(says_.state, fills_);
   if (fills_ && says_.state != LampState::kOff) {
-    // How far the block has come: a bright line along the bottom.
     QColor fill = shades.ink;
     fill.setAlphaF(0.85F);
-    const double edge = Edge();
-    const double round = height() * kRound;
-    const double thick = height() * 0.055;  // below the descenders of the detail
-    const double bottom = height() - edge * 1.6;
-    painter.fillRect(QRectF(edge / 2 + round, bottom - thick,
-                            (width() - edge - round * 2) * std::clamp(says_.fill, 0.0, 1.0), thick),
-                     fill);
+    painter.fillRect(FillLine(says_.fill), fill);
   }
   painter.setPen(shades.ink);
-  DrawLine(painter, detail_letters_, Sized(font(), height() * 0.27, QFont::Normal), ToQt(says_.detail),
-           height() * 0.79);
+  if (detail_.letters == nullptr) detail_ = LayOutDetail();
+  detail_.letters->Draw(painter, detail_.place, detail_.text, event->rect());
 }
 
 }  // namespace kestrum

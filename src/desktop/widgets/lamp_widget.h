@@ -27,6 +27,7 @@ class LampWidget : public QPushButton {
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -35,7 +36,8 @@ class LampWidget : public QPushButton {
   void PaintSign(QPainter& painter, const QRectF& room, const QColor& color) const;
 
   void Redraw();
-  QRect Lower() const;  // where the detail stands, and the line that fills
+  // Paints what differs from `before` alone: the detail, and the line that fills.
+  void UpdateDetail(const LampText& before);
   double Edge() const;
   double TextLeft() const;
   // Letters of the size in which they are wanted, and of one in which a longer text fits.
@@ -43,14 +45,16 @@ class LampWidget : public QPushButton {
     QuickText wanted;
     QuickText smaller;
   };
-  void DrawLine(QPainter& painter, Letters& letters, const QFont& wanted, const QString& text,
-                double baseline) const;
+  TextRun LayOut(Letters& letters, const QFont& wanted, const QString& text, double baseline) const;
+  TextRun LayOutDetail();
+  QRectF FillLine(double fill) const;
   void PaintStill();
 
   bool fills_;
   LampText says_;
   StillPicture still_;  // all but the detail and the line that fills
   Letters detail_letters_;
+  TextRun detail_;  // as painted; without letters when it is to be laid out anew
 };
 
 }  // namespace kestrum

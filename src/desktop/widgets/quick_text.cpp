@@ -6,6 +6,12 @@
 #include <algorithm>
 
 namespace kestrum {
+namespace {
+
+// How far the smooth edge of a letter may reach beyond its outline.
+constexpr double kBlur = 1.5;
+
+}  // namespace
 
 void QuickText::SetFont(const QFont& font) {
   if (prepared_ && font == font_) return;
@@ -28,6 +34,8 @@ const QuickText::Letter& QuickText::Of(QChar letter) const {
   if (glyph.size() != 1 || letter < QLatin1Char(' ')) return known;
   known.glyph = glyph.first();
   known.width = QFontMetricsF(font_).horizontalAdvance(letter);
+  const QRectF bounds = raw_.boundingRect(known.glyph);
+  if (!bounds.isEmpty()) known.ink = bounds.adjusted(-kBlur, -kBlur, kBlur, kBlur);
   return known;
 }
 
@@ -43,6 +51,11 @@ double QuickText::Width(const QString& text) const {
 }
 
 void QuickText::Draw(QPainter& painter, const QPointF& place, const QString& text) const {
+  constexpr double kAll = 1e6;
+  Draw(painter, place, text, QRectF(-kAll, -kAll, 2 * kAll, 2 * kAll));
+}
+
+void QuickText::Draw(QPainter& painter, const QPointF& place, const QString& text, const QRectF& part) const {
   if (text.isEmpty()) return;
   if (!Knows(text)) {
     painter.setFont(font_);
@@ -54,16 +67,69 @@ void QuickText::Draw(QPainter& painter, const QPointF& place, const QString& tex
   glyphs.reserve(text.size());
   places.reserve(text.size());
   double x = 0;
-  for (const QChar letter : text) {
-    glyphs.append(Of(letter).glyph);
-    places.append(QPointF(x, 0));
-    x += Of(letter).width;
+  for (const QChar character : text) {
+    const Letter& letter = Of(character);
+    if (letter.ink.translated(place.x() + x, place.y()).intersects(part)) {
+      glyphs.append(letter.glyph);
+      places.append(QPointF(x, 0));
+    }
+    x += letter.width;
   }
+  if (glyphs.isEmpty()) return;
   QGlyphRun run;
   run.setRawFont(raw_);
   run.setGlyphIndexes(glyphs);
   run.setPositions(places);
   painter.drawGlyphRun(place, run);
+}
+
+QRectF QuickText::InkOf(const QString& text) const {
+  const double blur = kBlur + ascent_ / 2;  // accents on capitals, letters that lean over
+  return QRectF(0, -ascent_, QFontMetricsF(font_).horizontalAdvance(text), ascent_ + descent_)
+      .adjusted(-blur, -blur, blur, blur);
+}
+
+QRectF QuickText::Difference(const QPointF& old_place, const QString& old_text, const QPointF& place,
+                             const QString& text) const {
+  if (!Knows(text) || !Knows(old_text)) {
+    return old_text == text && old_place == place
+               ? QRectF()
+               : InkOf(old_text).translated(old_place) | InkOf(text).translated(place);
+  }
+  QRectF part;
+  double old_x = old_place.x();
+  double x = place.x();
+  for (qsizetype i = 0; i < std::max(text.size(), old_text.size()); ++i) {
+    const QChar old_letter = i < old_text.size() ? old_text.at(i) : QChar();
+    const QChar letter = i < text.size() ? text.at(i) : QChar();
+    const Letter& before = Of(old_letter);
+    const Letter& now = Of(letter);
+    if (letter != old_letter || x != old_x || place.y() != old_place.y()) {
+      part |= before.ink.translated(old_x, old_place.y());
+      part |= now.ink.translated(x, place.y());
+    }
+    old_x += before.width;
+    x += now.width;
+  }
+  return part;
+}
+
+void DrawRuns(QPainter& painter, const TextRuns& runs, const QRectF& part) {
+  for (const TextRun& run : runs) run.letters->Draw(painter, run.place, run.text, part);
+}
+
+QRectF Difference(const TextRuns& before, const TextRuns& runs) {
+  static const TextRun nothing;
+  QRectF part;
+  for (std::size_t i = 0; i < std::max(before.size(), runs.size()); ++i) {
+    const TextRun& old = i < before.size() ? before.at(i) : nothing;
+    const TextRun& now = i < runs.size() ? runs.at(i) : nothing;
+    const QuickText& letters = now.letters != nullptr ? *now.letters : *old.letters;
+    const QPointF old_place = old.letters != nullptr ? old.place : now.place;
+    const QPointF place = now.letters != nullptr ? now.place : old.place;
+    part |= letters.Difference(old_place, old.text, place, now.text);
+  }
+  return part;
 }
 
 }  // namespace kestrum

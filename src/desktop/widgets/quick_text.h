@@ -4,8 +4,10 @@
 #include <QGlyphRun>
 #include <QPointF>
 #include <QRawFont>
+#include <QRectF>
 #include <QString>
 #include <array>
+#include <vector>
 
 class QPainter;
 
@@ -22,8 +24,14 @@ class QuickText {
   double Ascent() const { return ascent_; }
   double Descent() const { return descent_; }
   double Width(const QString& text) const;
-  // The left end of the base line stands at `place`; the colour is the painter's pen.
+  // The left end of the base line stands at `place`; the colour is the painter's pen. Letters that do not
+  // reach into `part` may be left out.
+  void Draw(QPainter& painter, const QPointF& place, const QString& text, const QRectF& part) const;
+  // The same, whole.
   void Draw(QPainter& painter, const QPointF& place, const QString& text) const;
+  // What has to be painted anew when a text at one place takes the place of another; empty when nothing.
+  QRectF Difference(const QPointF& old_place, const QString& old_text, const QPointF& place,
+                    const QString& text) const;
 
  private:
   static constexpr int kLetters = 256;  // Latin-1
@@ -31,9 +39,12 @@ class QuickText {
     bool asked = false;
     quint32 glyph = 0;  // 0 when the font has none
     double width = 0;
+    QRectF ink;  // what it may paint, the pen at the origin
   };
   const Letter& Of(QChar letter) const;
   bool Knows(const QString& text) const;
+  // The same for a whole text that has other letters.
+  QRectF InkOf(const QString& text) const;
 
   bool prepared_ = false;
   QFont font_;
@@ -42,5 +53,17 @@ class QuickText {
   QRawFont raw_;
   mutable std::array<Letter, kLetters> letters_{};
 };
+
+// A piece of a line: what it says, in which letters, and where its base line begins.
+struct TextRun {
+  const QuickText* letters = nullptr;
+  QString text;
+  QPointF place;
+};
+using TextRuns = std::vector<TextRun>;
+
+void DrawRuns(QPainter& painter, const TextRuns& runs, const QRectF& part);
+// What has to be painted anew when `runs` take the place of `before`, of the same letters in the same order.
+QRectF Difference(const TextRuns& before, const TextRuns& runs);
 
 }  // namespace kestrum

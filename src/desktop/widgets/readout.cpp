@@ -52,11 +52,11 @@ double WidthAt100(const QFont& base, const QString& text) {
          QFontMetricsF(Semibold(base, kMeasurePx)).horizontalAdvance(parts.tail) * kTailShare;
 }
 
-// Draws the main part and what follows it smaller; `place` is the left end of their base line.
-void DrawParts(QPainter& painter, const Parts& parts, const QuickText& main, const QuickText& tail,
-               const QPointF& place) {
-  main.Draw(painter, place, parts.main);
-  tail.Draw(painter, place + QPointF(main.Width(parts.main), 0), parts.tail);
+// The main part and what follows it smaller; `place` is the left end of their base line.
+void AddParts(TextRuns& runs, const Parts& parts, const QuickText& main, const QuickText& tail,
+              const QPointF& place) {
+  runs.push_back({&main, parts.main, place});
+  runs.push_back({&tail, parts.tail, place + QPointF(main.Width(parts.main), 0)});
 }
 
 double PartsWidth(const Parts& parts, const QuickText& main, const QuickText& tail) {
@@ -72,8 +72,20 @@ TextLine::TextLine(QWidget* parent) : QWidget(parent) {
 
 void TextLine::SetText(const QString& text) {
   if (text == text_) return;
+  const bool comparable = fitted_ && laid_out_ && !crowded_;
   text_ = text;
-  update();
+  laid_out_ = false;
+  if (!comparable) {
+    update();
+  } else {
+    const TextRuns before = std::exchange(runs_, {});
+    const TextRuns& runs = Runs();
+    if (crowded_) {
+      update();
+    } else {
+      update(Difference(before, runs).toAlignedRect());
+    }
+  }
   if (!QAccessible::isActive()) return;
   QAccessibleEvent renamed(this, QAccessible::NameChanged);
   QAccessible::updateAccessibility(&renamed);
@@ -115,23 +127,35 @@ void TextLine::PaintGround(QPainter& painter) const {
   painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
 }
 
-void TextLine::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  PaintGround(painter);
-  QRectF room = rect();
-  if (has_dot_) {
-    const double size = height() * 0.4;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Ink());
-    painter.setBrush(dot_);
-    painter.drawEllipse(QRectF(1, (height() - size) / 2, size, size));
-    room.setLeft(size * 1.6);
-  }
+void TextLine::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fitted_ = false;
+}
+
+void TextLine::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitted_ = false;
+}
+
+const TextRuns& TextLine::Runs() const {
+  if (!fitted_) ChooseFonts();
+  if (!fitted_ || !laid_out_) runs_ = LayOut();
+  fitted_ = laid_out_ = true;
+  return runs_;
+}
+
+void TextLine::ChooseFonts() const {
   normal_.SetFont(font());
+}
+
+TextRuns TextLine::LayOut() const {
+  QRectF room = rect();
+  if (has_dot_) room.setLeft(DotSize() * 1.6);
   const QuickText* letters = &normal_;
   QString shown = text_;
   const double wide = normal_.Width(text_);
-  if (wide > room.width()) {
+  crowded_ = wide > room.width();
+  if (crowded_) {
     // A little smaller first, then shortened.
     QFont smaller = font();
     const double share = std::max(room.width() / wide, kSmallestShare);
@@ -146,28 +170,26 @@ void TextLine::paintEvent(QPaintEvent* /*event*/) {
   const double rest = std::max(0.0, room.width() - letters->Width(shown));
   if ((alignment_ & Qt::AlignRight) != 0) left += rest;
   if ((alignment_ & Qt::AlignHCenter) != 0) left += rest / 2;
-  painter.setPen(Ink());
-  letters->Draw(painter, {left, (height() + letters->Ascent() - letters->Descent()) / 2}, shown);
+  return {{letters, shown, {left, (height() + letters->Ascent() - letters->Descent()) / 2}}};
 }
 
-void FittedLine::Fit() const {
-  if (fitted_) return;
-  fitted_ = true;
-  ChooseFonts();
-}
-
-void FittedLine::resizeEvent(QResizeEvent* event) {
-  TextLine::resizeEvent(event);
-  fitted_ = false;
-}
-
-void FittedLine::changeEvent(QEvent* event) {
-  TextLine::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitted_ = false;
+void TextLine::paintEvent(QPaintEvent* event) {
+  const TextRuns& runs = Runs();
+  QPainter painter(this);
+  PaintGround(painter);
+  const QColor ink = Ink();
+  painter.setPen(ink);
+  if (has_dot_) {
+    const double size = DotSize();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(dot_);
+    painter.drawEllipse(QRectF(1, (height() - size) / 2, size, size));
+  }
+  DrawRuns(painter, runs, event->rect());
 }
 
 Readout::Readout(double scale, const QString& longest, QWidget* parent)
-    : FittedLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
+    : TextLine(parent), scale_(scale), longest_(longest), largest_scale_(kLargestWithoutEnd) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
@@ -189,20 +211,16 @@ void Readout::ChooseFonts() const {
 }
 
 double Readout::FontPixels() const {
-  Fit();
+  Runs();
   return main_.font().pixelSize();
 }
 
 double Readout::TextWidth(const QString& text) const {
-  Fit();
+  Runs();
   return PartsWidth(Split(text), main_, tail_);
 }
 
-void Readout::paintEvent(QPaintEvent* /*event*/) {
-  Fit();
-  QPainter painter(this);
-  PaintGround(painter);
-  painter.setPen(Ink());
+TextRuns Readout::LayOut() const {
   const double baseline = (height() + main_.Ascent() - main_.Descent()) / 2;
   const Parts parts = Split(text());
   double left = 1;
@@ -210,7 +228,9 @@ void Readout::paintEvent(QPaintEvent* /*event*/) {
     const double rest = width() - 1 - PartsWidth(parts, main_, tail_);
     left = (alignment() & Qt::AlignRight) != 0 ? rest : rest / 2;
   }
-  DrawParts(painter, parts, main_, tail_, {left, baseline});
+  TextRuns runs;
+  AddParts(runs, parts, main_, tail_, {left, baseline});
+  return runs;
 }
 
 QSize SignalLine::sizeHint() const {
@@ -233,20 +253,18 @@ void SignalLine::ChooseFonts() const {
   unit_.SetFont(Semibold(font(), pixels * kValueShare * kTailShare));
 }
 
-void SignalLine::paintEvent(QPaintEvent* /*event*/) {
-  Fit();
-  QPainter painter(this);
-  PaintGround(painter);
-  painter.setPen(Ink());
+TextRuns SignalLine::LayOut() const {
   const QStringList texts = text().split(QStringLiteral(", "));
   const double baseline = (height() + s_.Ascent() - s_.Descent()) / 2;
-  DrawParts(painter, Split(texts.value(0)), s_, s_tail_, {1, baseline});
+  TextRuns runs;
+  AddParts(runs, Split(texts.value(0)), s_, s_tail_, {1, baseline});
   for (int i = 1; i < texts.size(); ++i) {
     const Parts parts = Split(texts.at(i));
     const double left = width() - 1 - PartsWidth(parts, value_, unit_);
     const double line = baseline - (i == 1 ? value_.font().pixelSize() * kSecondLine : 0);
-    DrawParts(painter, parts, value_, unit_, {left, line});
+    AddParts(runs, parts, value_, unit_, {left, line});
   }
+  return runs;
 }
 
 }  // namespace kestrum

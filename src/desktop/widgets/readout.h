@@ -22,14 +22,23 @@ class TextLine : public QWidget, public Pressable {
   // At a third of its strength: no longer true.
   bool Stale() const { return stale_; }
   void SetStale(bool stale);
-  void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
+  void SetAlignment(Qt::Alignment alignment) {
+    alignment_ = alignment;
+    laid_out_ = false;
+  }
   Qt::Alignment alignment() const { return alignment_; }
   // Shortens a text that is too long here.
-  void SetElide(Qt::TextElideMode mode) { elide_ = mode; }
+  void SetElide(Qt::TextElideMode mode) {
+    elide_ = mode;
+    laid_out_ = false;
+  }
   // The width that it asks for, in average characters.
   void SetRoom(int characters) { characters_ = characters; }
   // A small dot before the text carries the background colour of the control: a quiet sign.
-  void UseDot() { has_dot_ = true; }
+  void UseDot() {
+    has_dot_ = true;
+    laid_out_ = false;
+  }
   bool HasDot() const { return has_dot_; }
   void SetDot(const QColor& color);
 
@@ -38,12 +47,23 @@ class TextLine : public QWidget, public Pressable {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+  // Letters for the room and the font there are; called when either has changed.
+  virtual void ChooseFonts() const;
+  // The pieces of the present text.
+  virtual TextRuns LayOut() const;
+  // Both, when anything has changed since.
+  const TextRuns& Runs() const;
+
+ private:
   QColor Ground() const;
   QColor Ink() const;
   // The ground, and the ring that tells where the keyboard is.
   void PaintGround(QPainter& painter) const;
+  double DotSize() const { return height() * 0.4; }
 
- private:
   QString text_;
   bool stale_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
@@ -51,29 +71,17 @@ class TextLine : public QWidget, public Pressable {
   int characters_ = 16;
   bool has_dot_ = false;
   QColor dot_;
-  QuickText normal_;
-  QuickText smaller_;
-};
-
-// A line whose letters are as large as there is room for.
-class FittedLine : public TextLine {
-  Q_OBJECT
-
- protected:
-  using TextLine::TextLine;
-  // Only when the room or the font has changed since.
-  void Fit() const;
-  virtual void ChooseFonts() const = 0;
-  void resizeEvent(QResizeEvent* event) override;
-  void changeEvent(QEvent* event) override;
-
- private:
-  mutable bool fitted_ = false;
+  mutable QuickText normal_;
+  mutable QuickText smaller_;
+  mutable bool fitted_ = false;    // the fonts are chosen
+  mutable bool laid_out_ = false;  // `runs_` are those of the text
+  mutable bool crowded_ = false;   // they are drawn smaller or shortened
+  mutable TextRuns runs_;
 };
 
 // A number with its unit, as large as its longest text fits: the digits keep their size whatever the number.
 // What follows the first blank ("km", "+ 60dB") is drawn smaller.
-class Readout : public FittedLine {
+class Readout : public TextLine {
   Q_OBJECT
 
  public:
@@ -91,8 +99,8 @@ class Readout : public FittedLine {
   QSize minimumSizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
   void ChooseFonts() const override;
+  TextRuns LayOut() const override;
 
  private:
   double scale_;
@@ -104,17 +112,17 @@ class Readout : public FittedLine {
 
 // The signal line "S8+, 38.3 uV, 15.89 mV/m": one text, drawn with a large S value and the two others beside
 // it, one above the other.
-class SignalLine : public FittedLine {
+class SignalLine : public TextLine {
   Q_OBJECT
 
  public:
-  explicit SignalLine(QWidget* parent) : FittedLine(parent) {}
+  explicit SignalLine(QWidget* parent) : TextLine(parent) {}
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
   void ChooseFonts() const override;
+  TextRuns LayOut() const override;
 
  private:
   mutable QuickText s_;

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include "desktop/widgets/quick_text.h"
 #include "forms/indicators.h"
 
 namespace kestrum {
@@ -23,10 +24,16 @@ class StripChartWidget : public QWidget {
 
  private:
   double YOf(int value) const;
+  // Place of a column, in pixels.
+  double XOf(std::size_t column) const;
+  void PaintColumns(QPainter& painter, const QRectF& part) const;
+  // Half of what the line and its caps may reach beyond its points.
+  double LineWidth() const;
 
   std::vector<std::int16_t> columns_;
   int maximum_ = 255;
   int line_ = -1;
+  QuickText letters_;
 };
 
 }  // namespace kestrum
