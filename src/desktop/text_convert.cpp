@@ -25,18 +25,21 @@ char ToByte(char32_t character) {
 }  // namespace
 
 QString ToQt(std::string_view text) {
-  QString result;
-  result.reserve(static_cast<qsizetype>(text.size()));
-  for (const char c : text) {
+  QString result(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
+  std::transform(text.begin(), text.end(), result.begin(), [](char c) {
     const auto byte = static_cast<unsigned char>(c);
     const bool listed = byte >= 0x80 && byte <= 0x9F;
-    result.append(QChar(listed ? kUpperControls.at(byte - 0x80U) : char16_t{byte}));
-  }
+    return QChar(listed ? kUpperControls.at(byte - 0x80U) : char16_t{byte});
+  });
   return result;
 }
 
 QString ToQtLines(std::string_view text) {
-  return ToQt(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  QString result = ToQt(text);
+  if (text.find('\r') != std::string_view::npos) {
+    result.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  }
+  return result;
 }
 
 std::string FromQt(const QString& text) {

@@ -16,6 +16,7 @@ constexpr std::size_t kLastRow = kMeterRows - 1;
 const TableRow kUnknown = {"S?", "???", "???"};
 
 float SingleVal(std::string_view text) {
+  if (text.empty()) return 0;  // most rows of a table
   return ToSingle(Val(text));
 }
 

@@ -55,9 +55,7 @@ class RepaintTest : public BoundForms {
   }
   // 0 to `most`.
   std::size_t Up(std::size_t most) { return std::uniform_int_distribution<std::size_t>(0, most)(random_); }
-  std::string Number() {
-    return std::to_string(Up(Up(1) == 0 ? 99 : 20000)) + "." + std::to_string(Up(99));
-  }
+  std::string Number() { return std::to_string(Up(Up(1) == 0 ? 99 : 20000)) + "." + std::to_string(Up(99)); }
 
   void ChangeForm1() {
     Form1& form = forms.form1;
@@ -88,8 +86,9 @@ class RepaintTest : public BoundForms {
         break;
       case 7:
         form.lmpLog.says.fill = static_cast<double>(Up(100)) / 100;
-        form.lmpLog.says.detail = std::to_string(Up(99)) + " of 100, last written 13:04:" +
-                                  std::to_string(Up(59)) + std::string(Up(1) * 20, '.');
+        form.lmpLog.says.detail = std::to_string(Up(99)) +
+                                  " of 100, last written 13:04:" + std::to_string(Up(59)) +
+                                  std::string(Up(1) * 20, '.');
         break;
       case 8:
         form.lmpGps.says.detail = std::to_string(Up(119)) + " s old";

@@ -1,13 +1,29 @@
 #include "desktop/binding/binder.h"
 
-#include <QTimer>
+#include <algorithm>
+#include <chrono>
 #include <tuple>
 #include <utility>
 
 namespace kestrum {
 
+namespace {
+
+// Digits that change faster than this cannot be read.
+constexpr std::chrono::milliseconds kFrame{100};
+
+}  // namespace
+
+Binder::Binder(const Program& program) : program_(program) {
+  since_painted_.start();
+  paint_late_.setSingleShot(true);
+  connect(&paint_late_, &QTimer::timeout, this, [this] { Sync(); });
+}
+
 void Binder::Sync() {
   if (program_.Ended()) return;
+  since_painted_.restart();
+  if (paint_late_.isActive()) paint_late_.stop();
   // Painting may show a window whose first events come back here; the list itself never changes then.
   for (const std::function<void()>& look : watches_) look();
   SyncTimers();
@@ -18,17 +34,41 @@ void Binder::SyncTimers() {
   for (const std::function<void()>& look : timer_watches_) look();
 }
 
-void Binder::Enter(const Handler& handler) {
-  if (program_.Ended()) return;
+bool Binder::Perform(const Handler& handler) {
+  if (program_.Ended()) return false;
   ++depth_;
   kestrum::Run(handler);
   --depth_;
-  if (deeds_wait_ && depth_ > 0) {
-    SyncTimers();  // a short pump inside a handler, which paints when it is through
-    return;
-  }
+  const bool inside = deeds_wait_ && depth_ > 0;  // of a short pump inside a handler
+  if (inside) SyncTimers();
+  return !inside;
+}
+
+void Binder::Enter(const Handler& handler) {
+  if (!Perform(handler)) return;
   Sync();
   if (depth_ == 0) RunDeeds();
+}
+
+void Binder::Tick(const Handler& handler) {
+  if (!Perform(handler)) return;
+  SyncInTime();
+  if (depth_ == 0) RunDeeds();
+}
+
+void Binder::SyncInTime() {
+  SyncTimers();
+  if (since_painted_.hasExpired(kFrame.count()) || !TicksFast()) {
+    Sync();
+  } else if (!paint_late_.isActive()) {
+    paint_late_.start(kFrame);
+  }
+}
+
+bool Binder::TicksFast() const {
+  return std::any_of(timers_.begin(), timers_.end(), [](const QTimer* timer) {
+    return timer->isActive() && timer->intervalAsDuration() < kFrame;
+  });
 }
 
 void Binder::Enter(const std::function<void()>& write, const Handler& handler) {
@@ -59,7 +99,7 @@ void Binder::Clear() {
   deeds_.clear();
   watches_.clear();
   timer_watches_.clear();
-  for (QObject* timer : timers_) delete timer;
+  for (QTimer* timer : timers_) delete timer;
   timers_.clear();
 }
 
@@ -73,7 +113,7 @@ void Binder::Bind(Timer& timer) {
   ticker->setTimerType(Qt::PreciseTimer);
   timers_.push_back(ticker);
   connect(ticker, &QTimer::timeout, this, [this, &timer] {
-    if (timer.enabled) Enter(timer.tick);
+    if (timer.enabled) Tick(timer.tick);
   });
   const auto state = [&timer] {
     return std::tuple(timer.enabled, timer.interval_ms, timer.restarts, timer.stops);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -45,7 +47,7 @@ class Binder : public QObject {
   Q_OBJECT
 
  public:
-  explicit Binder(const Program& program) : program_(program) {}
+  explicit Binder(const Program& program);
 
   // Paints what has changed; cheap when nothing has. Does nothing once the program has ended.
   void Sync();
@@ -54,8 +56,11 @@ class Binder : public QObject {
   // Runs a handler that an event has reached, then paints what it changed. Nothing runs once the program has
   // ended.
   void Enter(const Handler& handler);
-  // The same with a member to be written first: `write` is painted before the handler runs, so that a handler
-  // that puts the old value back is seen.
+  // The same for what comes by itself: timers, texts of other programs, work that is through. While a timer
+  // ticks faster than an eye can follow, it is painted at most ten times a second.
+  void Tick(const Handler& handler);
+  // As Enter, with a member to be written first: `write` is painted before the handler runs, so that a
+  // handler that puts the old value back is seen.
   void Enter(const std::function<void()>& write, const Handler& handler);
   // The same for what the user does: while deeds wait they are kept, and run when the outermost handler is
   // through. A toolkit hands some over by other ways than input, a mnemonic by a timer.
@@ -120,6 +125,10 @@ class Binder : public QObject {
   void BindCommon(const Control& control, QWidget* widget);
   void BindText(TextBox& box, QLineEdit* widget);
 
+  // False when whoever is further out paints.
+  bool Perform(const Handler& handler);
+  void SyncInTime();
+  bool TicksFast() const;
   void RunDeeds();
 
   const Program& program_;
@@ -127,7 +136,9 @@ class Binder : public QObject {
   bool deeds_wait_ = false;
   std::vector<std::pair<std::function<void()>, Handler>> deeds_;
   std::vector<std::function<void()>> watches_;
-  std::vector<QObject*> timers_;
+  QElapsedTimer since_painted_;
+  QTimer paint_late_;  // when no tick comes any more
+  std::vector<QTimer*> timers_;
   std::vector<std::function<void()>> timer_watches_;
 };
 

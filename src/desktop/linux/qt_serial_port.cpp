@@ -119,11 +119,13 @@ std::string QtSerialPort::ReadAll() {
   // the size of the buffer.
   std::string bytes;
   std::array<char, kInputBuffer> piece{};
-  do {
+  bool more = true;
+  while (more && !lost_ && bytes.size() < kInputBuffer) {
+    const bool news = port_.waitForReadyRead(0);
     const qint64 got = port_.read(piece.data(), piece.size());
     if (got > 0) bytes.append(piece.data(), static_cast<std::size_t>(got));
-  } while (!lost_ && bytes.size() < kInputBuffer && SerialLineHasNews(static_cast<int>(port_.handle())) &&
-           port_.waitForReadyRead(0));
+    more = news && SerialLineHasNews(static_cast<int>(port_.handle()));
+  }
   CloseLost();
   return bytes;
 }

@@ -1,15 +1,20 @@
 #include "desktop/widgets/quick_text.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QList>
 #include <QPainter>
+#include <QTransform>
 #include <algorithm>
+#include <cmath>
 
 namespace kestrum {
 namespace {
 
 // How far the smooth edge of a letter may reach beyond its outline.
 constexpr double kBlur = 1.5;
+// Letters from this size on, in pixels of the screen, are painted once and begin at a whole pixel.
+constexpr double kLargePx = 24;
 
 }  // namespace
 
@@ -21,12 +26,13 @@ void QuickText::SetFont(const QFont& font) {
   ascent_ = metrics.ascent();
   descent_ = metrics.descent();
   raw_ = QRawFont::fromFont(font);
-  letters_.fill({});
+  letters_.assign(kLetters + 1, {});
+  painted_.clear();
 }
 
-const QuickText::Letter& QuickText::Of(QChar letter) const {
-  static const Letter unknown;
-  if (letter.unicode() >= kLetters) return unknown;
+QuickText::Letter& QuickText::Of(QChar letter) const {
+  // The last one stands for all that are not known.
+  if (letter.unicode() >= kLetters) return letters_.back();
   Letter& known = letters_.at(letter.unicode());
   if (known.asked) return known;
   known.asked = true;
@@ -62,6 +68,16 @@ void QuickText::Draw(QPainter& painter, const QPointF& place, const QString& tex
     painter.drawText(place, text);
     return;
   }
+  PrepareFor(painter);
+  if (font_.pixelSize() * manner_.ratio >= kLargePx) {
+    DrawPainted(painter, place, text, part);
+  } else {
+    DrawRun(painter, place, text, part);
+  }
+}
+
+void QuickText::DrawRun(QPainter& painter, const QPointF& place, const QString& text,
+                        const QRectF& part) const {
   QList<quint32> glyphs;
   QList<QPointF> places;
   glyphs.reserve(text.size());
@@ -81,6 +97,52 @@ void QuickText::Draw(QPainter& painter, const QPointF& place, const QString& tex
   run.setGlyphIndexes(glyphs);
   run.setPositions(places);
   painter.drawGlyphRun(place, run);
+}
+
+void QuickText::DrawPainted(QPainter& painter, const QPointF& place, const QString& text,
+                            const QRectF& part) const {
+  const QTransform to_screen = painter.deviceTransform();
+  const QTransform from_screen = to_screen.inverted();
+  double x = place.x();
+  for (const QChar character : text) {
+    Letter& letter = Of(character);
+    if (letter.ink.translated(x, place.y()).intersects(part)) {
+      const Painted& painted = PaintedOf(letter);
+      const QPointF pen = to_screen.map(QPointF(x, place.y()));
+      painter.drawImage(
+          from_screen.map(QPointF(std::round(pen.x()) + painted.left, std::round(pen.y()) + painted.top)),
+          painted.pixels);
+    }
+    x += letter.width;
+  }
+}
+
+void QuickText::PrepareFor(const QPainter& painter) const {
+  const Manner manner{painter.device()->devicePixelRatioF(), painter.pen().color().rgba()};
+  if (manner == manner_) return;
+  manner_ = manner;
+  painted_.clear();
+  for (Letter& letter : letters_) letter.painted = 0;
+}
+
+const QuickText::Painted& QuickText::PaintedOf(Letter& letter) const {
+  if (letter.painted > 0) return painted_[letter.painted - 1];
+  const double ratio = manner_.ratio;
+  const QRectF ink(letter.ink.topLeft() * ratio, letter.ink.size() * ratio);
+  const QRect bounds = ink.toAlignedRect();
+  Painted& painted = painted_.emplace_back();
+  letter.painted = painted_.size();
+  painted = {QImage(bounds.size(), QImage::Format_ARGB32_Premultiplied), bounds.left(), bounds.top()};
+  painted.pixels.fill(Qt::transparent);
+  painted.pixels.setDevicePixelRatio(ratio);
+  QPainter painter(&painted.pixels);
+  painter.setPen(QColor::fromRgba(manner_.ink));
+  QGlyphRun run;
+  run.setRawFont(raw_);
+  run.setGlyphIndexes({letter.glyph});
+  run.setPositions({QPointF()});
+  painter.drawGlyphRun(-QPointF(bounds.topLeft()) / ratio, run);
+  return painted;
 }
 
 QRectF QuickText::InkOf(const QString& text) const {

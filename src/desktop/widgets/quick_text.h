@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QFont>
-#include <QGlyphRun>
+#include <QImage>
 #include <QPointF>
 #include <QRawFont>
 #include <QRectF>
 #include <QString>
 #include <array>
+#include <cstddef>
 #include <vector>
 
 class QPainter;
@@ -14,7 +15,8 @@ class QPainter;
 namespace kestrum {
 
 // Texts of one font, drawn without the shaping that scripts with joined letters need: for numbers, units and
-// plain words that change with every reading. A text with other letters is drawn as usual.
+// plain words that change with every reading. Large letters are painted once and copied from then on: the
+// toolkit draws them anew from their outlines each time. A text with other letters is drawn as usual.
 class QuickText {
  public:
   // Costs nothing while the font stays the same.
@@ -35,13 +37,30 @@ class QuickText {
 
  private:
   static constexpr int kLetters = 256;  // Latin-1
+  // A painted letter; `left` and `top` tell where it stands against the pen, in pixels of the screen.
+  struct Painted {
+    QImage pixels;
+    int left = 0;
+    int top = 0;
+  };
   struct Letter {
     bool asked = false;
     quint32 glyph = 0;  // 0 when the font has none
     double width = 0;
-    QRectF ink;  // what it may paint, the pen at the origin
+    QRectF ink;               // what it may paint, the pen at the origin
+    std::size_t painted = 0;  // place in `painted_`, counted from 1; 0 for none yet
   };
-  const Letter& Of(QChar letter) const;
+  // For what screen and in what colour letters are painted.
+  struct Manner {
+    double ratio = 0;
+    QRgb ink = 0;
+    bool operator==(const Manner&) const = default;
+  };
+  Letter& Of(QChar letter) const;
+  const Painted& PaintedOf(Letter& letter) const;
+  void PrepareFor(const QPainter& painter) const;
+  void DrawRun(QPainter& painter, const QPointF& place, const QString& text, const QRectF& part) const;
+  void DrawPainted(QPainter& painter, const QPointF& place, const QString& text, const QRectF& part) const;
   bool Knows(const QString& text) const;
   // The same for a whole text that has other letters.
   QRectF InkOf(const QString& text) const;
@@ -51,7 +70,9 @@ class QuickText {
   double ascent_ = 0;
   double descent_ = 0;
   QRawFont raw_;
-  mutable std::array<Letter, kLetters> letters_{};
+  mutable Manner manner_;
+  mutable std::vector<Letter> letters_;
+  mutable std::vector<Painted> painted_;
 };
 
 // A piece of a line: what it says, in which letters, and where its base line begins.

@@ -7,7 +7,7 @@ namespace kestrum {
 namespace {
 
 constexpr double kFadedStrength = 0.34;
-constexpr double kDarkest = 0.2;  // luminance that tells night from day
+constexpr int kMiddleGray = 124;  // tells night from day; a luminance of 0.2
 
 Scheme MakeDay() {
   Scheme day;
@@ -107,7 +107,7 @@ QPalette PaletteOf(const Scheme& scheme) {
 
 const Scheme& SchemeOf(const QPalette& palette) {
   // By the buttons: the ground of a single widget may be a warning colour.
-  return Luminance(palette.color(QPalette::Button)) < kDarkest ? NightScheme() : DayScheme();
+  return qGray(palette.color(QPalette::Button).rgb()) < kMiddleGray ? NightScheme() : DayScheme();
 }
 
 QColor Faded(const QColor& ink, const QColor& ground) {
