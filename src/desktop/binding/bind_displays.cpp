@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/binding/binder.h"
 #include "desktop/binding/user_events.h"
@@ -67,10 +68,10 @@ void Binder::BindCommon(const Control& control, QWidget* widget) {
     Color back_color = Color::kSystem;
   };
   Watch([&control, widget, painted = State()]() mutable {
-    if (painted.enabled != control.enabled) widget->setEnabled(control.enabled);
-    if (painted.visible != control.visible) widget->setVisible(control.visible);
-    if (painted.back_color != control.back_color) PaintBackground(widget, control.back_color);
-    painted = {control.enabled, control.visible, control.back_color};
+    const State before = std::exchange(painted, {control.enabled, control.visible, control.back_color});
+    if (before.enabled != painted.enabled) widget->setEnabled(painted.enabled);
+    if (before.visible != painted.visible) widget->setVisible(painted.visible);
+    if (before.back_color != painted.back_color) PaintBackground(widget, painted.back_color);
   });
 }
 
@@ -212,13 +213,12 @@ void Binder::Bind(MenuItem& item, QAction* action) {
     bool checked = false;
   };
   Watch([&item, action, painted = State()]() mutable {
-    if (painted.enabled != item.enabled) action->setEnabled(item.enabled);
-    if (painted.visible != item.visible) action->setVisible(item.visible);
-    if (painted.checked != item.checked) {
-      if (item.checked) action->setCheckable(true);
-      action->setChecked(item.checked);
-    }
-    painted = {item.enabled, item.visible, item.checked};
+    const State before = std::exchange(painted, {item.enabled, item.visible, item.checked});
+    if (before.enabled != painted.enabled) action->setEnabled(painted.enabled);
+    if (before.visible != painted.visible) action->setVisible(painted.visible);
+    if (before.checked == painted.checked) return;
+    if (painted.checked) action->setCheckable(true);
+    action->setChecked(painted.checked);
   });
   // A group of choices clears the others by itself, also when the program then takes none of it.
   connect(action, &QAction::toggled, this, [this, &item, action](bool checked) {
