@@ -1,7 +1,7 @@
 #include "desktop/linux/qt_serial_port.h"
 
 #include <QFileInfo>
-#include <array>
+#include <algorithm>
 #include <utility>
 
 #include "desktop/linux/serial_devices.h"
@@ -106,6 +106,10 @@ bool QtSerialPort::IsOpen() const {
 
 void QtSerialPort::Write(std::string_view bytes) {
   if (!IsOpen()) return;
+  // A command goes to the line at once; what it does not take, and what is wrong with it, is the port's
+  // matter.
+  if (port_.bytesToWrite() == 0) bytes.remove_prefix(WriteToLine(static_cast<int>(port_.handle()), bytes));
+  if (bytes.empty()) return;
   if (port_.bytesToWrite() > kOutputBuffer) port_.clear(QSerialPort::Output);
   port_.write(bytes.data(), static_cast<qint64>(bytes.size()));
   port_.flush();
@@ -115,17 +119,14 @@ void QtSerialPort::Write(std::string_view bytes) {
 
 std::string QtSerialPort::ReadAll() {
   if (!IsOpen()) return {};
-  // No events have run since the rig answered: ask the line itself what has come. An endless stream ends at
-  // the size of the buffer.
+  // No events have run since the rig answered: ask the line itself what has come, after what events have
+  // read before. An endless stream ends at the size of the buffer.
+  const int line = static_cast<int>(port_.handle());
   std::string bytes;
-  std::array<char, kInputBuffer> piece{};
-  bool more = true;
-  while (more && !lost_ && bytes.size() < kInputBuffer) {
-    const bool news = port_.waitForReadyRead(0);
-    const qint64 got = port_.read(piece.data(), piece.size());
-    if (got > 0) bytes.append(piece.data(), static_cast<std::size_t>(got));
-    more = news && SerialLineHasNews(static_cast<int>(port_.handle()));
-  }
+  if (port_.bytesAvailable() > 0) bytes = port_.read(kInputBuffer).toStdString();
+  bytes += ReadFromLine(line, kInputBuffer - std::min(bytes.size(), kInputBuffer));
+  // Silence may be a line that has gone; the port finds out.
+  if (bytes.empty() && SerialLineHasNews(line)) port_.waitForReadyRead(0);
   CloseLost();
   return bytes;
 }

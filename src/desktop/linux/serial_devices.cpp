@@ -9,6 +9,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -82,6 +85,23 @@ bool SerialLineLives(int handle) {
 bool SerialLineHasNews(int handle) {
   pollfd state{handle, POLLIN, 0};
   return ::poll(&state, 1, 0) != 0;
+}
+
+std::string ReadFromLine(int handle, std::size_t most) {
+  std::string bytes;
+  std::array<char, 1024> piece{};
+  while (bytes.size() < most) {
+    const ssize_t got = ::read(handle, piece.data(), std::min(piece.size(), most - bytes.size()));
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    bytes.append(piece.data(), static_cast<std::size_t>(got));
+  }
+  return bytes;
+}
+
+std::size_t WriteToLine(int handle, std::string_view bytes) {
+  const ssize_t written = ::write(handle, bytes.data(), bytes.size());
+  return written > 0 ? static_cast<std::size_t>(written) : 0;
 }
 
 void DrainSerialLine(int handle) {
