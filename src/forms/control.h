@@ -3,7 +3,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -25,37 +24,13 @@ enum class Color : int {
 
 enum class Key { kF1, kF2, kF3, kF4, kF5, kAltF4, kEnter };
 
-// A text that counts its changes: whoever shows it need not compare all of it to see that it is the same.
-class CountedText {
- public:
-  CountedText() = default;
-  CountedText(const CountedText&) = default;
-  CountedText& operator=(const CountedText& other) { return *this = other.text_; }
-  CountedText& operator=(std::string text) {
-    if (text != text_) {
-      text_ = std::move(text);
-      ++changes_;
-    }
-    return *this;
-  }
-
-  const std::string& text() const { return text_; }
-  unsigned changes() const { return changes_; }
-  operator const std::string&() const { return text_; }
-  friend bool operator==(const CountedText& one, std::string_view other) { return one.text_ == other; }
-
- private:
-  std::string text_;
-  unsigned changes_ = 0;
-};
-
 // Every control knows its name; the desktop's widget carries the same one.
 struct Control {
   Control() = default;
   explicit Control(const char* own_name) : name(own_name) {}
 
   const char* name = "";
-  CountedText tool_tip;
+  std::string tool_tip;
   bool enabled = true;
   bool visible = true;
   Color back_color = Color::kSystem;
@@ -107,7 +82,7 @@ struct MenuItem : CheckBox {
       : CheckBox(own_name, std::move(text)), mark(own_mark) {}
 
   Mark mark = Mark::kNone;
-  CountedText status_tip;
+  std::string status_tip;
 };
 
 // A line between the items of a menu.
@@ -232,7 +207,7 @@ struct StatusPanel {
 
   const char* name = "";
   std::string text;
-  CountedText tool_tip;
+  std::string tool_tip;
 };
 
 // Calls `tick` every `interval_ms` while it runs.

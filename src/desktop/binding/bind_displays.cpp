@@ -61,7 +61,7 @@ QString NeedleName(const Needle& needle) {
 
 void Binder::BindCommon(const Control& control, QWidget* widget) {
   widget->setObjectName(QLatin1String(control.name));
-  Follow(control.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
+  Follow<std::string>(control.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
   struct State {
     bool enabled = true;
     bool visible = true;
@@ -135,7 +135,7 @@ void Binder::Bind(StatusPanel& panel, TextLine* widget) {
   Follow<std::string>(panel.text, [widget](const std::string& text) {
     widget->SetText(Shortened(ToQtLines(text), kMostOfLabel));
   });
-  Follow(panel.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
+  Follow<std::string>(panel.tool_tip, [widget](const std::string& text) { ShowToolTip(text, widget); });
 }
 
 void Binder::Bind(ProgressBar& bar, MeterBar* widget) {
@@ -202,11 +202,12 @@ void Binder::Bind(MenuItem& item, QAction* action) {
   Follow<std::string>(item.caption, [action](const std::string& text) {
     action->setText(Shortened(ToQt(text), kMostOfHeading));
   });
-  Follow(item.tool_tip, [action](const std::string& text) {
+  Follow<std::string>(item.tool_tip, [action](const std::string& text) {
     action->setToolTip(Shortened(ToQtLines(text), kMostOfToolTip));
     action->setWhatsThis(Shortened(ToQtLines(text), kMostOfToolTip));
   });
-  Follow(item.status_tip, [action](const std::string& text) { action->setStatusTip(ToQt(text)); });
+  Follow<std::string>(item.status_tip,
+                      [action](const std::string& text) { action->setStatusTip(ToQt(text)); });
   struct State {
     bool enabled = true;
     bool visible = true;

@@ -88,14 +88,6 @@ class Binder : public QObject {
       paint(source);
     });
   }
-  // The same for a text that counts its changes.
-  void Follow(const CountedText& source, std::function<void(const std::string&)> paint) {
-    Watch([&source, paint = std::move(paint), painted = std::optional<unsigned>()]() mutable {
-      if (painted && *painted == source.changes()) return;
-      painted = source.changes();
-      paint(source.text());
-    });
-  }
   // `look` compares and paints by itself; it is called at once and by every Sync.
   void Watch(std::function<void()> look);
 
